@@ -1,0 +1,106 @@
+#include "engine/BackupEngine.h"
+
+#include "engine/CycleLock.h"
+#include "engine/ExcludeFile.h"
+#include "state/AtomicFile.h"
+#include "state/Keychain.h"
+#include "state/Localized.h"
+#include "state/StatusStore.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int exitGood = 0;
+constexpr int exitFailed = 1;
+
+/// One record for the whole cycle, from a gate that ends it.
+void recordGate(DestinationID destination, Outcome outcome, const QString &message)
+{
+    RunRecord record = RunRecord::starting(destination);
+    record.outcome = outcome;
+    record.message = message;
+    StatusStore::append(record);
+}
+
+} // namespace
+
+BackupEngine::BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
+                           std::function<bool()> onBattery)
+    : m_manual(manual)
+    , m_config(std::move(config))
+    , m_handle(std::move(handle))
+    , m_onBattery(std::move(onBattery))
+{
+}
+
+int BackupEngine::runAll()
+{
+    const std::optional<CycleLock> lock = CycleLock::acquire();
+    if (!lock) {
+        return exitGood;
+    }
+    // Only the holder of the lock writes these files: what lies beside them is a dead writer's.
+    StatusStore::removeAbandoned();
+    AtomicFile::removeAbandoned(ExcludeFile::path());
+
+    const int result = runGated();
+    StatusStore::clear();
+    return result;
+}
+
+int BackupEngine::runGated()
+{
+    const std::vector<DestinationID> destinations = enabledDestinations();
+    if (destinations.empty()) {
+        return exitGood;
+    }
+    // A scheduled run waits until the person has the key in safety.
+    if (!m_manual && !m_config.keySaved) {
+        return exitGood;
+    }
+    if (!m_manual && m_config.skipOnBattery && m_onBattery()) {
+        recordGate(destinations.front(), Outcome::skipped,
+                   localized("Rimandato: il Mac è alimentato a batteria"));
+        return exitGood;
+    }
+    const auto password = Keychain::read(Keychain::repositoryKey);
+    if (!password) {
+        recordGate(destinations.front(), Outcome::failed, password.error().message());
+        return exitFailed;
+    }
+    if (!*password) {
+        recordGate(destinations.front(), Outcome::failed,
+                   localized("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
+        return exitFailed;
+    }
+    return runDestinations(destinations, **password);
+}
+
+int BackupEngine::runDestinations(const std::vector<DestinationID> &destinations,
+                                  const QString &password)
+{
+    int result = exitGood;
+    for (const DestinationID destination : destinations) {
+        if (m_handle->isCancelled()) {
+            continue;
+        }
+        const RunRecord record = runOne(destination, password);
+        StatusStore::append(record);
+        if (record.outcome == Outcome::failed) {
+            result = exitFailed;
+        }
+    }
+    return result;
+}
+
+std::vector<DestinationID> BackupEngine::enabledDestinations() const
+{
+    std::vector<DestinationID> enabled;
+    for (const DestinationID destination : allDestinations) {
+        if (m_config.isEnabled(destination)) {
+            enabled.push_back(destination);
+        }
+    }
+    return enabled;
+}

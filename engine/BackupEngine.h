@@ -1,0 +1,55 @@
+#pragma once
+
+#include "engine/BackupProgress.h"
+#include "platform/PowerSource.h"
+#include "state/AppConfig.h"
+#include "state/RunRecord.h"
+#include "tools/ProcessHandle.h"
+#include "tools/Restic.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// One backup cycle over all destinations that are in use.
+///
+/// Built for one cycle from the settings of the moment. No failure crosses its operations: each
+/// ends in a RunRecord whose message the person reads. A destination's failure never stops the
+/// others. The cycle runs on one thread and waits there while a child runs; a stop comes from any
+/// other thread, through the handle.
+class BackupEngine
+{
+public:
+    /// `manual` says that the person asked for this run. `onBattery` answers whether the machine
+    /// runs on battery now.
+    BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
+                 std::function<bool()> onBattery = runsOnBattery);
+
+    /// Runs the cycle and gives the process's exit code: 1 when the key can't be had or a
+    /// destination failed, otherwise 0. Silently 0 when another cycle is running.
+    int runAll();
+
+private:
+    int runGated();
+    int runDestinations(const std::vector<DestinationID> &destinations, const QString &password);
+
+    /// Backs up all sources to one destination.
+    RunRecord runOne(DestinationID destination, const QString &password);
+    /// The way from a reachable destination to the outcome; fills all of the record but its
+    /// duration.
+    void backUp(const Restic &restic, BackupProgress &progress, RunRecord &record);
+
+    [[nodiscard]] std::vector<DestinationID> enabledDestinations() const;
+    [[nodiscard]] QStringList existingSources() const;
+    [[nodiscard]] QStringList backupArguments(DestinationID destination,
+                                              const QStringList &sources) const;
+
+    const bool m_manual;
+    const AppConfig m_config;
+    const std::shared_ptr<ProcessHandle> m_handle;
+    const std::function<bool()> m_onBattery;
+    BackupProgress::WriteTime m_lastStatusWrite;
+};

@@ -1,0 +1,102 @@
+#include "engine/BackupEngine.h"
+
+#include "engine/ExcludeFile.h"
+#include "platform/Clock.h"
+#include "state/Localized.h"
+#include "state/Paths.h"
+
+#include <QFileInfo>
+
+namespace {
+
+void end(RunRecord &record, Outcome outcome, const QString &message)
+{
+    record.outcome = outcome;
+    record.message = message;
+}
+
+} // namespace
+
+RunRecord BackupEngine::runOne(DestinationID destination, const QString &password)
+{
+    const auto start = Clock::steady();
+    RunRecord record = RunRecord::starting(destination);
+    BackupProgress progress(destination, record.date, m_lastStatusWrite);
+    progress.enter(localized("Connessione"));
+
+    const Restic restic{destination, m_config, password, std::nullopt};
+    backUp(restic, progress, record);
+    record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
+    return record;
+}
+
+void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRecord &record)
+{
+    if (!restic.isAvailable()) {
+        end(record, Outcome::skipped, restic.unavailableMessage());
+        return;
+    }
+    if (const auto prepared = restic.prepare(); !prepared) {
+        end(record, Outcome::failed, prepared.error().message);
+        return;
+    }
+    const QStringList sources = existingSources();
+    if (sources.isEmpty()) {
+        end(record, Outcome::failed, localized("Nessuna cartella da salvare"));
+        return;
+    }
+    ExcludeFile::write(m_config);
+
+    progress.enter(localized("Scansione dei file"));
+    const ProcessResult result =
+        restic.run(backupArguments(restic.dest, sources), m_handle.get(),
+                   [&progress](const QString &line) { progress.handleLine(line); });
+    progress.countErrors(result.standardError);
+    if (m_handle->isCancelled()) {
+        end(record, Outcome::cancelled, localized("Interrotto"));
+        return;
+    }
+    const bool someUnreadable = result.status == ResticExit::someFilesUnreadable;
+    if (result.status != 0 && !someUnreadable) {
+        end(record, Outcome::failed, Restic::describe(result).message);
+        return;
+    }
+    progress.summarise(record);
+    progress.enterCleaning(localized("Pulizia delle versioni vecchie"));
+
+    if (someUnreadable) {
+        end(record, Outcome::warning,
+            localized("Completato, ma %1 elementi non erano leggibili")
+                .arg(qMax(progress.errorCount(), 1)));
+    } else {
+        end(record, Outcome::ok, localized("Completato"));
+    }
+}
+
+QStringList BackupEngine::existingSources() const
+{
+    QStringList sources;
+    for (const QString &source : m_config.sources) {
+        if (QFileInfo::exists(source)) {
+            sources.append(source);
+        }
+    }
+    return sources;
+}
+
+QStringList BackupEngine::backupArguments(DestinationID destination,
+                                          const QStringList &sources) const
+{
+    QStringList arguments{QStringLiteral("backup"),         QStringLiteral("--json"),
+                          QStringLiteral("--tag"),          QStringLiteral("vellomar"),
+                          QStringLiteral("--host"),         Paths::hostname(),
+                          QStringLiteral("--exclude-file"), ExcludeFile::path()};
+    if (m_config.excludeCaches) {
+        arguments.append(QStringLiteral("--exclude-caches"));
+    }
+    // MiB; bigger packs mean fewer requests over a network.
+    if (destination != DestinationID::local) {
+        arguments << QStringLiteral("--pack-size") << QStringLiteral("64");
+    }
+    return arguments + sources;
+}

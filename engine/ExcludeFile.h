@@ -1,0 +1,20 @@
+#pragma once
+
+#include "state/AppConfig.h"
+
+#include <QString>
+
+/// The list of exclusions that restic reads: excludes.txt in the support folder.
+namespace ExcludeFile {
+
+/// Full path of the file.
+QString path();
+
+/// What the file holds for these settings: their patterns with a leading ~ put in full, and the
+/// repository on the disk if there is one, so that no run backs it up. One a line, none at the end.
+QString content(const AppConfig &config);
+
+/// Replaces the file; a failure is dropped.
+void write(const AppConfig &config);
+
+} // namespace ExcludeFile

@@ -1,0 +1,33 @@
+#include "engine/Headless.h"
+#include "tools/OneShotSecret.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <string_view>
+
+// The three faces of the one executable: a secret for a child tool, one backup cycle without a
+// window, or the window. Words that aren't known are passed over.
+int main(int argc, char *argv[])
+{
+    const std::span words(argv, static_cast<size_t>(argc));
+    const auto find = [&words](std::string_view option) {
+        return std::find(words.begin(), words.end(), option);
+    };
+
+    if (const auto secret = find("--secret"); secret != words.end() && secret + 1 != words.end()) {
+        OneShotSecret::deliver(QFile::decodeName(*(secret + 1)));
+    }
+    if (find("--backup") != words.end()) {
+        Headless::run(find("--manual") != words.end());
+    }
+
+    // The window is a module of its own, loaded only here; this version comes without it.
+    std::fputs("Vellomar: questa versione non ha ancora la finestra. "
+               "Per un backup: vellomar --backup --manual\n",
+               stderr);
+    return EXIT_FAILURE;
+}

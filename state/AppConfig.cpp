@@ -1,0 +1,105 @@
+#include "state/AppConfig.h"
+
+#include "state/JSONReader.h"
+
+#include <QJsonArray>
+
+QString AppConfig::repository(DestinationID destination) const
+{
+    switch (destination) {
+    case DestinationID::local:
+        return localFolder + QLatin1String("/Vellomar.backup");
+    case DestinationID::drive:
+        return QLatin1String("rclone:vellomar:") + driveFolder;
+    case DestinationID::server:
+        return QLatin1String("rclone:vellomar-server:") + serverPath;
+    }
+    Q_UNREACHABLE();
+}
+
+bool AppConfig::isEnabled(DestinationID destination) const
+{
+    switch (destination) {
+    case DestinationID::local:
+        return localEnabled;
+    case DestinationID::drive:
+        return driveEnabled;
+    case DestinationID::server:
+        return serverEnabled;
+    }
+    Q_UNREACHABLE();
+}
+
+QStringList AppConfig::defaultExcludes()
+{
+    return {QStringLiteral("~/.Trash"),
+            QStringLiteral("~/Library/Caches"),
+            QStringLiteral("~/Library/Logs"),
+            QStringLiteral("~/Library/Mobile Documents"),
+            QStringLiteral("~/Library/CloudStorage"),
+            QStringLiteral("~/Library/Developer/Xcode/DerivedData"),
+            QStringLiteral("~/Library/Developer/CoreSimulator"),
+            QStringLiteral("~/Library/Containers/com.docker.docker"),
+            QStringLiteral("node_modules"),
+            QStringLiteral(".pnpm-store")};
+}
+
+QJsonObject AppConfig::toJSON() const
+{
+    return {
+        {QStringLiteral("sources"), QJsonArray::fromStringList(sources)},
+        {QStringLiteral("excludes"), QJsonArray::fromStringList(excludes)},
+        {QStringLiteral("excludeCaches"), excludeCaches},
+        {QStringLiteral("localEnabled"), localEnabled},
+        {QStringLiteral("localFolder"), localFolder},
+        {QStringLiteral("serverEnabled"), serverEnabled},
+        {QStringLiteral("serverKind"), rawValue(serverKind)},
+        {QStringLiteral("serverHost"), serverHost},
+        {QStringLiteral("serverPort"), serverPort},
+        {QStringLiteral("serverUser"), serverUser},
+        {QStringLiteral("serverKeyFile"), serverKeyFile},
+        {QStringLiteral("serverPath"), serverPath},
+        {QStringLiteral("driveEnabled"), driveEnabled},
+        {QStringLiteral("driveFolder"), driveFolder},
+        {QStringLiteral("driveClientID"), driveClientID},
+        {QStringLiteral("driveClientSecret"), driveClientSecret},
+        {QStringLiteral("autoBackup"), autoBackup},
+        {QStringLiteral("intervalHours"), intervalHours},
+        {QStringLiteral("skipOnBattery"), skipOnBattery},
+        {QStringLiteral("alertAfterHours"), alertAfterHours},
+        {QStringLiteral("keySaved"), keySaved},
+        {QStringLiteral("keepDays"), keepDays},
+    };
+}
+
+std::optional<AppConfig> AppConfig::fromJSON(const QJsonObject &object)
+{
+    JSONReader reader(object);
+    AppConfig config;
+    config.sources = reader.texts("sources");
+    config.excludes = reader.texts("excludes");
+    config.excludeCaches = reader.boolean("excludeCaches");
+    config.localEnabled = reader.boolean("localEnabled");
+    config.localFolder = reader.text("localFolder");
+    config.serverEnabled = reader.boolean("serverEnabled");
+    config.serverKind = reader.named("serverKind", ::serverKind);
+    config.serverHost = reader.text("serverHost");
+    config.serverPort = reader.text("serverPort");
+    config.serverUser = reader.text("serverUser");
+    config.serverKeyFile = reader.text("serverKeyFile");
+    config.serverPath = reader.text("serverPath");
+    config.driveEnabled = reader.boolean("driveEnabled");
+    config.driveFolder = reader.text("driveFolder");
+    config.driveClientID = reader.text("driveClientID");
+    config.driveClientSecret = reader.text("driveClientSecret");
+    config.autoBackup = reader.boolean("autoBackup");
+    config.intervalHours = reader.integer("intervalHours");
+    config.skipOnBattery = reader.boolean("skipOnBattery");
+    config.alertAfterHours = reader.integer("alertAfterHours");
+    config.keySaved = reader.boolean("keySaved");
+    config.keepDays = reader.integer("keepDays");
+    if (!reader.isGood()) {
+        return std::nullopt;
+    }
+    return config;
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Files that are replaced whole: a reader sees the old content or the new, never a part.
+namespace AtomicFile {
+
+/// Writes a temporary file beside the path and renames it over it. False when that failed; the old
+/// content is then still there.
+bool write(const QString &path, const QByteArray &content);
+
+/// Deletes the temporary files that a killed process left beside the path. Only for a moment at
+/// which nobody else can be writing it.
+void removeAbandoned(const QString &path);
+
+} // namespace AtomicFile

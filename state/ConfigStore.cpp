@@ -1,0 +1,33 @@
+#include "state/ConfigStore.h"
+
+#include "state/AtomicFile.h"
+#include "state/JSONFile.h"
+
+namespace {
+
+QString configFile()
+{
+    return Paths::supportFile(QStringLiteral("config.json"));
+}
+
+} // namespace
+
+AppConfig ConfigStore::load()
+{
+    const AppConfig defaults;
+    const std::optional<QJsonDocument> document = JSONFile::read(configFile());
+    if (!document || !document->isObject()) {
+        return defaults;
+    }
+    QJsonObject merged = defaults.toJSON();
+    const QJsonObject saved = document->object();
+    for (auto entry = saved.constBegin(); entry != saved.constEnd(); ++entry) {
+        merged.insert(entry.key(), entry.value());
+    }
+    return AppConfig::fromJSON(merged).value_or(defaults);
+}
+
+void ConfigStore::save(const AppConfig &config)
+{
+    AtomicFile::write(configFile(), JSONFile::encode(QJsonDocument(config.toJSON())));
+}

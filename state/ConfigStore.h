@@ -1,0 +1,17 @@
+#pragma once
+
+#include "state/AppConfig.h"
+
+/// The settings on disk: config.json in the support folder. Two writers are ordered by the atomic
+/// replacement alone; the last one wins whole.
+namespace ConfigStore {
+
+/// The settings as saved. A key that the file doesn't have takes its default, as in a file of an
+/// older version; a file that can't be read, or with a wrong type anywhere, gives all defaults and
+/// stays as it is until the next save.
+AppConfig load();
+
+/// Replaces config.json; a failure is dropped.
+void save(const AppConfig &config);
+
+} // namespace ConfigStore

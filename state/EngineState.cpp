@@ -1,0 +1,56 @@
+#include "state/EngineState.h"
+
+#include "state/JSONFile.h"
+#include "state/JSONReader.h"
+
+namespace {
+
+QJsonObject datesToJSON(const QMap<QString, QDateTime> &dates)
+{
+    QJsonObject object;
+    for (auto date = dates.cbegin(); date != dates.cend(); ++date) {
+        object.insert(date.key(), JSONFile::dateText(date.value()));
+    }
+    return object;
+}
+
+std::optional<QMap<QString, QDateTime>> datesFromJSON(const QJsonObject &object)
+{
+    QMap<QString, QDateTime> dates;
+    for (auto entry = object.constBegin(); entry != object.constEnd(); ++entry) {
+        const std::optional<QDateTime> date = JSONFile::date(entry.value().toString());
+        if (!date) {
+            return std::nullopt;
+        }
+        dates.insert(entry.key(), *date);
+    }
+    return dates;
+}
+
+} // namespace
+
+QJsonObject EngineState::toJSON() const
+{
+    QJsonObject object{
+        {QStringLiteral("lastPrune"), datesToJSON(lastPrune)},
+        {QStringLiteral("lastCheck"), datesToJSON(lastCheck)},
+    };
+    if (lastAlert) {
+        object.insert(QStringLiteral("lastAlert"), JSONFile::dateText(*lastAlert));
+    }
+    return object;
+}
+
+std::optional<EngineState> EngineState::fromJSON(const QJsonObject &object)
+{
+    JSONReader reader(object);
+    const auto lastPrune =
+        datesFromJSON(reader.optionalObject("lastPrune").value_or(QJsonObject()));
+    const auto lastCheck =
+        datesFromJSON(reader.optionalObject("lastCheck").value_or(QJsonObject()));
+    const auto lastAlert = reader.optionalDate("lastAlert");
+    if (!reader.isGood() || !lastPrune || !lastCheck) {
+        return std::nullopt;
+    }
+    return EngineState{*lastPrune, *lastCheck, lastAlert};
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDateTime>
+#include <QJsonObject>
+#include <QMap>
+#include <QString>
+
+#include <optional>
+
+/// What the engine remembers from run to run. The maps go by the destinations' raw values.
+struct EngineState
+{
+    QMap<QString, QDateTime> lastPrune; ///< last retention run that pruned
+    QMap<QString, QDateTime> lastCheck; ///< last verification that came out well
+    std::optional<QDateTime> lastAlert; ///< last problem alert, absent when there was none
+
+    bool operator==(const EngineState &) const = default;
+
+    [[nodiscard]] QJsonObject toJSON() const;
+
+    /// Every key may be missing; a wrong type gives absent.
+    static std::optional<EngineState> fromJSON(const QJsonObject &object);
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <optional>
+
+/// How a run on one destination ended.
+enum class Outcome { ok, warning, failed, skipped, cancelled };
+
+inline constexpr std::array allOutcomes = {Outcome::ok, Outcome::warning, Outcome::failed,
+                                           Outcome::skipped, Outcome::cancelled};
+
+/// The text that stands for an outcome in our files: the name of the case.
+QString rawValue(Outcome outcome);
+
+/// The outcome of a raw value; absent for any other text.
+std::optional<Outcome> outcome(const QString &rawValue);

@@ -1,0 +1,74 @@
+#include "state/Paths.h"
+
+#include "platform/ExecutablePath.h"
+#include "platform/MountPoint.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QSysInfo>
+
+namespace {
+
+QString madeSupportFolder()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                           QLatin1String("/Vellomar");
+    QDir().mkpath(folder);
+    QFile::setPermissions(folder,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    return folder;
+}
+
+} // namespace
+
+const QString &Paths::home()
+{
+    static const QString path = QDir::homePath();
+    return path;
+}
+
+const QString &Paths::hostname()
+{
+    static const QString name = withoutLocalDomain(QSysInfo::machineHostName());
+    return name;
+}
+
+const QString &Paths::support()
+{
+    static const QString folder = madeSupportFolder();
+    return folder;
+}
+
+QString Paths::supportFile(const QString &name)
+{
+    return support() + u'/' + name;
+}
+
+std::optional<QString> Paths::resources()
+{
+    const std::optional<QString> executable = ownExecutablePath();
+    if (!executable) {
+        return std::nullopt;
+    }
+    const QString folder =
+        QDir::cleanPath(QFileInfo(*executable).path() + QLatin1String("/../share/vellomar"));
+    if (!QFileInfo(folder).isDir()) {
+        return std::nullopt;
+    }
+    return folder;
+}
+
+std::optional<QString> Paths::volume(const QString &path)
+{
+    QString existing = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    while (!QFileInfo::exists(existing) && existing != QLatin1String("/")) {
+        existing = QFileInfo(existing).path();
+    }
+    return mountPoint(existing);
+}
+
+QString Paths::withoutLocalDomain(QString hostname)
+{
+    return hostname.remove(QLatin1String(".local"));
+}

@@ -1,0 +1,49 @@
+#include "tests/support/Installation.h"
+
+#include <QDir>
+#include <QFile>
+
+Installation::Installation()
+    : m_root(m_folder.path() + QLatin1String("/a place with blanks"))
+{
+    QDir().mkpath(m_root + QLatin1String("/bin"));
+    QDir().mkpath(m_root + QLatin1String("/share/vellomar/bin"));
+    QFile::copy(builtProgram(), program());
+}
+
+QString Installation::program() const
+{
+    return m_root + QLatin1String("/bin/vellomar");
+}
+
+QString Installation::tool(const QString &name) const
+{
+    return m_root + QLatin1String("/share/vellomar/bin/") + name;
+}
+
+void Installation::addReal(const QString &name)
+{
+    QFile::remove(tool(name));
+    QFile::link(realTool(name), tool(name));
+}
+
+void Installation::addScript(const QString &name, const QByteArray &text)
+{
+    QFile::remove(tool(name));
+    QFile file(tool(name));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(text);
+        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                            QFileDevice::ExeOwner);
+    }
+}
+
+QString Installation::realTool(const QString &name)
+{
+    return QStringLiteral(VELLOMAR_TOOLS "/") + name;
+}
+
+QString Installation::builtProgram()
+{
+    return QStringLiteral(VELLOMAR_PROGRAM);
+}

@@ -1,0 +1,40 @@
+#include "tests/support/MemorySecretBackend.h"
+
+SecretBackend::Match MemorySecretBackend::copyMatching(const QString &service,
+                                                       const QString &account)
+{
+    ++reads;
+    if (readFailure != 0) {
+        return {readFailure, std::nullopt};
+    }
+    const auto item = items.constFind({service, account});
+    if (item == items.constEnd()) {
+        return {itemNotFound, std::nullopt};
+    }
+    return {0, *item};
+}
+
+std::int32_t MemorySecretBackend::update(const QString &service, const QString &account,
+                                         const QByteArray &value)
+{
+    ++updates;
+    if (writeFailure != 0) {
+        return writeFailure;
+    }
+    if (!items.contains({service, account})) {
+        return itemNotFound;
+    }
+    items[{service, account}] = value;
+    return 0;
+}
+
+std::int32_t MemorySecretBackend::add(const QString &service, const QString &account,
+                                      const QByteArray &value)
+{
+    ++adds;
+    if (writeFailure != 0) {
+        return writeFailure;
+    }
+    items[{service, account}] = value;
+    return 0;
+}

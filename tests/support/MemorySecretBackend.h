@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/SecretBackend.h"
+
+#include <QMap>
+
+#include <utility>
+
+/// A secret store in memory that can be made to refuse.
+class MemorySecretBackend final : public SecretBackend
+{
+public:
+    QMap<std::pair<QString, QString>, QByteArray> items; ///< by service and account
+    std::int32_t readFailure = 0;                        ///< unless 0, what copyMatching gives
+    std::int32_t writeFailure = 0;                       ///< unless 0, what update and add give
+    int reads = 0;
+    int updates = 0;
+    int adds = 0;
+
+    Match copyMatching(const QString &service, const QString &account) override;
+    std::int32_t update(const QString &service, const QString &account,
+                        const QByteArray &value) override;
+    std::int32_t add(const QString &service, const QString &account,
+                     const QByteArray &value) override;
+};

@@ -1,0 +1,28 @@
+#include <QByteArray>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+// Every test process gets an empty home of its own, and no session bus, no keyring and no settings
+// of whoever runs it.
+int main(int argc, char *argv[])
+{
+    const QTemporaryDir home;
+    if (!home.isValid()) {
+        std::fputs("no temporary home could be made\n", stderr);
+        return 1;
+    }
+    qputenv("HOME", home.path().toUtf8());
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent");
+    for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
+                             "XDG_RUNTIME_DIR", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        qunsetenv(name);
+    }
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}

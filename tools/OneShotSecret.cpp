@@ -1,0 +1,128 @@
+#include "tools/OneShotSecret.h"
+
+#include "platform/Clock.h"
+#include "platform/ExecutablePath.h"
+#include "state/Paths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUuid>
+
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+QString pathPrefix()
+{
+    return Paths::supportFile(QStringLiteral("k-"));
+}
+
+bool isPipe(int descriptor)
+{
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+// Where the file system keeps no creation date the last change serves, so that a pipe in use isn't
+// taken for an old one.
+QDateTime creationDate(const QFileInfo &file)
+{
+    const QDateTime birth = file.birthTime();
+    return birth.isValid() ? birth : file.lastModified();
+}
+
+// rclone splits the command at blanks outside double quotes; a quote inside them stands twice.
+QString quoted(QString path)
+{
+    return u'"' + path.replace(u'"', QLatin1String("\"\"")) + u'"';
+}
+
+bool isLeftover(const QString &name)
+{
+    return name.startsWith(QLatin1String("k-")) ||
+           (name.startsWith(QLatin1String("rclone-")) && name.endsWith(QLatin1String(".conf")));
+}
+
+} // namespace
+
+OneShotSecret::OneShotSecret(QString path, FileDescriptor descriptor)
+    : m_path(std::move(path))
+    , m_descriptor(std::move(descriptor))
+{
+}
+
+std::unique_ptr<OneShotSecret> OneShotSecret::create(const QString &secret)
+{
+    const QString path = pathPrefix() + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QByteArray name = QFile::encodeName(path);
+    if (::mkfifo(name.constData(), S_IRUSR | S_IWUSR) != 0) {
+        return nullptr;
+    }
+    // Open for both, so that there is no waiting for a reader and the bytes stay.
+    FileDescriptor descriptor(::open(name.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    const QByteArray bytes = secret.toUtf8();
+    // From here on the end of the object removes the pipe.
+    std::unique_ptr<OneShotSecret> channel(new OneShotSecret(path, std::move(descriptor)));
+    if (!channel->m_descriptor.isOpen() ||
+        ::write(channel->m_descriptor.get(), bytes.constData(),
+                static_cast<size_t>(bytes.size())) != bytes.size()) {
+        return nullptr;
+    }
+    return channel;
+}
+
+OneShotSecret::~OneShotSecret()
+{
+    m_descriptor.close();
+    ::unlink(QFile::encodeName(m_path).constData());
+}
+
+std::optional<QString> OneShotSecret::command() const
+{
+    const std::optional<QString> executable = ownExecutablePath();
+    if (!executable) {
+        return std::nullopt;
+    }
+    return quoted(*executable) + QLatin1String(" --secret ") + quoted(m_path);
+}
+
+void OneShotSecret::deliver(const QString &path)
+{
+    // More than any key of ours; what goes beyond it isn't delivered.
+    std::array<char, 1024> buffer{};
+    if (!path.startsWith(pathPrefix())) {
+        std::_Exit(EXIT_FAILURE);
+    }
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0 || !isPipe(descriptor)) {
+        std::_Exit(EXIT_FAILURE);
+    }
+    const ssize_t length = ::read(descriptor, buffer.data(), buffer.size());
+    if (length < 1 ||
+        ::write(STDOUT_FILENO, buffer.data(), static_cast<size_t>(length)) != length) {
+        std::_Exit(EXIT_FAILURE);
+    }
+    std::_Exit(EXIT_SUCCESS);
+}
+
+void OneShotSecret::removeStale()
+{
+    static constexpr qint64 ageLimitSeconds = 60;
+    const QDateTime now = Clock::now();
+    const QFileInfoList files =
+        QDir(Paths::support())
+            .entryInfoList(QDir::Files | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QFileInfo &file : files) {
+        if (isLeftover(file.fileName()) &&
+            creationDate(file).msecsTo(now) > ageLimitSeconds * 1000) {
+            ::unlink(QFile::encodeName(file.filePath()).constData());
+        }
+    }
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "tools/ChildProcess.h"
+#include "tools/LineReader.h"
+#include "tools/ProcessHandle.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+/// How a child ended and what it wrote. Both texts are repaired where they aren't UTF-8.
+struct ProcessResult
+{
+    int status = -1;        ///< as ChildProcess::wait() gives it; -1 when no child could be started
+    QString standardOutput; ///< empty when the lines went to a receiver
+    QString standardError;  ///< the reason when no child could be started
+};
+
+/// What a call of a tool may want besides its arguments.
+struct ProcessOptions
+{
+    ChildProcess::Environment env = {}; ///< laid over this process's environment
+    std::optional<QString> input =
+        {};                          ///< a short secret for standard input; a line feed follows it
+    ProcessHandle *handle = nullptr; ///< by which the child can be stopped
+    LineReceiver onLine = {};        ///< gets standard output line by line, on a thread of its own
+};
+
+/// Runs a program and waits until it has ended and its pipes have been read to their ends. The one
+/// road to a child process. All calls of `onLine` come before it returns.
+ProcessResult runProcess(const QString &path, const QStringList &arguments,
+                         const ProcessOptions &options = {});
+
+/// Puts another runner in the place of the real one for its own life, for tests. Not to be nested.
+class ScopedProcessRunner
+{
+public:
+    using Runner = std::function<ProcessResult(const QString &path, const QStringList &arguments,
+                                               const ProcessOptions &options)>;
+
+    explicit ScopedProcessRunner(Runner runner);
+    ~ScopedProcessRunner();
+    ScopedProcessRunner(const ScopedProcessRunner &) = delete;
+    ScopedProcessRunner &operator=(const ScopedProcessRunner &) = delete;
+    ScopedProcessRunner(ScopedProcessRunner &&) = delete;
+    ScopedProcessRunner &operator=(ScopedProcessRunner &&) = delete;
+
+private:
+    Runner m_runner;
+};

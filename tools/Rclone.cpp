@@ -1,0 +1,169 @@
+#include "tools/Rclone.h"
+
+#include "state/JSONFile.h"
+#include "state/Keychain.h"
+#include "state/Paths.h"
+#include "tools/Tools.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+#include <filesystem>
+#include <mutex>
+
+namespace {
+
+using Stamp = std::filesystem::file_time_type;
+
+struct Cache
+{
+    Stamp stamp;
+    Rclone::Remotes remotes;
+};
+
+QString configFile()
+{
+    return Paths::supportFile(QStringLiteral("rclone.conf"));
+}
+
+/// Date of the file's last change; the distant past when there is no file.
+Stamp currentStamp()
+{
+    std::error_code failure;
+    const Stamp stamp = std::filesystem::last_write_time(
+        std::filesystem::path(QFile::encodeName(configFile()).toStdString()), failure);
+    return failure ? Stamp::min() : stamp;
+}
+
+bool isInEnvelope()
+{
+    QFile file(configFile());
+    // What every file that rclone has encrypted begins with.
+    return file.open(QIODevice::ReadOnly) && file.read(40).startsWith("# Encrypted");
+}
+
+void encryptOnce()
+{
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone || !Rclone::configKey() || isInEnvelope()) {
+        return;
+    }
+    const Rclone::ConfigEnvironment environment;
+    runProcess(*rclone,
+               {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
+               {.env = environment.variables()});
+}
+
+Rclone::Remotes dumpedRemotes()
+{
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone) {
+        return {};
+    }
+    Rclone::encrypted();
+    const Rclone::ConfigEnvironment environment;
+    const ProcessResult result =
+        runProcess(*rclone, {QStringLiteral("config"), QStringLiteral("dump")},
+                   {.env = environment.variables()});
+    const auto document = JSONFile::decode(result.standardOutput.toUtf8());
+    if (!document || !document->isObject()) {
+        return {};
+    }
+    Rclone::Remotes remotes;
+    const QJsonObject sections = document->object();
+    for (auto section = sections.constBegin(); section != sections.constEnd(); ++section) {
+        if (!section.value().isObject()) {
+            return {};
+        }
+        remotes.insert(section.key(), section.value().toObject());
+    }
+    return remotes;
+}
+
+} // namespace
+
+Rclone::Remotes Rclone::remotes()
+{
+    // Held while rclone runs, so that two threads never dump at once: the second gets the cache.
+    static std::mutex cacheLock;
+    static std::optional<Cache> cache;
+
+    const std::lock_guard lock(cacheLock);
+    const Stamp stamp = currentStamp();
+    if (!cache || cache->stamp != stamp) {
+        cache = Cache{stamp, dumpedRemotes()};
+    }
+    return cache->remotes;
+}
+
+bool Rclone::isConfigured()
+{
+    return remotes().value(driveRemote).contains(QLatin1String("token"));
+}
+
+std::optional<QString> Rclone::obscure(const QString &text)
+{
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone) {
+        return std::nullopt;
+    }
+    const ProcessResult result =
+        runProcess(*rclone, {QStringLiteral("obscure"), QStringLiteral("-")}, {.input = text});
+    const QString obscured = result.standardOutput.trimmed();
+    if (result.status != 0 || obscured.isEmpty()) {
+        return std::nullopt;
+    }
+    return obscured;
+}
+
+void Rclone::disconnect()
+{
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone) {
+        return;
+    }
+    encrypted();
+    const ConfigEnvironment environment;
+    runProcess(*rclone, {QStringLiteral("config"), QStringLiteral("delete"), driveRemote},
+               {.env = environment.variables()});
+}
+
+std::optional<QString> Rclone::lastError(const QString &standardError)
+{
+    static const QRegularExpression dateAndLevel(
+        QStringLiteral(R"(^[\d/]+ [\d:]+ \w+\s*: (Fatal error: )?)"));
+    const QStringList lines = standardError.split(u'\n', Qt::SkipEmptyParts);
+    if (lines.isEmpty()) {
+        return std::nullopt;
+    }
+    QString sentence = lines.last();
+    return sentence.remove(dateAndLevel);
+}
+
+const std::optional<QString> &Rclone::configKey()
+{
+    static const std::optional<QString> key = []() -> std::optional<QString> {
+        const auto stored = Keychain::loadOrCreate(Keychain::rcloneConfigKey);
+        return stored ? std::optional(*stored) : std::nullopt;
+    }();
+    return key;
+}
+
+void Rclone::encrypted()
+{
+    static std::once_flag once;
+    std::call_once(once, encryptOnce);
+}
+
+Rclone::ConfigEnvironment::ConfigEnvironment(const QString &file)
+{
+    m_variables.insert(QStringLiteral("RCLONE_CONFIG"), file.isEmpty() ? configFile() : file);
+    if (!configKey()) {
+        return;
+    }
+    m_key = OneShotSecret::create(*configKey());
+    const std::optional<QString> command = m_key ? m_key->command() : std::nullopt;
+    if (command) {
+        m_variables.insert(QStringLiteral("RCLONE_PASSWORD_COMMAND"), *command);
+    }
+}
