@@ -8,3 +8,6 @@ file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/share/vellomar)
 if(NOT private_bin STREQUAL VELLOMAR_TOOLS_DIR AND NOT EXISTS ${private_bin})
   file(CREATE_LINK ${VELLOMAR_TOOLS_DIR} ${private_bin} SYMBOLIC)
 endif()
+
+configure_file(${CMAKE_SOURCE_DIR}/resources/vellomar.svg
+  ${CMAKE_BINARY_DIR}/share/vellomar/vellomar.svg COPYONLY)

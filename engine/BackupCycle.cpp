@@ -26,11 +26,12 @@ void recordGate(DestinationID destination, Outcome outcome, const QString &messa
 } // namespace
 
 BackupEngine::BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
-                           std::function<bool()> onBattery)
+                           std::function<bool()> onBattery, Notify notify)
     : m_manual(manual)
     , m_config(std::move(config))
     , m_handle(std::move(handle))
     , m_onBattery(std::move(onBattery))
+    , m_notify(std::move(notify))
 {
 }
 
@@ -81,16 +82,22 @@ int BackupEngine::runDestinations(const std::vector<DestinationID> &destinations
                                   const QString &password)
 {
     int result = exitGood;
+    QList<RunRecord> records;
     for (const DestinationID destination : destinations) {
         if (m_handle->isCancelled()) {
             continue;
         }
         const RunRecord record = runOne(destination, password);
+        records.append(record);
         StatusStore::append(record);
+        if (isGood(record.outcome)) {
+            verifyIfDue(destination, password);
+        }
         if (record.outcome == Outcome::failed) {
             result = exitFailed;
         }
     }
+    notifyProblems(records);
     return result;
 }
 

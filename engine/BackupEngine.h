@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/BackupProgress.h"
+#include "engine/Notifier.h"
 #include "platform/PowerSource.h"
 #include "state/AppConfig.h"
 #include "state/RunRecord.h"
@@ -23,10 +24,13 @@
 class BackupEngine
 {
 public:
+    /// Posts a notification with a title and a body.
+    using Notify = std::function<void(const QString &title, const QString &body)>;
+
     /// `manual` says that the person asked for this run. `onBattery` answers whether the machine
-    /// runs on battery now.
+    /// runs on battery now, `notify` tells the person of a problem.
     BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
-                 std::function<bool()> onBattery = runsOnBattery);
+                 std::function<bool()> onBattery = runsOnBattery, Notify notify = Notifier::send);
 
     /// Runs the cycle and gives the process's exit code: 1 when the key can't be had or a
     /// destination failed, otherwise 0. Silently 0 when another cycle is running.
@@ -42,6 +46,13 @@ private:
     /// duration.
     void backUp(const Restic &restic, BackupProgress &progress, RunRecord &record);
 
+    /// Lets go the versions that the settings no longer keep. Has no part in the run's outcome.
+    void applyRetention(const Restic &restic);
+    /// Checks the repository if that is due, and records how it came out.
+    void verifyIfDue(DestinationID destination, const QString &password);
+    /// Tells the person, at most once a day, of what went wrong in a cycle.
+    void notifyProblems(const QList<RunRecord> &records);
+
     [[nodiscard]] std::vector<DestinationID> enabledDestinations() const;
     [[nodiscard]] QStringList existingSources() const;
     [[nodiscard]] QStringList backupArguments(DestinationID destination,
@@ -51,5 +62,6 @@ private:
     const AppConfig m_config;
     const std::shared_ptr<ProcessHandle> m_handle;
     const std::function<bool()> m_onBattery;
+    const Notify m_notify;
     BackupProgress::WriteTime m_lastStatusWrite;
 };

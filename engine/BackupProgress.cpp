@@ -67,7 +67,7 @@ void BackupProgress::enter(const QString &phase)
     StatusStore::write(m_status);
 }
 
-void BackupProgress::enterCleaning(const QString &phase)
+void BackupProgress::enterWhole(const QString &phase)
 {
     m_status.percent = 1.0;
     m_status.currentFile.reset();

@@ -25,8 +25,8 @@ public:
 
     /// Enters a phase and writes the status at once.
     void enter(const QString &phase);
-    /// Enters the last phase, in which everything has been copied.
-    void enterCleaning(const QString &phase);
+    /// Enters a phase without progress of its own, which counts as all done.
+    void enterWhole(const QString &phase);
 
     /// One line of restic's standard output.
     void handleLine(const QString &line);

@@ -62,7 +62,8 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
         return;
     }
     progress.summarise(record);
-    progress.enterCleaning(localized("Pulizia delle versioni vecchie"));
+    progress.enterWhole(localized("Pulizia delle versioni vecchie"));
+    applyRetention(restic);
 
     if (someUnreadable) {
         end(record, Outcome::warning,

@@ -1,6 +1,7 @@
 #include "state/AppConfig.h"
 
 #include "state/JSONReader.h"
+#include "state/Localized.h"
 
 #include <QJsonArray>
 
@@ -42,6 +43,31 @@ QStringList AppConfig::defaultExcludes()
             QStringLiteral("~/Library/Containers/com.docker.docker"),
             QStringLiteral("node_modules"),
             QStringLiteral(".pnpm-store")};
+}
+
+QList<RetentionOption> AppConfig::retentionOptions()
+{
+    return {
+        {-1, localized("Solo l'ultima"), localized("Ultima")},
+        {7, localized("1 settimana"), localized("1 sett.")},
+        {30, localized("1 mese"), localized("1 mese")},
+        {90, localized("3 mesi"), localized("3 mesi")},
+        {180, localized("6 mesi"), localized("6 mesi")},
+        {365, localized("1 anno"), localized("1 anno")},
+        {730, localized("2 anni"), localized("2 anni")},
+        {1825, localized("5 anni"), localized("5 anni")},
+        {0, localized("Sempre"), localized("Sempre")},
+    };
+}
+
+QString AppConfig::retentionLabel() const
+{
+    for (const RetentionOption &option : retentionOptions()) {
+        if (option.days == keepDays) {
+            return option.label;
+        }
+    }
+    return localized("%1 giorni").arg(keepDays);
 }
 
 QJsonObject AppConfig::toJSON() const

@@ -5,10 +5,19 @@
 #include "state/ServerKind.h"
 
 #include <QJsonObject>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+
+/// One choice of how long versions are kept.
+struct RetentionOption
+{
+    qint64 days; ///< the value of keepDays
+    QString label;
+    QString shortLabel;
+};
 
 /// The person's settings: a plain value, kept in config.json under the fields' names. A new value
 /// holds the defaults of this moment. The secret of a server is never here; the secret of a Drive
@@ -40,7 +49,7 @@ struct AppConfig
     bool skipOnBattery = false;  ///< scheduled runs wait for mains power
     qint64 alertAfterHours = 24; ///< hours without a good backup before an alert; negative is never
     bool keySaved = false;       ///< the person has confirmed that the encryption key is saved
-    qint64 keepDays = 730;       ///< how long versions are kept
+    qint64 keepDays = 730; ///< days that versions are kept; 0 is for ever, negative the last only
 
     bool operator==(const AppConfig &) const = default;
 
@@ -49,6 +58,12 @@ struct AppConfig
 
     /// Whether a destination is in use.
     [[nodiscard]] bool isEnabled(DestinationID destination) const;
+
+    /// The choices that the person has, from the shortest to the longest.
+    static QList<RetentionOption> retentionOptions();
+
+    /// The long name of the choice in force; a number of days where there is no such choice.
+    [[nodiscard]] QString retentionLabel() const;
 
     [[nodiscard]] QJsonObject toJSON() const;
 

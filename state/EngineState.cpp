@@ -29,6 +29,13 @@ std::optional<QMap<QString, QDateTime>> datesFromJSON(const QJsonObject &object)
 
 } // namespace
 
+bool EngineState::isDue(const QMap<QString, QDateTime> &dates, const QString &destination,
+                        const QDateTime &now, std::chrono::milliseconds interval)
+{
+    const auto last = dates.constFind(destination);
+    return last == dates.constEnd() || last->msecsTo(now) > interval.count();
+}
+
 QJsonObject EngineState::toJSON() const
 {
     QJsonObject object{

@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 /// What the engine remembers from run to run. The maps go by the destinations' raw values.
@@ -15,6 +16,11 @@ struct EngineState
     std::optional<QDateTime> lastAlert; ///< last problem alert, absent when there was none
 
     bool operator==(const EngineState &) const = default;
+
+    /// Whether more than `interval` has passed at `now` since the date of an entry of one of the
+    /// maps, or there is no entry. A date in the future makes nothing due.
+    static bool isDue(const QMap<QString, QDateTime> &dates, const QString &destination,
+                      const QDateTime &now, std::chrono::milliseconds interval);
 
     [[nodiscard]] QJsonObject toJSON() const;
 

@@ -26,3 +26,8 @@ std::optional<Outcome> outcome(const QString &raw)
     }
     return std::nullopt;
 }
+
+bool isGood(Outcome outcome)
+{
+    return outcome == Outcome::ok || outcome == Outcome::warning;
+}

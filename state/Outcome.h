@@ -16,3 +16,6 @@ QString rawValue(Outcome outcome);
 
 /// The outcome of a raw value; absent for any other text.
 std::optional<Outcome> outcome(const QString &rawValue);
+
+/// Whether a run with this outcome left a new version behind.
+bool isGood(Outcome outcome);

@@ -1,14 +1,11 @@
 #include "platform/SecretBackend.h"
 
-#include "platform/linux/GlibPointer.h"
+#include "platform/linux/Patience.h"
 
 #include <libsecret/secret.h>
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 
 namespace {
 
@@ -50,42 +47,15 @@ std::int32_t statusOf(const GErrorPointer &error)
     return 3000 + error->code;
 }
 
-// Cancels a call to the store that takes too long: an unlocking question that nobody answers must
-// not hold a windowless run for ever.
-class Patience
-{
-public:
-    Patience()
-        : m_cancellable(g_cancellable_new())
-        , m_timer([this](const std::stop_token &stop) { cancelInTime(stop); })
-    {
-    }
-
-    [[nodiscard]] GCancellable *cancellable() const { return m_cancellable.get(); }
-
-private:
-    void cancelInTime(const std::stop_token &stop)
-    {
-        static constexpr auto limit = std::chrono::minutes(2);
-        std::unique_lock lock(m_mutex);
-        m_condition.wait_for(lock, stop, limit, [] { return false; });
-        if (!stop.stop_requested()) {
-            g_cancellable_cancel(m_cancellable.get());
-        }
-    }
-
-    GObjectPointer<GCancellable> m_cancellable;
-    std::mutex m_mutex;
-    std::condition_variable_any m_condition;
-    std::jthread m_timer;
-};
+// An unlocking question that nobody answers must not hold a windowless run for ever.
+constexpr auto patienceWithPerson = std::chrono::minutes(2);
 
 class SecretService final : public SecretBackend
 {
 public:
     Match copyMatching(const QString &service, const QString &account) override
     {
-        const Patience patience;
+        const Patience patience(patienceWithPerson);
         Item item = find(service, account, patience);
         if (item.status != 0) {
             return {item.status, std::nullopt};
@@ -104,7 +74,7 @@ public:
     std::int32_t update(const QString &service, const QString &account,
                         const QByteArray &value) override
     {
-        const Patience patience;
+        const Patience patience(patienceWithPerson);
         Item item = find(service, account, patience);
         if (item.status != 0) {
             return item.status;
@@ -121,7 +91,7 @@ public:
     std::int32_t add(const QString &service, const QString &account,
                      const QByteArray &value) override
     {
-        const Patience patience;
+        const Patience patience(patienceWithPerson);
         GError *error = nullptr;
         SecretValue *secret = secret_value_new(value.constData(), value.size(), "text/plain");
         const QByteArray label = "Vellomar: " + account.toUtf8();

@@ -1,0 +1,94 @@
+#include "engine/BackupEngine.h"
+
+#include "platform/Clock.h"
+#include "state/Localized.h"
+#include "state/StatusStore.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds silenceAfterAlert = 24h;
+
+const RunRecord *firstWith(Outcome outcome, const QList<RunRecord> &records)
+{
+    const auto found =
+        std::find_if(records.cbegin(), records.cend(),
+                     [outcome](const RunRecord &record) { return record.outcome == outcome; });
+    return found == records.cend() ? nullptr : &*found;
+}
+
+bool anyIsGood(const QList<RunRecord> &records)
+{
+    return std::any_of(records.cbegin(), records.cend(),
+                       [](const RunRecord &record) { return isGood(record.outcome); });
+}
+
+/// Since when there has been no good backup.
+struct Drought
+{
+    bool hadGoodBackup = false;
+    qint64 hours = 0;
+};
+
+Drought drought()
+{
+    QList<RunRecord> backups = StatusStore::loadHistory();
+    backups.removeIf([](const RunRecord &record) { return record.kind.has_value(); });
+    const QDateTime now = Clock::now();
+    if (backups.isEmpty()) {
+        return {};
+    }
+    const auto lastGood =
+        std::find_if(backups.cbegin(), backups.cend(),
+                     [](const RunRecord &record) { return isGood(record.outcome); });
+    const bool hadGoodBackup = lastGood != backups.cend();
+    const QDateTime reference = hadGoodBackup ? lastGood->date : backups.last().date;
+    return {hadGoodBackup, reference.msecsTo(now) / 3'600'000};
+}
+
+QString skipTitle(const Drought &drought)
+{
+    if (!drought.hadGoodBackup) {
+        return localized("Backup non eseguito");
+    }
+    const QString age = drought.hours > 47
+                            ? localized("%1 giorni").arg(drought.hours / 24)
+                            : localized("%1 ore").arg(qMax(drought.hours, qint64{1}));
+    return localized("Nessun backup da %1").arg(age);
+}
+
+QString body(const RunRecord &record)
+{
+    return title(record.destination) + QLatin1String(": ") + record.message;
+}
+
+} // namespace
+
+void BackupEngine::notifyProblems(const QList<RunRecord> &records)
+{
+    if (m_config.alertAfterHours < 0 || m_handle->isCancelled()) {
+        return;
+    }
+    EngineState state = StatusStore::loadState();
+    if (state.lastAlert && state.lastAlert->msecsTo(Clock::now()) <= silenceAfterAlert.count()) {
+        return;
+    }
+    if (const RunRecord *failed = firstWith(Outcome::failed, records)) {
+        m_notify(localized("Backup non riuscito"), body(*failed));
+    } else {
+        const RunRecord *skipped = firstWith(Outcome::skipped, records);
+        if (anyIsGood(records) || skipped == nullptr) {
+            return;
+        }
+        const Drought sinceGood = drought();
+        if (m_config.alertAfterHours > sinceGood.hours) {
+            return;
+        }
+        m_notify(skipTitle(sinceGood), body(*skipped));
+    }
+    state.lastAlert = Clock::now();
+    StatusStore::save(state);
+}

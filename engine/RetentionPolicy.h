@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QStringList>
+
+/// Which versions `restic forget` is to keep, as its arguments.
+///
+/// The last day is kept at the pace of the schedule, the last month by the day, the rest by the
+/// week. `keepDays` is a span in days; 0 keeps for ever, and a negative number the last version
+/// only.
+QStringList retentionPolicy(qint64 keepDays, qint64 intervalHours);

@@ -1,0 +1,65 @@
+#include "engine/Scheduler.h"
+
+#include "platform/ExecutablePath.h"
+#include "state/Paths.h"
+#include "tools/ProcessRunner.h"
+
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <limits>
+
+#include <unistd.h>
+
+namespace {
+
+QString label()
+{
+    return QStringLiteral("it.vellomar.backup");
+}
+
+PeriodicJob::Answer runTool(const QString &path, const QStringList &arguments)
+{
+    const ProcessResult result = runProcess(path, arguments);
+    return {result.status, result.standardOutput};
+}
+
+// One hour at least, and no more than a number of seconds can tell.
+qint64 intervalSeconds(qint64 hours)
+{
+    static constexpr qint64 most = std::numeric_limits<qint64>::max() / 3600;
+    return qBound(qint64{1}, hours, most) * 3600;
+}
+
+bool isWanted(const AppConfig &config)
+{
+    return config.autoBackup && config.keySaved &&
+           std::any_of(allDestinations.begin(), allDestinations.end(),
+                       [&config](DestinationID id) { return config.isEnabled(id); });
+}
+
+} // namespace
+
+void Scheduler::sync(const AppConfig &config)
+{
+#ifdef Q_OS_MACOS
+    LaunchAgent job(Paths::home(), label(), ::getuid(), runTool);
+#else
+    SystemdTimer job(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
+                     label(), runTool);
+#endif
+    sync(config, job, ownExecutablePath());
+}
+
+void Scheduler::sync(const AppConfig &config, PeriodicJob &job,
+                     const std::optional<QString> &executable)
+{
+    if (!isWanted(config) || !executable) {
+        job.remove();
+        return;
+    }
+    job.establish({.executable = *executable,
+                   .arguments = {QStringLiteral("--backup")},
+                   .intervalSeconds = intervalSeconds(config.intervalHours),
+                   .errorLog = Paths::supportFile(QStringLiteral("backup.log"))});
+}

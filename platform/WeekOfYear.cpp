@@ -1,0 +1,14 @@
+#include "platform/WeekOfYear.h"
+
+#include <unicode/ucal.h>
+
+int weekOfYear(const QDateTime &moment)
+{
+    UErrorCode failure = U_ZERO_ERROR;
+    UCalendar *calendar = ucal_open(nullptr, -1, nullptr, UCAL_DEFAULT, &failure);
+    ucal_setMillis(calendar, static_cast<UDate>(moment.toMSecsSinceEpoch()), &failure);
+    const int week = ucal_get(calendar, UCAL_WEEK_OF_YEAR, &failure);
+    ucal_close(calendar);
+    // Without its data ICU knows no calendar; the week by ISO 8601 is then as good.
+    return U_SUCCESS(failure) ? week : moment.toLocalTime().date().weekNumber();
+}

@@ -1,0 +1,83 @@
+#include "platform/Notifications.h"
+
+#include "platform/linux/Patience.h"
+
+#include <memory>
+
+namespace {
+
+struct GStringsFree
+{
+    void operator()(const gchar **strings) const { g_free(strings); }
+};
+
+/// The notification service of the session, for calls within one limit of time.
+class NotificationService
+{
+public:
+    explicit NotificationService(const Patience &patience)
+        : m_patience(patience)
+        , m_bus(g_bus_get_sync(G_BUS_TYPE_SESSION, patience.cancellable(), nullptr))
+    {
+    }
+
+    /// Empty when nobody answers. Takes the arguments over.
+    GVariantPointer call(const char *method, GVariant *arguments, const char *replyType)
+    {
+        const GVariantPointer owned(arguments != nullptr ? g_variant_ref_sink(arguments) : nullptr);
+        if (!m_bus) {
+            return nullptr;
+        }
+        return GVariantPointer(g_dbus_connection_call_sync(
+            m_bus.get(), "org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+            "org.freedesktop.Notifications", method, owned.get(), G_VARIANT_TYPE(replyType),
+            G_DBUS_CALL_FLAGS_NONE, -1, m_patience.cancellable(), nullptr));
+    }
+
+    /// Whether bodies are read as markup.
+    bool readsMarkup()
+    {
+        const GVariantPointer reply = call("GetCapabilities", nullptr, "(as)");
+        if (!reply) {
+            return false;
+        }
+        const gchar **names = nullptr;
+        g_variant_get(reply.get(), "(^a&s)", &names);
+        const std::unique_ptr<const gchar *, GStringsFree> owned(names);
+        return g_strv_contains(names, "body-markup") != FALSE;
+    }
+
+private:
+    const Patience &m_patience;
+    GObjectPointer<GDBusConnection> m_bus;
+};
+
+} // namespace
+
+bool postNotification(const Notification &notification, std::chrono::milliseconds patience)
+{
+    const Patience limit(patience);
+    NotificationService service(limit);
+    // A tool's own words may hold anything; they are meant as they stand.
+    const QString body =
+        service.readsMarkup() ? notification.body.toHtmlEscaped() : notification.body;
+
+    GVariantBuilder hints;
+    g_variant_builder_init(&hints, G_VARIANT_TYPE("a{sv}"));
+    g_variant_builder_add(&hints, "{sv}", "urgency", g_variant_new_byte(1)); // normal
+    g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
+    g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string("it.vellomar.app"));
+    const GVariantPointer reply = service.call(
+        "Notify",
+        g_variant_new("(susssasa{sv}i)", "Vellomar", 0U, notification.icon.toUtf8().constData(),
+                      notification.title.toUtf8().constData(), body.toUtf8().constData(), nullptr,
+                      &hints, -1),
+        "(u)");
+    return reply != nullptr;
+}
+
+void requestNotificationPermission(std::chrono::milliseconds patience)
+{
+    const Patience limit(patience);
+    NotificationService(limit).call("GetServerInformation", nullptr, "(ssss)");
+}

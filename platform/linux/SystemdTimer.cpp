@@ -1,0 +1,186 @@
+#include "platform/PeriodicJob.h"
+
+#include "platform/Clock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QTime>
+
+#include <utility>
+
+namespace {
+
+// Where a unit says from when its interval is counted, so that the same plan gives the same unit.
+constexpr QLatin1String countedFrom("# Counted from ");
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(content);
+        file.commit();
+    }
+}
+
+// systemd puts in its own specifiers at each percent sign.
+QString plain(QString text)
+{
+    return text.replace(u'%', QLatin1String("%%"));
+}
+
+// One word of a command line, in systemd's own quoting.
+QString quoted(QString text)
+{
+    text.replace(u'\\', QLatin1String("\\\\"))
+        .replace(u'"', QLatin1String("\\\""))
+        .replace(u'\n', QLatin1String("\\n"))
+        .replace(u'\t', QLatin1String("\\t"));
+    return u'"' + plain(text) + u'"';
+}
+
+QByteArray serviceUnit(const PeriodicJobPlan &plan)
+{
+    // The colon keeps dollar signs as they are.
+    QString command = QLatin1Char(':') + quoted(plan.executable);
+    for (const QString &argument : plan.arguments) {
+        command += u' ' + quoted(argument);
+    }
+    return QStringLiteral("[Unit]\n"
+                          "Description=Vellomar: backup pianificato\n"
+                          "\n"
+                          "[Service]\n"
+                          "Type=oneshot\n"
+                          "ExecStart=%1\n"
+                          "StandardError=append:%2\n"
+                          "Nice=10\n"
+                          "IOSchedulingClass=idle\n"
+                          // A stop is asked of the program, which passes it on to its tools.
+                          "KillMode=mixed\n")
+        .arg(command, plain(plan.errorLog))
+        .toUtf8();
+}
+
+/// Hours, minutes or seconds of a calendar expression that begin at a value and go on in steps.
+QString repeated(qint64 start, qint64 step)
+{
+    return QStringLiteral("%1/%2").arg(start % step, 2, 10, QLatin1Char('0')).arg(step);
+}
+
+// The moments that lie whole intervals from the start. A calendar goes on counting while the
+// machine sleeps or is off, a stopwatch doesn't; but it can only tell intervals that divide the
+// day, the hour or the minute.
+QString schedule(qint64 interval, const QDateTime &start)
+{
+    static constexpr qint64 minute = 60;
+    static constexpr qint64 hour = 60 * minute;
+    static constexpr qint64 day = 24 * hour;
+    const QTime time = start.toUTC().time();
+    QString moments;
+    if (interval % hour == 0 && day % interval == 0) {
+        moments = repeated(time.hour(), interval / hour) + time.toString(QStringLiteral(":mm:ss"));
+    } else if (interval % minute == 0 && hour % interval == 0) {
+        moments = QLatin1String("*:") + repeated(time.minute(), interval / minute) +
+                  time.toString(QStringLiteral(":ss"));
+    } else if (minute % interval == 0) {
+        moments = QLatin1String("*:*:") + repeated(time.second(), interval);
+    } else {
+        return QStringLiteral("OnActiveSec=%1\nOnUnitActiveSec=%1\n").arg(interval);
+    }
+    return QStringLiteral("OnCalendar=*-*-* %1 UTC\nPersistent=true\n").arg(moments);
+}
+
+QByteArray timerUnit(const PeriodicJobPlan &plan, const QDateTime &start)
+{
+    // Up to a sixtieth of the interval late, so that the system can gather what it has to do.
+    const qint64 accuracy = qBound(qint64{1}, plan.intervalSeconds / 60, qint64{60});
+    return QStringLiteral("%1%2\n"
+                          "[Unit]\n"
+                          "Description=Vellomar: backup pianificato\n"
+                          "\n"
+                          "[Timer]\n"
+                          "%3"
+                          "AccuracySec=%4\n"
+                          "\n"
+                          "[Install]\n"
+                          "WantedBy=timers.target\n")
+        .arg(countedFrom, start.toUTC().toString(Qt::ISODate),
+             schedule(plan.intervalSeconds, start), QString::number(accuracy))
+        .toUtf8();
+}
+
+/// From when the interval of an existing unit is counted; invalid when it doesn't say.
+QDateTime startOf(const QByteArray &timerUnit)
+{
+    static const QRegularExpression line(QStringLiteral("^# Counted from (\\S+)\n"));
+    return QDateTime::fromString(line.match(QString::fromUtf8(timerUnit)).captured(1), Qt::ISODate);
+}
+
+} // namespace
+
+SystemdTimer::SystemdTimer(const QString &configHome, const QString &name, RunTool runTool)
+    : m_folder(configHome + QLatin1String("/systemd/user/"))
+    , m_timer(name + QLatin1String(".timer"))
+    , m_service(name + QLatin1String(".service"))
+    , m_runTool(std::move(runTool))
+{
+}
+
+void SystemdTimer::establish(const PeriodicJobPlan &plan)
+{
+    if (!isAsPlanned(plan)) {
+        // The date of a former timer's last run, which would make the new one run at once.
+        systemctl({QStringLiteral("stop"), m_timer});
+        systemctl({QStringLiteral("clean"), QStringLiteral("--what=state"), m_timer});
+        QDir().mkpath(m_folder);
+        write(m_folder + m_service, serviceUnit(plan));
+        write(m_folder + m_timer, timerUnit(plan, Clock::now()));
+    } else if (isLoaded()) {
+        return;
+    }
+    systemctl({QStringLiteral("daemon-reload")});
+    systemctl({QStringLiteral("enable"), QStringLiteral("--now"), m_timer});
+}
+
+void SystemdTimer::remove()
+{
+    if (!QFile::exists(m_folder + m_timer)) {
+        return;
+    }
+    systemctl({QStringLiteral("disable"), QStringLiteral("--now"), m_timer});
+    systemctl({QStringLiteral("clean"), QStringLiteral("--what=state"), m_timer});
+    QFile::remove(m_folder + m_timer);
+    QFile::remove(m_folder + m_service);
+    systemctl({QStringLiteral("daemon-reload")});
+}
+
+bool SystemdTimer::isLoaded() const
+{
+    const Answer answer =
+        m_runTool(QStringLiteral("/usr/bin/systemctl"),
+                  {QStringLiteral("--user"), QStringLiteral("show"),
+                   QStringLiteral("--property=ActiveState,UnitFileState"), m_timer});
+    return answer.output.contains(QLatin1String("ActiveState=active")) &&
+           answer.output.contains(QLatin1String("UnitFileState=enabled"));
+}
+
+bool SystemdTimer::isAsPlanned(const PeriodicJobPlan &plan) const
+{
+    const QByteArray timer = contentOf(m_folder + m_timer);
+    const QDateTime start = startOf(timer);
+    return start.isValid() && timer == timerUnit(plan, start) &&
+           contentOf(m_folder + m_service) == serviceUnit(plan);
+}
+
+void SystemdTimer::systemctl(const QStringList &arguments) const
+{
+    m_runTool(QStringLiteral("/usr/bin/systemctl"),
+              QStringList{QStringLiteral("--user")} + arguments);
+}
