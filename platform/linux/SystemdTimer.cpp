@@ -48,8 +48,10 @@ QString quoted(QString text)
 
 QByteArray serviceUnit(const PeriodicJobPlan &plan)
 {
-    // The colon keeps dollar signs as they are.
-    QString command = QLatin1Char(':') + quoted(plan.executable);
+    // systemd refuses quotes and backslashes in the path of an executable, but not in an argument;
+    // so a shell gives way to it. The colon keeps dollar signs as they are.
+    QString command = QLatin1String(":/bin/sh -c ") + quoted(QStringLiteral("exec \"$0\" \"$@\"")) +
+                      u' ' + quoted(plan.executable);
     for (const QString &argument : plan.arguments) {
         command += u' ' + quoted(argument);
     }
@@ -68,10 +70,12 @@ QByteArray serviceUnit(const PeriodicJobPlan &plan)
         .toUtf8();
 }
 
-/// Hours, minutes or seconds of a calendar expression that begin at a value and go on in steps.
-QString repeated(qint64 start, qint64 step)
+/// Hours, minutes or seconds of a calendar expression that begin at a value and go on in steps up
+/// to the whole round.
+QString repeated(qint64 start, qint64 step, qint64 round)
 {
-    return QStringLiteral("%1/%2").arg(start % step, 2, 10, QLatin1Char('0')).arg(step);
+    const QString first = QStringLiteral("%1").arg(start % step, 2, 10, QLatin1Char('0'));
+    return step == round ? first : QString(first + u'/' + QString::number(step));
 }
 
 // The moments that lie whole intervals from the start. A calendar goes on counting while the
@@ -85,12 +89,13 @@ QString schedule(qint64 interval, const QDateTime &start)
     const QTime time = start.toUTC().time();
     QString moments;
     if (interval % hour == 0 && day % interval == 0) {
-        moments = repeated(time.hour(), interval / hour) + time.toString(QStringLiteral(":mm:ss"));
+        moments =
+            repeated(time.hour(), interval / hour, 24) + time.toString(QStringLiteral(":mm:ss"));
     } else if (interval % minute == 0 && hour % interval == 0) {
-        moments = QLatin1String("*:") + repeated(time.minute(), interval / minute) +
+        moments = QLatin1String("*:") + repeated(time.minute(), interval / minute, 60) +
                   time.toString(QStringLiteral(":ss"));
     } else if (minute % interval == 0) {
-        moments = QLatin1String("*:*:") + repeated(time.second(), interval);
+        moments = QLatin1String("*:*:") + repeated(time.second(), interval, 60);
     } else {
         return QStringLiteral("OnActiveSec=%1\nOnUnitActiveSec=%1\n").arg(interval);
     }
