@@ -1,0 +1,31 @@
+# What is checked without running the program: the scripts, the form of the
+# code, and what clang-tidy sees in it.
+# shellcheck shell=bash
+
+# files_of_ours PATTERN…: the files of the work tree, new ones too, each ended by NUL.
+files_of_ours() {
+    git -C "$root" ls-files -z --cached --others --exclude-standard --deduplicate -- "$@"
+}
+
+# The files of scripts/lib are checked as parts of the scripts that use them.
+check_scripts() {
+    say "Checking the scripts"
+    shellcheck --external-sources --check-sourced "$root"/scripts/{run,test,first-settings} "$root/.ci/run" ||
+        fail "shellcheck found faults in the scripts"
+}
+
+check_format() {
+    say "Checking the form of the code"
+    files_of_ours '*.h' '*.cpp' | xargs -0r clang-format --dry-run --Werror ||
+        fail "clang-format would write that code in another form"
+}
+
+# check_code FOLDER: all that this build compiles, but what is generated in it.
+check_code() {
+    local log=$root/$1/tidy.log here
+    here=$(printf '%s' "$root" | sed 's/[][\.*^$+?(){}|]/\\&/g')
+    say "Checking the code with clang-tidy (takes some minutes)"
+    run-clang-tidy -quiet -j "$(nproc)" -p "$root/$1" "^$here/(?!build)" >"$log" 2>&1 && return
+    grep -vE '^clang-tidy|warnings? generated' "$log" >&2
+    fail "clang-tidy found faults in the code"
+}

@@ -1,0 +1,82 @@
+# The main job where there is no desktop: a sample folder is backed up to a
+# sample disk, changed, backed up again, and restored, all in a temporary home.
+# shellcheck shell=bash
+
+demonstration() {
+    # The parts are those of a real home; nothing of the person's own is touched.
+    HOME=$(mktemp -d)
+    export HOME
+    unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_CACHE_HOME XDG_STATE_HOME
+    trap 'rm -rf -- "$HOME"' EXIT
+    trap 'exit 130' INT
+    trap 'exit 143' TERM HUP
+    local sample=$HOME/Sample disk=$HOME/Disk restored=$HOME/Restored
+
+    say "No desktop here: this is a backup in a private session, in the temporary home $HOME"
+    session_open "$(key_new)"
+    key_new | key_store
+    sample_make "$sample"
+    mkdir "$disk"
+    settings_write "$disk" "$sample"
+
+    say "First backup, of $(sample_size "$sample")"
+    backup_shown
+    sample_change "$sample"
+    say "Second backup, after a change, a new file and a removed one"
+    backup_shown
+
+    say "The versions on the disk"
+    restic_here snapshots
+    say "Restoring the last version"
+    restic_here restore "latest:$sample" --target "$restored"
+    diff -r --no-dereference "$sample" "$restored" ||
+        fail "what was restored differs from what was backed up"
+    diff <(sample_modes "$sample") <(sample_modes "$restored") ||
+        fail "modes or times of what was restored differ"
+    say "Shown: an encrypted backup, a second one of the changes alone, and a restore that is equal byte by byte, with names, modes and times."
+}
+
+# A backup by the program, and what its history says of it.
+backup_shown() {
+    "$root/build/bin/vellomar" --backup --manual || fail "the backup failed: $(history_told .message)"
+    history_told '"    new files: \(.filesNew), changed: \(.filesChanged), added to the disk: \(.dataAdded) bytes"'
+}
+
+# history_told FILTER: what jq's filter tells of the newest record.
+history_told() { jq -r ".[0] | $1" "$(settings_folder)/history.json"; }
+
+# restic WORD… on the sample disk; restic reads the key from standard input.
+restic_here() {
+    key_read | "$root/build/share/vellomar/bin/restic" -q --no-cache -r "$HOME/Disk/Vellomar.backup" "$@"
+}
+
+# sample_make FOLDER: files with the names that people have, and odd ones.
+sample_make() {
+    mkdir -p "$1/Documenti [vecchi]" "$1/写真" "$1/an empty one"
+    cd -- "$1" || return
+    printf 'una lettera\n' >"Documenti [vecchi]/lettera con spazi.txt"
+    printf 'quoted\n' >"it's \"quoted\" \\ and * starred?.txt"
+    printf 'two lines\n' >$'two\nlines.txt'
+    printf 'latin\n' >$'not UTF-8 \xe8\xff.txt'
+    printf 'фото\n' >"写真/Фото ① é.jpg"
+    printf 'private\n' >private.txt
+    printf '#!/bin/sh\n' >tool.sh
+    : >empty
+    head -c 3000000 /dev/urandom >film.bin
+    ln -s "Documenti [vecchi]/lettera con spazi.txt" link
+    chmod 600 private.txt
+    chmod 755 tool.sh
+    chmod 700 "写真"
+}
+
+sample_change() {
+    cd -- "$1" || return
+    printf 'a line more\n' >>"Documenti [vecchi]/lettera con spazi.txt"
+    head -c 200000 /dev/urandom >"写真/new one.jpg"
+    rm empty
+}
+
+sample_size() { printf '%s files, %s' "$(find "$1" -type f -printf . | wc -c)" "$(du -sh "$1" | cut -f 1)"; }
+
+# Each name with its type, mode and time of change.
+sample_modes() { (cd -- "$1" && find . -mindepth 1 -printf '%p %y %m %T@\n' | LC_ALL=C sort); }

@@ -1,0 +1,50 @@
+# The Debian packages that Vellomar needs, and the one place where they are
+# listed. Nothing is done, and nothing asked, when all of them are there.
+# shellcheck shell=bash
+
+# To build the program and to use it.
+run_packages=(
+    g++ cmake ninja-build pkg-config
+    qt6-base-dev libsecret-1-dev libexpected-dev libicu-dev
+    dbus gnome-keyring libsecret-tools ca-certificates jq
+)
+
+# Besides those, to test it.
+test_packages=(
+    libgtest-dev libgmock-dev libbenchmark-dev
+    clang-format clang-tidy shellcheck git
+    strace python3-dbusmock procps util-linux
+)
+
+# packages_install run|test: installs those of the list that are missing.
+packages_install() {
+    local wanted=("${run_packages[@]}") missing log=$root/build/packages.log
+    [[ $1 != test ]] || wanted+=("${test_packages[@]}")
+    mapfile -t missing < <(packages_missing "${wanted[@]}")
+    ((${#missing[@]})) || return 0
+
+    local as_root=(env)
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null ||
+            fail "these packages are missing and only root can install them: ${missing[*]}"
+        as_root=(sudo env)
+    fi
+
+    say "Installing the packages that are missing: ${missing[*]}"
+    "${as_root[@]}" true || fail "only root can install packages, and sudo refused"
+    mkdir -p "$root/build"
+    # Lists that can't be refreshed are no failure yet: those at hand may do.
+    "${as_root[@]}" apt-get -q update >"$log" 2>&1 || true
+    "${as_root[@]}" DEBIAN_FRONTEND=noninteractive \
+        apt-get -q install -y --no-install-recommends "${missing[@]}" >>"$log" 2>&1 </dev/null ||
+        fail "the packages couldn't be installed (is the network reachable?); apt's own words are in $log"
+}
+
+# packages_missing NAME…: prints the names that aren't installed, one a line.
+packages_missing() {
+    local installed name
+    installed=" $(dpkg-query -W -f '${db:Status-Status}:${Package} ' "$@" 2>/dev/null || true)"
+    for name; do
+        [[ $installed == *" installed:$name "* ]] || printf '%s\n' "$name"
+    done
+}
