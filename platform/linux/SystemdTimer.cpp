@@ -140,10 +140,9 @@ SystemdTimer::SystemdTimer(const QString &configHome, const QString &name, RunTo
 
 void SystemdTimer::establish(const PeriodicJobPlan &plan)
 {
-    if (!isAsPlanned(plan)) {
-        // The date of a former timer's last run, which would make the new one run at once.
+    const bool isNew = !isAsPlanned(plan);
+    if (isNew) {
         systemctl({QStringLiteral("stop"), m_timer});
-        systemctl({QStringLiteral("clean"), QStringLiteral("--what=state"), m_timer});
         QDir().mkpath(m_folder);
         write(m_folder + m_service, serviceUnit(plan));
         write(m_folder + m_timer, timerUnit(plan, Clock::now()));
@@ -151,6 +150,11 @@ void SystemdTimer::establish(const PeriodicJobPlan &plan)
         return;
     }
     systemctl({QStringLiteral("daemon-reload")});
+    if (isNew) {
+        // The date of a former timer's last run, which would make the new one run at once. Only a
+        // unit that systemd has read is cleaned.
+        systemctl({QStringLiteral("clean"), QStringLiteral("--what=state"), m_timer});
+    }
     systemctl({QStringLiteral("enable"), QStringLiteral("--now"), m_timer});
 }
 

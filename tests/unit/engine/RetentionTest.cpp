@@ -1,0 +1,194 @@
+#include "tests/support/EngineFixture.h"
+
+#include "state/StatusStore.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class Retention : public EngineFixture
+{
+protected:
+    Retention() { config.keepDays = 7; }
+
+    void setLastPrune(const QString &destination, const QDateTime &date)
+    {
+        EngineState state = StatusStore::loadState();
+        state.lastPrune.insert(destination, date);
+        StatusStore::save(state);
+    }
+
+    static std::optional<QDateTime> lastPrune(const QString &destination)
+    {
+        const QMap<QString, QDateTime> dates = StatusStore::loadState().lastPrune;
+        return dates.contains(destination) ? std::optional(dates.value(destination)) : std::nullopt;
+    }
+
+    /// The arguments of the one `restic forget` of the last run.
+    QStringList forgotten()
+    {
+        const QList<ScriptedTools::Call> calls = tools.callsOf(QStringLiteral("forget"));
+        EXPECT_EQ(calls.size(), 1);
+        return calls.value(0).arguments;
+    }
+
+    bool prunes() { return forgotten().contains(QStringLiteral("--prune")); }
+};
+
+const QString local = QStringLiteral("local");
+
+TEST_F(Retention, theArgumentsAreTheTagTheGroupingThePolicyAndThePrune)
+{
+    setLastPrune(local, clock.moment().addDays(-8));
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(forgotten().join(u' '), QStringLiteral("forget --tag vellomar --group-by host "
+                                                     "--keep-hourly 24 --keep-daily 7 --prune"));
+}
+
+TEST_F(Retention, itFollowsTheBackupAndCanBeStopped)
+{
+    EXPECT_EQ(run(), 0);
+    const QStringList commands = tools.commands();
+    EXPECT_EQ(commands.indexOf(QStringLiteral("forget")),
+              commands.indexOf(QStringLiteral("backup")) + 1);
+    const ScriptedTools::Call call = tools.callsOf(QStringLiteral("forget")).value(0);
+    EXPECT_EQ(call.handle, handle.get());
+    EXPECT_FALSE(call.isFollowed);
+}
+
+TEST_F(Retention, theFirstRetentionOfADestinationPrunes)
+{
+    StatusStore::save(EngineState{{}, StatusStore::loadState().lastCheck, std::nullopt});
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(prunes());
+    EXPECT_EQ(lastPrune(local), clock.moment());
+}
+
+TEST_F(Retention, exactlySevenDaysAfterThePruneNoneIsDue)
+{
+    const QDateTime last = clock.moment().addDays(-7);
+    setLastPrune(local, last);
+    EXPECT_EQ(run(), 0);
+    EXPECT_FALSE(prunes());
+    EXPECT_EQ(lastPrune(local), last);
+}
+
+TEST_F(Retention, aSecondAfterSevenDaysPruningIsDue)
+{
+    setLastPrune(local, clock.moment().addDays(-7).addSecs(-1));
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(prunes());
+}
+
+TEST_F(Retention, withASingleVersionPruningIsDueAfterADay)
+{
+    config.keepDays = -1;
+    setLastPrune(local, clock.moment().addDays(-1));
+    EXPECT_EQ(run(), 0);
+    EXPECT_FALSE(prunes());
+
+    tools.calls.clear();
+    setLastPrune(local, clock.moment().addDays(-1).addSecs(-1));
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(prunes());
+}
+
+TEST_F(Retention, aPruneInTheFutureIsNotDue)
+{
+    setLastPrune(local, clock.moment().addDays(3));
+    EXPECT_EQ(run(), 0);
+    EXPECT_FALSE(prunes());
+}
+
+TEST_F(Retention, theDateIsTheOneAfterResticHasEnded)
+{
+    setLastPrune(local, clock.moment().addDays(-8));
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("forget")) {
+            clock.advance(2h);
+        }
+    };
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(lastPrune(local), clock.moment());
+}
+
+TEST_F(Retention, aFailureChangesNeitherTheRecordNorTheState)
+{
+    const QDateTime last = clock.moment().addDays(-8);
+    setLastPrune(local, last);
+    tools.forget = ScriptedTools::ended(11, QStringLiteral("locked"));
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().message, QStringLiteral("Completato"));
+    EXPECT_EQ(lastPrune(local), last);
+    EXPECT_TRUE(notifications.isEmpty());
+}
+
+TEST_F(Retention, aStopDuringThePruneLeavesTheRunGoodAndThePruneDue)
+{
+    const QDateTime last = clock.moment().addDays(-8);
+    setLastPrune(local, last);
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("forget")) {
+            handle->terminate();
+            tools.forget = ScriptedTools::ended(130);
+        }
+    };
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(lastPrune(local), last);
+}
+
+TEST_F(Retention, aWarningIsFollowedByItToo)
+{
+    tools.backup = ScriptedTools::ended(3);
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 1);
+}
+
+TEST_F(Retention, aFailedAndAStoppedBackupAreNot)
+{
+    tools.backup = ScriptedTools::ended(1);
+    EXPECT_EQ(run(), 1);
+    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
+
+    tools.backup = ScriptedTools::ended(0);
+    handle->terminate();
+    run();
+    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
+}
+
+TEST_F(Retention, eachDestinationHasAnEntryOfItsOwn)
+{
+    useAllDestinations();
+    setLastPrune(local, clock.moment().addDays(-1));
+    setLastPrune(QStringLiteral("drive"), clock.moment().addDays(-8));
+    setLastPrune(QStringLiteral("server"), clock.moment().addDays(-8));
+    EXPECT_EQ(run(), 0);
+    const QList<ScriptedTools::Call> calls = tools.callsOf(QStringLiteral("forget"));
+    ASSERT_EQ(calls.size(), 3);
+    EXPECT_FALSE(calls[0].arguments.contains(QStringLiteral("--prune")));
+    EXPECT_TRUE(calls[1].arguments.contains(QStringLiteral("--prune")));
+    EXPECT_TRUE(calls[2].arguments.contains(QStringLiteral("--prune")));
+    EXPECT_EQ(lastPrune(local), clock.moment().addDays(-1));
+    EXPECT_EQ(lastPrune(QStringLiteral("drive")), clock.moment());
+    EXPECT_EQ(lastPrune(QStringLiteral("server")), clock.moment());
+}
+
+TEST_F(Retention, forgettingAloneWritesNoState)
+{
+    setLastPrune(local, clock.moment());
+    const auto before = content("state.json");
+    writeSupportFile("state.json", *before + "\n");
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(content("state.json"), *before + "\n");
+}
+
+TEST_F(Retention, aDamagedStateCountsAsNone)
+{
+    writeSupportFile("state.json", "{\"lastPrune\": 3");
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(prunes());
+}
+
+} // namespace
