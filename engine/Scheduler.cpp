@@ -46,7 +46,8 @@ void Scheduler::sync(const AppConfig &config)
     LaunchAgent job(Paths::home(), label(), ::getuid(), runTool);
 #else
     SystemdTimer job(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
-                     label(), runTool);
+                     QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation), label(),
+                     runTool);
 #endif
     sync(config, job, ownExecutablePath());
 }

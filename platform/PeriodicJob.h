@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -73,8 +74,10 @@ private:
 class SystemdTimer final : public PeriodicJob
 {
 public:
-    /// `configHome` is the folder of the user's settings, in which systemd/user holds the units.
-    SystemdTimer(const QString &configHome, const QString &name, RunTool runTool);
+    /// `configHome` is the folder of the user's settings, in which systemd/user holds the units;
+    /// `dataHome` that of the user's data, in which systemd keeps the date of a timer's last run.
+    SystemdTimer(const QString &configHome, const QString &dataHome, const QString &name,
+                 RunTool runTool);
 
     void establish(const PeriodicJobPlan &plan) override;
     void remove() override;
@@ -83,9 +86,11 @@ private:
     [[nodiscard]] bool isLoaded() const;
     [[nodiscard]] bool isAsPlanned(const PeriodicJobPlan &plan) const;
     void systemctl(const QStringList &arguments) const;
+    void setLastRun(const QDateTime &moment) const;
 
     QString m_folder;
     QString m_timer;   ///< name of the timer's unit
     QString m_service; ///< name of the service's unit
+    QString m_lastRun; ///< file whose date is that of the timer's last run
     RunTool m_runTool;
 };

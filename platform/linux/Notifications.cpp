@@ -11,6 +11,12 @@ struct GStringsFree
     void operator()(const gchar **strings) const { g_free(strings); }
 };
 
+/// A text as D-Bus carries it: it can't hold a null.
+QByteArray carried(QString text)
+{
+    return text.replace(QChar::Null, QChar::ReplacementCharacter).toUtf8();
+}
+
 /// The notification service of the session, for calls within one limit of time.
 class NotificationService
 {
@@ -69,8 +75,8 @@ bool postNotification(const Notification &notification, std::chrono::millisecond
     g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string("it.vellomar.app"));
     const GVariantPointer reply = service.call(
         "Notify",
-        g_variant_new("(susssasa{sv}i)", "Vellomar", 0U, notification.icon.toUtf8().constData(),
-                      notification.title.toUtf8().constData(), body.toUtf8().constData(), nullptr,
+        g_variant_new("(susssasa{sv}i)", "Vellomar", 0U, carried(notification.icon).constData(),
+                      carried(notification.title).constData(), carried(body).constData(), nullptr,
                       &hints, -1),
         "(u)");
     return reply != nullptr;

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QTime>
@@ -130,31 +131,29 @@ QDateTime startOf(const QByteArray &timerUnit)
 
 } // namespace
 
-SystemdTimer::SystemdTimer(const QString &configHome, const QString &name, RunTool runTool)
+SystemdTimer::SystemdTimer(const QString &configHome, const QString &dataHome, const QString &name,
+                           RunTool runTool)
     : m_folder(configHome + QLatin1String("/systemd/user/"))
     , m_timer(name + QLatin1String(".timer"))
     , m_service(name + QLatin1String(".service"))
+    , m_lastRun(dataHome + QLatin1String("/systemd/timers/stamp-") + m_timer)
     , m_runTool(std::move(runTool))
 {
 }
 
 void SystemdTimer::establish(const PeriodicJobPlan &plan)
 {
-    const bool isNew = !isAsPlanned(plan);
-    if (isNew) {
+    if (!isAsPlanned(plan)) {
+        const QDateTime start = Clock::now();
         systemctl({QStringLiteral("stop"), m_timer});
+        setLastRun(start);
         QDir().mkpath(m_folder);
         write(m_folder + m_service, serviceUnit(plan));
-        write(m_folder + m_timer, timerUnit(plan, Clock::now()));
+        write(m_folder + m_timer, timerUnit(plan, start));
     } else if (isLoaded()) {
         return;
     }
     systemctl({QStringLiteral("daemon-reload")});
-    if (isNew) {
-        // The date of a former timer's last run, which would make the new one run at once. Only a
-        // unit that systemd has read is cleaned.
-        systemctl({QStringLiteral("clean"), QStringLiteral("--what=state"), m_timer});
-    }
     systemctl({QStringLiteral("enable"), QStringLiteral("--now"), m_timer});
 }
 
@@ -164,10 +163,22 @@ void SystemdTimer::remove()
         return;
     }
     systemctl({QStringLiteral("disable"), QStringLiteral("--now"), m_timer});
-    systemctl({QStringLiteral("clean"), QStringLiteral("--what=state"), m_timer});
+    // "systemctl clean" does the same, but it alone needs a session bus that systemd is on.
+    QFile::remove(m_lastRun);
     QFile::remove(m_folder + m_timer);
     QFile::remove(m_folder + m_service);
     systemctl({QStringLiteral("daemon-reload")});
+}
+
+// systemd makes up at once for what a timer has missed since its last run or, when it knows of
+// none, since it was started the last time. A new timer has missed nothing.
+void SystemdTimer::setLastRun(const QDateTime &moment) const
+{
+    QDir().mkpath(QFileInfo(m_lastRun).path());
+    QFile file(m_lastRun);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.setFileTime(moment, QFileDevice::FileModificationTime);
+    }
 }
 
 bool SystemdTimer::isLoaded() const

@@ -37,12 +37,12 @@ PeriodicJobPlan everyHour()
 QJsonObject parsed(const QByteArray &list)
 {
     QProcess reader;
-    reader.start(QStringLiteral("/usr/bin/python3"),
-                 {QStringLiteral("-c"),
-                  QStringLiteral("import json, plistlib, sys\n"
-                                 "list = plistlib.loads(sys.stdin.buffer.read(),"
-                                 " fmt=plistlib.FMT_XML)\n"
-                                 "print(json.dumps(list))")});
+    reader.start(
+        QStringLiteral("/usr/bin/python3"),
+        {QStringLiteral("-c"), QStringLiteral("import json, plistlib, sys\n"
+                                              "list = plistlib.loads(sys.stdin.buffer.read(),"
+                                              " fmt=plistlib.FMT_XML)\n"
+                                              "print(json.dumps(list))")});
     reader.write(list);
     reader.closeWriteChannel();
     reader.waitForFinished(20000);
@@ -91,7 +91,7 @@ TEST_F(LaunchAgentTest, pathsWithOddCharactersArriveAsTheyAre)
     const QJsonObject list = parsed(agent().propertyList(plan));
     EXPECT_EQ(list.value(QLatin1String("ProgramArguments")),
               QJsonValue(QJsonArray({odd, QStringLiteral("--backup")})));
-    EXPECT_EQ(list.value(QLatin1String("StandardErrorPath")), odd + QLatin1String("log"));
+    EXPECT_EQ(list.value(QLatin1String("StandardErrorPath")), QJsonValue(plan.errorLog));
 }
 
 TEST_F(LaunchAgentTest, theLongestIntervalIsAWholeNumber)
@@ -99,8 +99,8 @@ TEST_F(LaunchAgentTest, theLongestIntervalIsAWholeNumber)
     PeriodicJobPlan plan = everyHour();
     plan.intervalSeconds = std::numeric_limits<qint64>::max() / 3600 * 3600;
     const QByteArray list = agent().propertyList(plan);
-    EXPECT_TRUE(list.contains("<integer>" + QByteArray::number(plan.intervalSeconds) +
-                              "</integer>"));
+    EXPECT_TRUE(list.contains(
+        QByteArray("<integer>" + QByteArray::number(plan.intervalSeconds) + "</integer>")));
     EXPECT_EQ(parsed(list).size(), 7);
 }
 
@@ -206,8 +206,8 @@ TEST_F(LaunchAgentTest, aFolderThatCannotBeWrittenIsPassedOver)
     EXPECT_THAT(launchctl.calls, ElementsAre(bootedOut, bootstrapped));
 
     // The next call makes up for it.
-    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                      QFileDevice::ExeOwner);
+    QFile::setPermissions(folder,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     agent().establish(everyHour());
     EXPECT_EQ(content(), agent().propertyList(everyHour()));
     EXPECT_TRUE(launchctl.isLoaded);
@@ -222,8 +222,8 @@ TEST_F(LaunchAgentTest, aFileThatCannotBeDeletedIsPassedOver)
     agent().remove();
     EXPECT_FALSE(launchctl.isLoaded);
     EXPECT_TRUE(QFile::exists(path));
-    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                      QFileDevice::ExeOwner);
+    QFile::setPermissions(folder,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 TEST_F(LaunchAgentTest, aMissingLaunchctlIsPassedOver)

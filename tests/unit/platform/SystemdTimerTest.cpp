@@ -21,10 +21,10 @@ QStringList call(const QString &words)
            words.split(u' ');
 }
 
-const QStringList asked = call(QStringLiteral("show --property=ActiveState,UnitFileState job.timer"));
+const QStringList asked =
+    call(QStringLiteral("show --property=ActiveState,UnitFileState job.timer"));
 const QStringList stopped = call(QStringLiteral("stop job.timer"));
 const QStringList reloaded = call(QStringLiteral("daemon-reload"));
-const QStringList cleaned = call(QStringLiteral("clean --what=state job.timer"));
 const QStringList enabled = call(QStringLiteral("enable --now job.timer"));
 const QStringList disabled = call(QStringLiteral("disable --now job.timer"));
 
@@ -45,16 +45,18 @@ QByteArray contentOf(const QString &path)
 class SystemdTimerTest : public testing::Test
 {
 protected:
-    SystemdTimer job() { return {home + u"/settings", QStringLiteral("job"), systemctl.runTool()}; }
+    SystemdTimer job()
+    {
+        return {home + u"/settings", home + u"/data", QStringLiteral("job"), systemctl.runTool()};
+    }
     [[nodiscard]] QByteArray timer() const { return contentOf(folder + u"/job.timer"); }
     [[nodiscard]] QByteArray service() const { return contentOf(folder + u"/job.service"); }
 
     /// The lines of the timer between its accuracy and its section's beginning.
     [[nodiscard]] QString schedule() const
     {
-        static const QRegularExpression lines(
-            QStringLiteral("\\[Timer\\]\n(.*)\nAccuracySec="),
-            QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression lines(QStringLiteral("\\[Timer\\]\n(.*)\nAccuracySec="),
+                                              QRegularExpression::DotMatchesEverythingOption);
         return lines.match(QString::fromUtf8(timer())).captured(1);
     }
 
@@ -149,9 +151,10 @@ TEST_F(SystemdTimerTest, oddCharactersAreQuotedAsSystemdReadsThem)
     plan.executable = QStringLiteral("/a b/100%/\"q\" 'r'/$HOME/c\\d/è備/n\nt\t");
     plan.errorLog = QStringLiteral("/a b/100%/\"q\"/è備/backup.log");
     job().establish(plan);
-    EXPECT_EQ(setting(QStringLiteral("ExecStart")),
-              QStringLiteral(":/bin/sh -c \"exec \\\"$0\\\" \\\"$@\\\"\" "
-                             "\"/a b/100%%/\\\"q\\\" 'r'/$HOME/c\\\\d/è備/n\\nt\\t\" \"--backup\""));
+    EXPECT_EQ(
+        setting(QStringLiteral("ExecStart")),
+        QStringLiteral(":/bin/sh -c \"exec \\\"$0\\\" \\\"$@\\\"\" "
+                       "\"/a b/100%%/\\\"q\\\" 'r'/$HOME/c\\\\d/è備/n\\nt\\t\" \"--backup\""));
     EXPECT_EQ(setting(QStringLiteral("StandardError")),
               QStringLiteral("append:/a b/100%%/\"q\"/è備/backup.log"));
 }
@@ -159,7 +162,7 @@ TEST_F(SystemdTimerTest, oddCharactersAreQuotedAsSystemdReadsThem)
 TEST_F(SystemdTimerTest, aFirstCallWritesLoadsAndStarts)
 {
     job().establish(every(3600));
-    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, cleaned, enabled));
+    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, enabled));
 }
 
 TEST_F(SystemdTimerTest, aSecondCallOnlyAsksWhetherItIsLoaded)
@@ -197,7 +200,7 @@ TEST_F(SystemdTimerTest, anotherIntervalIsCountedFromTheChange)
     systemctl.calls.clear();
     clock.advance(std::chrono::minutes(17));
     job().establish(every(7200));
-    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, cleaned, enabled));
+    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, enabled));
     EXPECT_EQ(schedule(), QStringLiteral("OnCalendar=*-*-* 00/2:29:44 UTC\nPersistent=true"));
 }
 
@@ -208,8 +211,9 @@ TEST_F(SystemdTimerTest, aProgramThatWasMovedIsFollowed)
     PeriodicJobPlan plan = every(3600);
     plan.executable = QStringLiteral("/home/anna/vellomar");
     job().establish(plan);
-    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, cleaned, enabled));
-    EXPECT_TRUE(setting(QStringLiteral("ExecStart")).contains(QLatin1String("/home/anna/vellomar")));
+    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, enabled));
+    EXPECT_TRUE(
+        setting(QStringLiteral("ExecStart")).contains(QLatin1String("/home/anna/vellomar")));
 }
 
 TEST_F(SystemdTimerTest, damagedOrMissingUnitsAreWrittenAnew)
@@ -231,7 +235,7 @@ TEST_F(SystemdTimerTest, damagedOrMissingUnitsAreWrittenAnew)
         file.close();
         systemctl.calls.clear();
         job().establish(every(3600));
-        EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, cleaned, enabled));
+        EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, enabled));
         EXPECT_EQ(timer(), goodTimer);
         EXPECT_EQ(service(), goodService);
     }
@@ -248,9 +252,29 @@ TEST_F(SystemdTimerTest, removalLeavesNothing)
     job().establish(every(3600));
     systemctl.calls.clear();
     job().remove();
-    EXPECT_THAT(systemctl.calls, ElementsAre(disabled, cleaned, reloaded));
+    EXPECT_THAT(systemctl.calls, ElementsAre(disabled, reloaded));
     EXPECT_TRUE(QDir(folder).isEmpty());
     EXPECT_FALSE(systemctl.isActive);
+}
+
+TEST_F(SystemdTimerTest, aNewTimerCountsAsHavingJustRun)
+{
+    const QString lastRun = home + u"/data/systemd/timers/stamp-job.timer";
+    job().establish(every(3600));
+    EXPECT_EQ(QFileInfo(lastRun).lastModified(), clock.moment());
+
+    // The timer that stays has run when it did.
+    const QDateTime then = clock.moment();
+    clock.advance(std::chrono::hours(5));
+    job().establish(every(3600));
+    systemctl.isActive = false;
+    job().establish(every(3600));
+    EXPECT_EQ(QFileInfo(lastRun).lastModified(), then);
+
+    job().establish(every(7200));
+    EXPECT_EQ(QFileInfo(lastRun).lastModified(), clock.moment());
+    job().remove();
+    EXPECT_FALSE(QFile::exists(lastRun));
 }
 
 TEST_F(SystemdTimerTest, removalOfNothingDoesNothing)
@@ -269,8 +293,8 @@ TEST_F(SystemdTimerTest, aFolderThatCannotBeWrittenIsPassedOver)
     EXPECT_TRUE(QDir(folder).isEmpty());
 
     // The next call makes up for it.
-    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                      QFileDevice::ExeOwner);
+    QFile::setPermissions(folder,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     job().establish(every(3600));
     EXPECT_EQ(schedule(), QStringLiteral("OnCalendar=*-*-* 00/1:12:44 UTC\nPersistent=true"));
 }

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QThread>
+
+/// Waits until something holds, for as long as a busy machine may need; false when it never did.
+template <typename Condition>
+bool comesTrue(Condition condition)
+{
+    static constexpr int patienceMilliseconds = 60000;
+    static constexpr unsigned long pauseMilliseconds = 20;
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > patienceMilliseconds) {
+            return false;
+        }
+        QThread::msleep(pauseMilliseconds);
+    }
+    return true;
+}
