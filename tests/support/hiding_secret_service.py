@@ -5,8 +5,9 @@ Usage: hiding_secret_service.py default|no-default opens|refuses|opens-meanwhile
 
 There is one collection, locked, which is the default one or isn't. Asked to
 unlock it, the service does so or lets its prompt be dismissed; or the collection
-is unlocked by somebody else right after the first search. The collection holds one item, "repository-key" of "it.vellomar.app", if a VALUE is given.
-Writes one line when it is ready.
+is unlocked by somebody else right after the first search. It holds one item,
+"repository-key" of "it.vellomar.app", if a VALUE is given. Writes one line when
+it is ready.
 """
 
 import sys

@@ -51,7 +51,7 @@ TEST_F(ResticLocalTest, aRepositoryOfAnUnknownKindIsToldInResticsWords)
     restic.repositoryOverride = QStringLiteral("nosuchkind:somewhere");
     const auto prepared = restic.prepare();
     ASSERT_FALSE(prepared.has_value());
-    EXPECT_TRUE(prepared.error().message.contains(QLatin1String("invalid backend")))
+    EXPECT_TRUE(prepared.error().message.contains(QLatin1String("add a `local:` prefix")))
         << prepared.error().message.toStdString();
 }
 

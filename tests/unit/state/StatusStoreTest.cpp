@@ -40,7 +40,7 @@ RunRecord record(DestinationID destination, Outcome outcome, const char *message
     static int minutes = 0;
     RunRecord made;
     made.id = QUuid::createUuid();
-    made.date = QDateTime(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC).addSecs(60 * minutes++);
+    made.date = QDateTime(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC).addSecs(qint64{60} * minutes++);
     made.destination = destination;
     made.outcome = outcome;
     made.message = QString::fromUtf8(message);
