@@ -42,7 +42,7 @@ std::optional<QString> firstFile(const QJsonObject &message)
 {
     const QJsonValue files = message.value(QLatin1String("current_files"));
     const QJsonArray list = files.toArray();
-    for (const QJsonValue &file : list) {
+    for (const auto file : list) {
         if (!file.isString()) {
             return std::nullopt;
         }

@@ -7,6 +7,9 @@
 #include <cstdlib>
 #include <thread>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 sigset_t stopSignals()
@@ -16,6 +19,17 @@ sigset_t stopSignals()
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGINT);
     return signals;
+}
+
+// Where a standard descriptor is missing the next file opened would take its place, and with it
+// whatever a library prints there.
+void fillStandardDescriptors()
+{
+    int descriptor = -1;
+    do {
+        descriptor = ::open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    ::close(descriptor);
 }
 
 // Serves the stop signals for as long as the process lives.
@@ -34,11 +48,12 @@ void listenForStop(const std::shared_ptr<ProcessHandle> &handle)
 
 void Headless::run(bool manual)
 {
+    fillStandardDescriptors();
     // Blocked here, before there is a second thread, and so in every thread: they wait for sigwait.
     const sigset_t signals = stopSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     // restic that dies early must not take us with it.
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 
     const auto handle = std::make_shared<ProcessHandle>();
     BackupEngine engine(manual, ConfigStore::load(), handle);

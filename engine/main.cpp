@@ -26,8 +26,8 @@ int main(int argc, char *argv[])
     }
 
     // The window is a module of its own, loaded only here; this version comes without it.
-    std::fputs("Vellomar: questa versione non ha ancora la finestra. "
-               "Per un backup: vellomar --backup --manual\n",
-               stderr);
+    static_cast<void>(std::fputs("Vellomar: questa versione non ha ancora la finestra. "
+                                 "Per un backup: vellomar --backup --manual\n",
+                                 stderr));
     return EXIT_FAILURE;
 }

@@ -2,23 +2,59 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QTemporaryFile>
+
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace {
+
+// What the name of a temporary file adds to the final one, the six characters between left out. The
+// long ending keeps other people's copies, such as config.json.backup, from being taken for ours.
+constexpr QLatin1String temporaryEnding(".vellomar-partial");
+
+// A link stays a link: what it points to is what is replaced.
+QString replacedFile(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.isSymLink()) {
+        return path;
+    }
+    const QString target = info.canonicalFilePath();
+    return target.isEmpty() ? path : target;
+}
+
+} // namespace
 
 bool AtomicFile::write(const QString &path, const QByteArray &content)
 {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
-           file.commit();
+    const QString target = replacedFile(path);
+    QTemporaryFile file(target + QLatin1String(".XXXXXX") + temporaryEnding);
+    // The temporary file deletes itself on every way out but the last.
+    if (!file.open() || file.write(content) != content.size() || !file.flush() ||
+        ::fsync(file.handle()) != 0) {
+        return false;
+    }
+    if (std::rename(QFile::encodeName(file.fileName()).constData(),
+                    QFile::encodeName(target).constData()) != 0) {
+        return false;
+    }
+    file.setAutoRemove(false);
+    return true;
 }
 
 void AtomicFile::removeAbandoned(const QString &path)
 {
-    // QSaveFile's temporary name is the final one, a full stop and six characters.
-    const QFileInfo info(path);
+    static constexpr int randomCharacters = 6;
+    const QFileInfo info(replacedFile(path));
+    const QString beginning = info.fileName() + u'.';
+    const qsizetype length = beginning.size() + randomCharacters + temporaryEnding.size();
     QDir folder(info.path());
-    const QStringList names =
-        folder.entryList({info.fileName() + QLatin1String(".??????")}, QDir::Files | QDir::Hidden);
+    const QStringList names = folder.entryList(QDir::Files | QDir::Hidden | QDir::System);
     for (const QString &name : names) {
-        folder.remove(name);
+        if (name.size() == length && name.startsWith(beginning) && name.endsWith(temporaryEnding)) {
+            folder.remove(name);
+        }
     }
 }

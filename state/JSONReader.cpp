@@ -41,7 +41,7 @@ QStringList JSONReader::texts(const char *key)
     m_good = m_good && value.isArray();
     QStringList result;
     const QJsonArray elements = value.toArray();
-    for (const QJsonValue &element : elements) {
+    for (const auto element : elements) {
         result.append(textOf(element));
     }
     return result;
@@ -81,7 +81,7 @@ std::optional<QJsonObject> JSONReader::optionalObject(const char *key)
 
 QJsonValue JSONReader::required(const char *key)
 {
-    const QJsonValue value = m_object.value(QLatin1String(key));
+    QJsonValue value = m_object.value(QLatin1String(key));
     m_good = m_good && !value.isUndefined();
     return value;
 }

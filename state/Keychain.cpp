@@ -4,6 +4,7 @@
 #include "state/Localized.h"
 
 #include <QRandomGenerator>
+#include <QStringDecoder>
 
 namespace {
 
@@ -42,7 +43,9 @@ tl::expected<std::optional<QString>, KeychainError> Keychain::read(const QString
     if (match.status != 0 || !match.data) {
         return tl::unexpected(KeychainError{match.status});
     }
-    return QString::fromUtf8(*match.data);
+    // QString::fromUtf8 would drop a leading U+FEFF, and so change the secret.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return QString(decode(*match.data));
 }
 
 tl::expected<void, KeychainError> Keychain::write(const QString &value, const QString &account)

@@ -12,7 +12,7 @@ namespace {
 
 QString madeSupportFolder()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                            QLatin1String("/Vellomar");
     QDir().mkpath(folder);
     QFile::setPermissions(folder,
@@ -61,9 +61,14 @@ std::optional<QString> Paths::resources()
 
 std::optional<QString> Paths::volume(const QString &path)
 {
-    QString existing = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    while (!QFileInfo::exists(existing) && existing != QLatin1String("/")) {
-        existing = QFileInfo(existing).path();
+    // An empty path is the current folder, as for a file URL.
+    QString existing = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    while (!QFileInfo::exists(existing)) {
+        const QString parent = QFileInfo(existing).path();
+        if (parent == existing) {
+            break;
+        }
+        existing = parent;
     }
     return mountPoint(existing);
 }

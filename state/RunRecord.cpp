@@ -36,7 +36,8 @@ std::optional<RunRecord> RunRecord::fromJSON(const QJsonObject &object)
 {
     JSONReader reader(object);
     RunRecord record;
-    record.id = QUuid::fromString(reader.text("id"));
+    const QString id = reader.text("id");
+    record.id = QUuid::fromString(id);
     record.date = reader.date("date");
     record.destination = reader.named("destination", destinationID);
     record.outcome = reader.named("outcome", ::outcome);
@@ -46,7 +47,10 @@ std::optional<RunRecord> RunRecord::fromJSON(const QJsonObject &object)
     record.dataAdded = reader.integer("dataAdded");
     record.duration = reader.real("duration");
     record.kind = reader.optionalText("kind");
-    if (!reader.isGood() || record.id.isNull()) {
+    // Qt passes over what follows a good beginning, and takes braces.
+    const bool isPlainID =
+        record.id.toString(QUuid::WithoutBraces).compare(id, Qt::CaseInsensitive) == 0;
+    if (!reader.isGood() || !isPlainID) {
         return std::nullopt;
     }
     return record;

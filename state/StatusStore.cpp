@@ -115,7 +115,7 @@ QList<RunRecord> StatusStore::loadHistory()
     }
     QList<RunRecord> history;
     const QJsonArray entries = document->array();
-    for (const QJsonValue &entry : entries) {
+    for (const auto entry : entries) {
         const std::optional<RunRecord> record = RunRecord::fromJSON(entry.toObject());
         if (!record) {
             return {};

@@ -97,6 +97,21 @@ TextVector environmentWith(const ChildProcess::Environment &changes)
     return result;
 }
 
+// We may have been started with the ends of children ignored, and inherit that: the system would
+// then keep no exit status of any child for us.
+void keepExitStatuses()
+{
+    struct sigaction action = {};
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 &&
+        (action.sa_handler == SIG_IGN || (action.sa_flags & SA_NOCLDWAIT) != 0)) {
+        action.sa_flags &= ~SA_NOCLDWAIT;
+        if (action.sa_handler == SIG_IGN) {
+            action.sa_handler = SIG_DFL;
+        }
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
+}
+
 // What the child does between its birth and the program: descriptors and signals.
 class SpawnSetup
 {
@@ -131,6 +146,9 @@ public:
     {
         posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     }
+
+    // Last of all: also what somebody opened without a mark to close it.
+    void closeOthers() { posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1); }
 
     [[nodiscard]] const posix_spawn_file_actions_t *actions() const { return &m_actions; }
     [[nodiscard]] const posix_spawnattr_t *attributes() const { return &m_attributes; }
@@ -168,6 +186,7 @@ ChildProcess::start(const QString &path, const QStringList &arguments,
     }
     setup.place(output->writing, STDOUT_FILENO);
     setup.place(error->writing, STDERR_FILENO);
+    setup.closeOthers();
 
     const QByteArray program = QFile::encodeName(path);
     TextVector words;
@@ -177,6 +196,7 @@ ChildProcess::start(const QString &path, const QStringList &arguments,
     }
     TextVector variables = environmentWith(environment);
 
+    keepExitStatuses();
     pid_t pid = 0;
     const int failure = ::posix_spawn(&pid, program.constData(), setup.actions(),
                                       setup.attributes(), words.data(), variables.data());
@@ -204,7 +224,12 @@ int ChildProcess::wait()
     const std::lock_guard lock(m_mutex);
     m_isRunning = false;
     int status = 0;
-    while (::waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {
+    pid_t reaped = -1;
+    do {
+        reaped = ::waitpid(m_pid, &status, 0);
+    } while (reaped < 0 && errno == EINTR);
+    if (reaped < 0) {
+        return -1; // the status is lost: nothing that could pass for success
     }
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }

@@ -43,7 +43,8 @@ public:
     [[nodiscard]] int standardError() const { return m_standardError.get(); }
 
     /// Blocks until the child has ended. Gives its exit code, or 128 and the signal's number when a
-    /// signal ended it, as shells do: so that no signal is taken for one of restic's exit codes.
+    /// signal ended it, as shells do: so that no signal is taken for one of restic's exit codes;
+    /// -1 when the system doesn't tell.
     int wait();
 
     /// Asks the child to stop, with SIGINT. Nothing happens when it has ended.

@@ -1,6 +1,16 @@
 #include "tools/LineReader.h"
 
+#include <QStringConverter>
+
 #include <utility>
+
+QString repairedText(QByteArrayView bytes)
+{
+    // QString::fromUtf8 would take a byte order mark at the beginning away.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
+    return decoder.decode(bytes);
+}
 
 LineReader::LineReader(LineReceiver receiver)
     : m_receiver(std::move(receiver))
@@ -35,5 +45,5 @@ void LineReader::finish()
 
 void LineReader::deliver(QByteArrayView line) const
 {
-    m_receiver(QString::fromUtf8(line));
+    m_receiver(repairedText(line));
 }

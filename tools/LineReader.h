@@ -5,6 +5,10 @@
 
 #include <functional>
 
+/// Text of bytes that should be UTF-8: every other byte becomes a replacement character, and
+/// nothing else is changed or left out.
+QString repairedText(QByteArrayView bytes);
+
 /// Receives one line of a tool's output, without its line feed.
 using LineReceiver = std::function<void(const QString &line)>;
 

@@ -29,10 +29,14 @@ bool isPipe(int descriptor)
     return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
+// Nothing of ours is ever a link, and whatever one leads to has no say: it counts as old.
 // Where the file system keeps no creation date the last change serves, so that a pipe in use isn't
 // taken for an old one.
 QDateTime creationDate(const QFileInfo &file)
 {
+    if (file.isSymLink()) {
+        return QDateTime::fromMSecsSinceEpoch(0);
+    }
     const QDateTime birth = file.birthTime();
     return birth.isValid() ? birth : file.lastModified();
 }
@@ -118,7 +122,7 @@ void OneShotSecret::removeStale()
     const QDateTime now = Clock::now();
     const QFileInfoList files =
         QDir(Paths::support())
-            .entryInfoList(QDir::Files | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+            .entryInfoList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     for (const QFileInfo &file : files) {
         if (isLeftover(file.fileName()) &&
             creationDate(file).msecsTo(now) > ageLimitSeconds * 1000) {

@@ -66,8 +66,8 @@ ProcessResult runReally(const QString &path, const QStringList &arguments,
     outputReader.join();
     errorReader.join();
     return {.status = status,
-            .standardOutput = QString::fromUtf8(output),
-            .standardError = QString::fromUtf8(error)};
+            .standardOutput = repairedText(output),
+            .standardError = repairedText(error)};
 }
 
 } // namespace

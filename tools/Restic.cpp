@@ -6,6 +6,29 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
+namespace {
+
+// restic takes the program for a line of words, parted at blanks and backslashes and joined by
+// quotes of either kind, and the whole option for a line of comma-separated values. A path without
+// any of these characters stands as it is.
+QString programOption(const QString &program)
+{
+    const bool isOneWord = std::none_of(program.cbegin(), program.cend(), [](QChar character) {
+        return character.isSpace() || character == u'\\' || character == u'"' || character == u'\'';
+    });
+    const QChar quote = program.contains(u'\'') ? u'"' : u'\'';
+    QString option =
+        QLatin1String("rclone.program=") + (isOneWord ? program : QString(quote + program + quote));
+    if (option.contains(u'"') || option.contains(u',')) {
+        option = u'"' + option.replace(u'"', QLatin1String("\"\"")) + u'"';
+    }
+    return option;
+}
+
+} // namespace
+
 bool Restic::isAvailable() const
 {
     switch (dest) {
@@ -54,8 +77,7 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
     const std::optional<QString> rclone =
         dest == DestinationID::local ? std::nullopt : Tools::find(QStringLiteral("rclone"));
     if (rclone) {
-        words = QStringList{QStringLiteral("-o"), QLatin1String("rclone.program=") + *rclone} +
-                arguments;
+        words = QStringList{QStringLiteral("-o"), programOption(*rclone)} + arguments;
         Rclone::encrypted();
         rcloneEnvironment.emplace();
         environment.insert(rcloneEnvironment->variables());
@@ -66,7 +88,13 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
 
 tl::expected<void, ResticError> Restic::prepare() const
 {
-    const ProcessResult opened = run({QStringLiteral("cat"), QStringLiteral("config")});
+    const QStringList open{QStringLiteral("cat"), QStringLiteral("config")};
+    ProcessResult opened = run(open);
+    if (opened.status == ResticExit::repositoryLocked) {
+        // A check or a prune that was killed leaves a lock that shuts everybody out.
+        unlock();
+        opened = run(open);
+    }
     if (opened.status == ResticExit::noRepository) {
         const ProcessResult made = run({QStringLiteral("init")});
         if (made.status != 0) {
@@ -77,7 +105,11 @@ tl::expected<void, ResticError> Restic::prepare() const
     if (opened.status != 0) {
         return tl::unexpected(describe(opened));
     }
-    // Clears a lock that a killed run left; one in use is left alone by restic.
-    static_cast<void>(run({QStringLiteral("unlock")}));
+    unlock();
     return {};
+}
+
+void Restic::unlock() const
+{
+    static_cast<void>(run({QStringLiteral("unlock")}));
 }

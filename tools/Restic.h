@@ -96,6 +96,9 @@ struct Restic
     [[nodiscard]] QStringList restoreArguments(const QString &snapshot, const Node &node,
                                                const std::optional<QString> &target) const;
 
+    /// Clears locks that killed runs left; one in use is left alone by restic.
+    void unlock() const;
+
     /// The person's words for a run that didn't do what it should.
     [[nodiscard]] static ResticError describe(const ProcessResult &result);
 };
@@ -104,5 +107,6 @@ struct Restic
 /// text.
 std::optional<QDateTime> parseResticDate(QString text);
 
-/// Text with restic's wildcards made harmless: a backslash before each \ * ? and [.
+/// A pattern of restic's that matches only this text: a backslash before each \ * ? and [, and
+/// brackets around a replacement character, which stands for a byte that isn't UTF-8.
 QString escapedPattern(QString text);

@@ -79,7 +79,7 @@ std::optional<QList<QJsonObject>> objects(const QJsonValue &value)
     }
     QList<QJsonObject> result;
     const QJsonArray elements = value.toArray();
-    for (const QJsonValue &element : elements) {
+    for (const auto element : elements) {
         if (!element.isObject()) {
             return std::nullopt;
         }
@@ -103,7 +103,7 @@ std::optional<Snap> snapFrom(const QJsonObject &object)
     }
     QStringList paths;
     const QJsonArray folders = object.value(QLatin1String("paths")).toArray();
-    for (const QJsonValue &folder : folders) {
+    for (const auto folder : folders) {
         if (!folder.isString()) {
             paths.clear();
             break;
@@ -112,6 +112,11 @@ std::optional<Snap> snapFrom(const QJsonObject &object)
     }
     return Snap{*id, textOf(object, QLatin1String("short_id")).value_or(id->left(8)), *date, paths,
                 textOf(object, QLatin1String("hostname")).value_or(QString())};
+}
+
+QString insideOf(const QString &folder, const QString &name)
+{
+    return folder.endsWith(u'/') ? folder + name : QString(folder + u'/' + name);
 }
 
 } // namespace
@@ -205,7 +210,7 @@ QStringList Restic::restoreArguments(const QString &snapshot, const Node &node,
     const QString into = QStringLiteral("--target");
     if (node.isDir) {
         return {restore, snapshot + u':' + node.path, into,
-                target ? QString(*target + u'/' + node.name) : node.path, json};
+                target ? insideOf(*target, node.name) : node.path, json};
     }
     const QString parent = QFileInfo(node.path).path();
     return {restore,
@@ -226,5 +231,8 @@ std::optional<QDateTime> parseResticDate(QString text)
 QString escapedPattern(QString text)
 {
     static const QRegularExpression wildcard(QStringLiteral(R"(([\\*?\[]))"));
-    return text.replace(wildcard, QStringLiteral(R"(\\1)"));
+    text.replace(wildcard, QStringLiteral(R"(\\1)"));
+    // In restic's JSON this stands for a byte that isn't UTF-8. Among brackets it matches such a
+    // byte, as itself it doesn't.
+    return text.replace(QChar(QChar::ReplacementCharacter), QStringLiteral("[\uFFFD]"));
 }

@@ -13,6 +13,8 @@ bool runsOnBattery()
     if (!bus) {
         return false;
     }
+    // GLib would end the whole program with the bus.
+    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
     const GVariantPointer reply(g_dbus_connection_call_sync(
         bus.get(), "org.freedesktop.UPower", "/org/freedesktop/UPower",
         "org.freedesktop.DBus.Properties", "Get",

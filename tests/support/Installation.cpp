@@ -27,6 +27,12 @@ void Installation::addReal(const QString &name)
     QFile::link(realTool(name), tool(name));
 }
 
+void Installation::addCopy(const QString &name)
+{
+    QFile::remove(tool(name));
+    QFile::copy(realTool(name), tool(name));
+}
+
 void Installation::addScript(const QString &name, const QByteArray &text)
 {
     QFile::remove(tool(name));

@@ -11,12 +11,16 @@ public:
     /// blanks.
     Installation();
 
+    /// The folder that holds everything else.
+    [[nodiscard]] QString folder() const { return m_folder.path(); }
     [[nodiscard]] QString program() const;
     /// Full path of a tool in the private bin/, whether it is there or not.
     [[nodiscard]] QString tool(const QString &name) const;
 
     /// Puts in the real tool, "restic" or "rclone".
     void addReal(const QString &name);
+    /// Puts in a copy of the real tool, for a user who may not reach the original.
+    void addCopy(const QString &name);
     /// Puts in an executable script with this text.
     void addScript(const QString &name, const QByteArray &text);
 

@@ -4,12 +4,20 @@
 #include <QString>
 
 /// A private session bus with a real gnome-keyring on it, in the home of the test. For its own life
-/// it is the session bus of this process and of those that it starts.
+/// it is the session bus of this process and of those that it starts. Nothing else is on it, and
+/// the bus starts nothing by itself.
 class KeyringSession
 {
 public:
-    /// Whether the login keyring is open from the start, or locked (and made beforehand).
+    /// Whether there is a keyring; it is open from the start.
     enum class Keyring { unlocked, none };
+
+    /// Who answers when the keyring asks the person to unlock it.
+    enum class Prompter {
+        system,   ///< the desktop's own, which finds no screen here
+        refusing, ///< one that says no
+        silent,   ///< one that never says anything
+    };
 
     explicit KeyringSession(Keyring keyring = Keyring::unlocked);
     ~KeyringSession();
@@ -18,17 +26,31 @@ public:
     KeyringSession(KeyringSession &&) = delete;
     KeyringSession &operator=(KeyringSession &&) = delete;
 
-    /// Whether bus and keyring came up; a test that needs them must fail otherwise.
+    /// Whether all that was asked for came up; a test that needs it must fail otherwise.
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
 
     /// Stops the keyring and starts it anew on what it had kept, now locked.
     void restartLocked();
+    /// Stops the keyring and starts it anew on what it had kept, unlocked.
+    void restartUnlocked();
+    /// Starts somebody who answers the keyring's questions. Without one, nobody does.
+    void startPrompter(Prompter prompter);
+    /// Whether the stand-in for the prompter was asked something.
+    [[nodiscard]] bool wasAsked() const;
+    /// Starts a service of the secrets' name that is a script of the test's (see
+    /// tests/support/hiding_secret_service.py) in place of a keyring.
+    void startHidingService(const QStringList &arguments);
+
+    void stopKeyring();
+    void stopBus();
 
 private:
     bool startKeyring(bool unlock);
-    void stopKeyring();
+    bool startScript(QProcess &process, const QString &script, const QStringList &arguments);
+    static bool waitForName(const QString &name);
 
     QProcess m_bus;
     QProcess m_keyring;
+    QProcess m_prompter;
     bool m_isRunning = false;
 };

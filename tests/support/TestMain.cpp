@@ -1,15 +1,23 @@
+#include "tools/OneShotSecret.h"
+
 #include <QByteArray>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <string_view>
 
 // Every test process gets an empty home of its own, and no session bus, no keyring and no settings
 // of whoever runs it.
 int main(int argc, char *argv[])
 {
+    // rclone asks the executable that started it for its key, and in a test that is this one.
+    if (argc == 3 && std::string_view(argv[1]) == "--secret") {
+        OneShotSecret::deliver(QFile::decodeName(argv[2]));
+    }
     const QTemporaryDir home;
     if (!home.isValid()) {
         std::fputs("no temporary home could be made\n", stderr);

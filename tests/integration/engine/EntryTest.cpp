@@ -1,0 +1,173 @@
+#include "tests/support/ScriptedRestic.h"
+
+#include "tools/OneShotSecret.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+class Entry : public ScriptedRestic
+{
+protected:
+    struct Ending
+    {
+        int code = -1;
+        QByteArray output;
+        QByteArray errors;
+    };
+
+    Ending run(const QStringList &arguments) const
+    {
+        Cycle cycle(installation.program());
+        cycle.start(arguments);
+        const int code = cycle.finish();
+        return {code, cycle.output(), cycle.errors()};
+    }
+
+    static QStringList words(std::initializer_list<const char *> list)
+    {
+        QStringList result;
+        for (const char *word : list) {
+            result.append(QString::fromUtf8(word));
+        }
+        return result;
+    }
+
+    /// Runs the program under another name for itself.
+    Ending runAs(const QString &name, const QStringList &arguments) const
+    {
+        QProcess shell;
+        shell.start(QStringLiteral("bash"),
+                    QStringList{QStringLiteral("-c"),
+                                QStringLiteral("exec -a \"$1\" \"$0\" \"${@:2}\""),
+                                installation.program(), name} +
+                        arguments);
+        EXPECT_TRUE(shell.waitForFinished());
+        return {shell.exitCode(), shell.readAllStandardOutput(), shell.readAllStandardError()};
+    }
+
+    /// Whether a cycle has begun since the last question.
+    static bool hadCycle()
+    {
+        return QFile::remove(Paths::supportFile(QStringLiteral("backup.lock")));
+    }
+};
+
+TEST_F(Entry, withoutAKnownWordItIsTheWindow)
+{
+    for (const QStringList &arguments :
+         {words({}), words({"--manual"}), words({"--secret"}), words({"--manual", "--secret"}),
+          words({"--backup=1"}), words({"--Backup"}), words({"-backup"}), words({"--backups"}),
+          words({"backup", "--secrets", "x"}), words({"", "--"})}) {
+        const Ending ending = run(arguments);
+        EXPECT_EQ(ending.code, 1);
+        EXPECT_EQ(ending.output, "");
+        EXPECT_TRUE(ending.errors.contains("finestra")) << ending.errors.toStdString();
+        EXPECT_FALSE(hadCycle()) << arguments.join(u' ').toStdString();
+    }
+    EXPECT_EQ(commands(), "");
+}
+
+TEST_F(Entry, theBackupMayStandAnywhereAmongUnknownWords)
+{
+    for (const QStringList &arguments :
+         {words({"--backup"}), words({"x", "--backup"}), words({"--backup", "--other=1", ""}),
+          words({"--backup", "--backup"}), words({"--", "--backup"})}) {
+        const Ending ending = run(arguments);
+        EXPECT_EQ(ending.code, 0);
+        EXPECT_EQ(ending.output, "");
+        EXPECT_EQ(ending.errors, "");
+        EXPECT_TRUE(hadCycle()) << arguments.join(u' ').toStdString();
+    }
+}
+
+TEST_F(Entry, manualIsReadWithTheBackupInAnyOrder)
+{
+    // Only a manual run goes on before the key is saved.
+    config.keySaved = false;
+    saveSettings();
+    EXPECT_EQ(run(words({"--backup"})).code, 0);
+    EXPECT_EQ(run(words({"--backup", "--manually"})).code, 0);
+    EXPECT_EQ(recordCount(), 0);
+    EXPECT_EQ(run(words({"--backup", "--manual"})).code, 0);
+    EXPECT_EQ(recordCount(), 1);
+    EXPECT_EQ(run(words({"--manual", "x", "--backup"})).code, 0);
+    EXPECT_EQ(recordCount(), 2);
+}
+
+TEST_F(Entry, aSecretAsTheLastWordHasNoEffect)
+{
+    EXPECT_EQ(run(words({"--backup", "--secret"})).code, 0);
+    EXPECT_TRUE(hadCycle());
+}
+
+TEST_F(Entry, theSecretIsDeliveredWhateverElseStandsThere)
+{
+    for (const bool backupFirst : {true, false}) {
+        const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
+        ASSERT_TRUE(secret);
+        const QStringList delivery{QStringLiteral("--secret"), secret->path()};
+        const QStringList backup = words({"--backup", "--manual"});
+        const Ending ending = run(backupFirst ? backup + delivery : delivery + backup);
+        EXPECT_EQ(ending.code, 0);
+        EXPECT_EQ(ending.output, "the secret");
+        EXPECT_EQ(ending.errors, "");
+        EXPECT_FALSE(hadCycle());
+    }
+}
+
+TEST_F(Entry, theFirstSecretIsTheOneThatCounts)
+{
+    const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
+    ASSERT_TRUE(secret);
+    for (const QStringList &arguments :
+         {QStringList{QStringLiteral("--secret"), QStringLiteral("--secret"), secret->path()},
+          QStringList{QStringLiteral("--secret"), QStringLiteral("/no/pipe"),
+                      QStringLiteral("--secret"), secret->path()},
+          words({"--secret", "--backup"})}) {
+        const Ending ending = run(arguments);
+        EXPECT_EQ(ending.code, 1);
+        EXPECT_EQ(ending.output, "");
+        EXPECT_FALSE(hadCycle());
+    }
+}
+
+TEST_F(Entry, theProgramsOwnNameIsAWordLikeTheOthers)
+{
+    EXPECT_EQ(runAs(QStringLiteral("--backup"), {}).code, 0);
+    EXPECT_TRUE(hadCycle());
+    EXPECT_EQ(runAs(QStringLiteral("--manual"), {}).code, 1);
+    EXPECT_FALSE(hadCycle());
+    const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
+    ASSERT_TRUE(secret);
+    EXPECT_EQ(runAs(QStringLiteral("--secret"), {secret->path()}).output, "the secret");
+}
+
+TEST_F(Entry, closedStandardDescriptorsDoNoHarm)
+{
+    script("await; echo '{\"message_type\":\"summary\",\"files_new\":3}'");
+    Cycle cycle(installation.program());
+    cycle.startBy(
+        QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("exec \"$@\" <&- >&- 2>&-"), QStringLiteral("sh")});
+    EXPECT_TRUE(isAwaiting());
+    // None of our files or connections stands where a library may print.
+    for (const char *descriptor : {"0", "1", "2"}) {
+        EXPECT_EQ(QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/").arg(cycle.processId()) +
+                                       QLatin1String(descriptor)),
+                  QStringLiteral("/dev/null"));
+    }
+    letGo();
+    EXPECT_EQ(cycle.finish(), 0);
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().filesNew, 3);
+}
+
+TEST_F(Entry, aFailedDestinationIsExitCodeOne)
+{
+    script("exit 1");
+    EXPECT_EQ(run(words({"--backup"})).code, 1);
+}
+
+} // namespace

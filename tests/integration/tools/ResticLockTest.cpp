@@ -1,0 +1,130 @@
+#include "tests/integration/tools/SampleBackup.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <csignal>
+#include <functional>
+#include <thread>
+
+// What happens to a repository while, and after, another restic works on it.
+
+namespace {
+
+bool eventually(const std::function<bool()> &condition)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition() && timer.elapsed() < 60000) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return condition();
+}
+
+class ResticLockTest : public testing::Test
+{
+protected:
+    ResticLockTest()
+    {
+        restic.config.localFolder = QDir::homePath();
+        restic.password = QStringLiteral("key");
+        EXPECT_TRUE(restic.prepare().has_value());
+    }
+    /// Whether another restic has its lock on the repository, whole.
+    [[nodiscard]] bool isLocked() const
+    {
+        const QStringList locks =
+            QDir(restic.config.repository(DestinationID::local) + QLatin1String("/locks"))
+                .entryList(QDir::Files);
+        return std::any_of(locks.cbegin(), locks.cend(),
+                           [](const QString &name) { return name.size() == 64; });
+    }
+    /// A backup that takes minutes to write what it has read.
+    [[nodiscard]] ProcessResult slowBackup(ProcessHandle &handle) const
+    {
+        return restic.run({QStringLiteral("backup"), QStringLiteral("--limit-upload"),
+                           QStringLiteral("1"), noise},
+                          &handle);
+    }
+    static QString fileOfNoise()
+    {
+        QByteArray bytes(500000, '\0');
+        QRandomGenerator random(1);
+        std::generate(bytes.begin(), bytes.end(),
+                      [&random] { return static_cast<char>(random.generate()); });
+        QFile file(QDir::homePath() + QLatin1String("/noise"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    const QString noise = fileOfNoise();
+    Restic restic;
+};
+
+/// The process id of the only child that the main thread has started.
+pid_t onlyChild()
+{
+    const QString self = QString::number(::getpid());
+    QFile children(QLatin1String("/proc/self/task/") + self + QLatin1String("/children"));
+    EXPECT_TRUE(children.open(QIODevice::ReadOnly));
+    return children.readAll().trimmed().toInt();
+}
+
+TEST_F(ResticLockTest, aStopThroughTheHandleEndsResticWithItsOwnCode)
+{
+    ProcessHandle handle;
+    std::jthread stopper([&] {
+        EXPECT_TRUE(eventually([this] { return isLocked(); }));
+        handle.terminate();
+    });
+    EXPECT_EQ(slowBackup(handle).status, 130);
+    EXPECT_TRUE(handle.isCancelled());
+    EXPECT_FALSE(isLocked()); // it has tidied up
+}
+
+TEST_F(ResticLockTest, theLockOfAKilledRunIsCleared)
+{
+    ProcessHandle handle;
+    std::jthread killer([this] {
+        EXPECT_TRUE(eventually([this] { return isLocked(); }));
+        const pid_t pid = onlyChild();
+        ASSERT_GT(pid, 0);
+        ::kill(pid, SIGKILL);
+    });
+    EXPECT_EQ(slowBackup(handle).status, 128 + SIGKILL);
+    killer.join();
+    EXPECT_TRUE(isLocked());
+    EXPECT_TRUE(restic.prepare().has_value());
+    EXPECT_FALSE(isLocked());
+}
+
+TEST_F(ResticLockTest, aRepositoryInUseByItsOwnerAloneIsToldAsOccupied)
+{
+    ASSERT_EQ(restic.run({QStringLiteral("backup"), noise}).status, 0);
+    // A check holds the exclusive lock; this one takes its time to read everything.
+    std::jthread observer([this] {
+        EXPECT_TRUE(eventually([this] { return isLocked(); }));
+        const ResticError occupied{QStringLiteral("Destinazione occupata da un'altra operazione")};
+        const auto prepared = restic.prepare();
+        const auto snaps = restic.snapshots();
+        const pid_t pid = onlyChild();
+        ASSERT_GT(pid, 0);
+        ::kill(pid, SIGKILL);
+        ASSERT_FALSE(prepared.has_value() || snaps.has_value());
+        EXPECT_EQ(prepared.error(), occupied);
+        EXPECT_EQ(snaps.error(), occupied);
+    });
+    const ProcessResult checked = restic.run(
+        {QStringLiteral("check"), QStringLiteral("--read-data"), QStringLiteral("--no-cache"),
+         QStringLiteral("--limit-download"), QStringLiteral("5")});
+    EXPECT_EQ(checked.status, 128 + SIGKILL);
+    observer.join();
+    // Nobody is left to give its lock back, and it shuts everybody out.
+    EXPECT_TRUE(isLocked());
+    EXPECT_TRUE(restic.prepare().has_value());
+    EXPECT_FALSE(isLocked());
+}
+
+} // namespace

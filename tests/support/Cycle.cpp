@@ -1,0 +1,108 @@
+#include "tests/support/Cycle.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QThread>
+
+#include <csignal>
+#include <utility>
+
+namespace {
+
+constexpr int patienceMilliseconds = 120000;
+
+// What the kernel tells of a process: its state, its parent and more; empty when there is none.
+QList<QByteArray> statFields(const QString &process)
+{
+    QFile file(QLatin1String("/proc/") + process + QLatin1String("/stat"));
+    const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    // They begin behind the name, which stands in brackets and may hold some.
+    const qsizetype nameEnd = stat.lastIndexOf(')');
+    return nameEnd < 0 ? QList<QByteArray>() : stat.mid(nameEnd + 2).split(' ');
+}
+
+} // namespace
+
+bool eventually(const std::function<bool()> &condition)
+{
+    static constexpr unsigned long pauseMilliseconds = 5;
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > patienceMilliseconds) {
+            return false;
+        }
+        QThread::msleep(pauseMilliseconds);
+    }
+    return true;
+}
+
+bool hasEnded(qint64 process)
+{
+    const QList<QByteArray> fields = statFields(QString::number(process));
+    return fields.isEmpty() || fields.first() == "Z";
+}
+
+QList<pid_t> childrenOf(qint64 parent)
+{
+    QList<pid_t> children;
+    const QStringList names = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString &name : names) {
+        if (statFields(name).value(1).toLongLong() == parent) {
+            children.append(name.toInt());
+        }
+    }
+    return children;
+}
+
+Cycle::Cycle(QString program)
+    : m_program(std::move(program))
+{
+}
+
+Cycle::~Cycle()
+{
+    if (m_process.state() == QProcess::NotRunning) {
+        return;
+    }
+    const QList<pid_t> children = childrenOf(processId());
+    m_process.kill();
+    m_process.waitForFinished(patienceMilliseconds);
+    for (const pid_t child : children) {
+        ::kill(child, SIGKILL);
+    }
+}
+
+void Cycle::start(const QStringList &arguments)
+{
+    m_process.start(m_program, arguments);
+    m_process.waitForStarted(patienceMilliseconds);
+}
+
+void Cycle::startBy(const QString &launcher, const QStringList &arguments)
+{
+    m_process.start(launcher, arguments + QStringList{m_program, QStringLiteral("--backup"),
+                                                      QStringLiteral("--manual")});
+    m_process.waitForStarted(patienceMilliseconds);
+}
+
+int Cycle::finish()
+{
+    if (m_process.state() != QProcess::NotRunning &&
+        !m_process.waitForFinished(patienceMilliseconds)) {
+        return -1;
+    }
+    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+}
+
+int Cycle::run()
+{
+    start();
+    return finish();
+}
+
+void Cycle::send(int signal) const
+{
+    ::kill(static_cast<pid_t>(processId()), signal);
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "tests/support/Installation.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+#include <sys/types.h>
+
+/// Waits until something holds, for as long as a busy machine may need; false when it never did.
+bool eventually(const std::function<bool()> &condition);
+
+/// Whether a process has ended, its parent having asked for that or not.
+bool hasEnded(qint64 process);
+
+/// The children that a process has now, started by any of its threads.
+QList<pid_t> childrenOf(qint64 parent);
+
+/// One run of the real program, without a window. What is still running at the object's end is
+/// killed, with the tools that it started.
+class Cycle
+{
+public:
+    explicit Cycle(QString program = Installation::builtProgram());
+    ~Cycle();
+    Cycle(const Cycle &) = delete;
+    Cycle &operator=(const Cycle &) = delete;
+    Cycle(Cycle &&) = delete;
+    Cycle &operator=(Cycle &&) = delete;
+
+    /// Starts the program; by default for a backup that the person asked for.
+    void start(const QStringList &arguments = {QStringLiteral("--backup"),
+                                               QStringLiteral("--manual")});
+    /// Starts it by way of another program, which gets its path and arguments behind its own.
+    void startBy(const QString &launcher, const QStringList &arguments);
+
+    /// Waits for the end and gives the exit code; -1 when a signal ended it or it didn't end.
+    int finish();
+    /// start() and finish().
+    int run();
+
+    void send(int signal) const;
+    [[nodiscard]] qint64 processId() const { return m_process.processId(); }
+    [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
+    /// What it wrote so far that wasn't asked for yet.
+    QByteArray output() { return m_process.readAllStandardOutput(); }
+    QByteArray errors() { return m_process.readAllStandardError(); }
+
+private:
+    QString m_program;
+    QProcess m_process;
+};

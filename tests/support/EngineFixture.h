@@ -1,0 +1,46 @@
+#pragma once
+
+#include "engine/BackupEngine.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/MemorySecretBackend.h"
+#include "tests/support/ScriptedTools.h"
+
+#include <gtest/gtest.h>
+
+/// An engine among stand-ins: scripted tools, a key in memory, a clock that stands still. The
+/// settings to start from: a disk and a source that are there, the key saved. No destination is to
+/// be pruned or verified yet.
+class EngineFixture : public testing::Test
+{
+protected:
+    EngineFixture();
+
+    /// Runs one cycle with the settings of the moment and gives its exit code.
+    int run(bool manual = true);
+
+    /// Puts all three destinations in use, each of them reachable.
+    void useAllDestinations();
+
+    /// The one record of the history; fails the test when there isn't exactly one.
+    static RunRecord onlyRecord();
+    /// The destinations of the history with their outcomes, oldest first: "local ok".
+    static QStringList outcomes();
+
+    static QString supportFile(const char *name);
+    /// The bytes of a file of the support folder; absent when there is none.
+    static std::optional<QByteArray> content(const char *name);
+    static void writeSupportFile(const char *name, const QByteArray &content);
+
+    static QString folder(const char *name);
+
+    ManualClock clock;
+    ScopedClock clockInForce{clock};
+    MemorySecretBackend secrets;
+    ScopedSecretBackend secretsInForce{secrets};
+    ScriptedTools tools;
+    AppConfig config;
+    std::shared_ptr<ProcessHandle> handle = std::make_shared<ProcessHandle>();
+    QList<std::pair<QString, QString>> notifications; ///< titles and bodies
+    bool onBattery = false;
+    int batteryQuestions = 0;
+};

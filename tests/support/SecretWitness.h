@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QString>
+#include <QStringList>
+
+/// What a program and all that it starts did, as the kernel saw it: each execution with all its
+/// arguments and its whole environment, each file opened for writing, each write with its bytes and
+/// where they went. Looks for secrets in it.
+class SecretWitness
+{
+public:
+    /// Runs a program to its end. `input` goes to its standard input.
+    SecretWitness(const QString &program, const QStringList &arguments,
+                  const QByteArray &input = {});
+
+    /// Of the program; -1 when it couldn't be watched.
+    [[nodiscard]] int exitCode() const { return m_exitCode; }
+    /// All that was seen, a system call a line; a write has its descriptor's path in it.
+    [[nodiscard]] const QByteArrayList &calls() const { return m_calls; }
+
+    /// The calls in which a secret appears, but for those that write to a pipe or a socket.
+    [[nodiscard]] QByteArrayList leaks(const QByteArrayList &secrets) const;
+    /// The writes to pipes and sockets with this text in them.
+    [[nodiscard]] QByteArrayList handOvers(const QByteArray &text) const;
+    /// The calls of this name with this text in them.
+    [[nodiscard]] QByteArrayList calls(const QByteArray &name, const QByteArray &text) const;
+
+private:
+    [[nodiscard]] bool goesToPipe(const QByteArray &call) const;
+
+    int m_exitCode = -1;
+    QByteArrayList m_calls;
+    QByteArrayList m_namedPipes; ///< as they stand behind the descriptor of a write
+};

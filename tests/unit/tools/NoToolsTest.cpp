@@ -1,0 +1,72 @@
+#include "state/Paths.h"
+#include "tests/support/MemorySecretBackend.h"
+#include "tools/Rclone.h"
+#include "tools/Restic.h"
+#include "tools/Tools.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+// What everything does on a machine that has neither restic nor rclone.
+
+namespace {
+
+TEST(NoTools, areReallyThere)
+{
+    EXPECT_EQ(Tools::find(QStringLiteral("restic")), std::nullopt);
+    EXPECT_EQ(Tools::find(QStringLiteral("rclone")), std::nullopt);
+}
+
+TEST(NoTools, resticsAbsenceIsTold)
+{
+    for (const DestinationID dest :
+         {DestinationID::local, DestinationID::drive, DestinationID::server}) {
+        Restic restic;
+        restic.dest = dest;
+        const ProcessResult result = restic.run({QStringLiteral("snapshots")});
+        EXPECT_EQ(result.status, -1);
+        EXPECT_EQ(result.standardOutput, QString());
+        EXPECT_EQ(result.standardError, QStringLiteral("restic non trovato"));
+        EXPECT_EQ(Restic::describe(result).message, QStringLiteral("restic non trovato"));
+    }
+}
+
+TEST(NoTools, everyOperationOfResticFailsWithThoseWords)
+{
+    const Restic restic;
+    const ResticError absent{QStringLiteral("restic non trovato")};
+    EXPECT_EQ(restic.snapshots().error(), absent);
+    EXPECT_EQ(restic.prepare().error(), absent);
+    EXPECT_EQ(restic.list(QStringLiteral("x"), QStringLiteral("/")).error(), absent);
+    EXPECT_EQ(restic.find(QStringLiteral("x"), QStringLiteral("y")).error(), absent);
+    EXPECT_EQ(restic.repositorySize(), std::nullopt);
+}
+
+TEST(NoTools, everyOperationOfRcloneIsANo)
+{
+    MemorySecretBackend secrets;
+    const ScopedSecretBackend inForce(secrets);
+    EXPECT_TRUE(Rclone::remotes().isEmpty());
+    EXPECT_FALSE(Rclone::isConfigured());
+    EXPECT_FALSE(Rclone::store(QStringLiteral("vellomar"), {}));
+    EXPECT_EQ(Rclone::obscure(QStringLiteral("x")), std::nullopt);
+    Rclone::disconnect();
+    Rclone::encrypted();
+    EXPECT_TRUE(QDir(Paths::support()).isEmpty());
+    EXPECT_EQ(secrets.adds, 0); // and no key is made for nothing
+}
+
+TEST(NoTools, aPlainConfigurationStaysAsItIs)
+{
+    QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.write("[vellomar]\ntype = drive\n");
+    file.close();
+    Rclone::encrypted();
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "[vellomar]\ntype = drive\n");
+}
+
+} // namespace

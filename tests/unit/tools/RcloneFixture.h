@@ -1,0 +1,93 @@
+#pragma once
+
+#include "state/Paths.h"
+#include "tests/support/MemorySecretBackend.h"
+#include "tools/Rclone.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <mutex>
+
+/// An rclone that does what the test says and a key in memory; every call is kept.
+class RcloneFixture : public testing::Test
+{
+protected:
+    struct Call
+    {
+        QStringList arguments;
+        ChildProcess::Environment env;
+        std::optional<QString> input;
+
+        [[nodiscard]] QString words() const { return arguments.join(u' '); }
+        [[nodiscard]] QString config() const { return env.value(QStringLiteral("RCLONE_CONFIG")); }
+        [[nodiscard]] QString passwordCommand() const
+        {
+            return env.value(QStringLiteral("RCLONE_PASSWORD_COMMAND"));
+        }
+    };
+
+    RcloneFixture() { secrets.items[{service, account}] = "key of the configuration"; }
+
+    /// Takes the key away for the whole process, if done before the first use.
+    void refuseKey() { secrets.readFailure = -25308; }
+
+    [[nodiscard]] QStringList commands() const
+    {
+        QStringList list;
+        for (const Call &call : calls) {
+            list.append(call.words());
+        }
+        return list;
+    }
+
+    static QString configFile() { return Paths::supportFile(QStringLiteral("rclone.conf")); }
+
+    /// Writes the file, dated so many seconds back.
+    static void writeConfig(const QByteArray &content, int age = 0)
+    {
+        QFile file(configFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        ASSERT_EQ(file.write(content), content.size());
+        file.flush();
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTimeUtc().addSecs(-age),
+                                     QFileDevice::FileModificationTime));
+    }
+    static std::optional<QByteArray> config()
+    {
+        QFile file(configFile());
+        return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
+    }
+    static QStringList supportFiles()
+    {
+        return QDir(Paths::support())
+            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    const QString service = QStringLiteral("it.vellomar.app");
+    const QString account = QStringLiteral("rclone-config-key");
+    const QString encryption = QStringLiteral("config encryption set");
+    const QString dump = QStringLiteral("config dump");
+    const QString show = QStringLiteral("config show");
+    const QByteArray envelope = "# Encrypted rclone configuration File\n\nRCLONE_ENCRYPT_V0:\n";
+
+    std::function<ProcessResult(const Call &)> rclone = [](const Call &) {
+        return ProcessResult{0, {}, {}};
+    };
+    QList<Call> calls;
+    std::mutex callsLock;
+    MemorySecretBackend secrets;
+    ScopedSecretBackend secretsInForce{secrets};
+    ScopedProcessRunner runner{
+        [this](const QString &, const QStringList &arguments, const ProcessOptions &options) {
+            const Call call{arguments, options.env, options.input};
+            {
+                const std::lock_guard lock(callsLock);
+                calls.append(call);
+            }
+            return rclone(call);
+        }};
+};
