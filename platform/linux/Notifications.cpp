@@ -25,6 +25,10 @@ public:
         : m_patience(patience)
         , m_bus(g_bus_get_sync(G_BUS_TYPE_SESSION, patience.cancellable(), nullptr))
     {
+        if (m_bus) {
+            // GLib would end the whole program with the bus.
+            g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE);
+        }
     }
 
     /// Empty when nobody answers. Takes the arguments over.

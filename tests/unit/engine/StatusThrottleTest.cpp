@@ -111,7 +111,7 @@ TEST_F(StatusThrottle, changesOfPhaseAreNotHeldBackAndDoNotMoveThePause)
     clock.advance(600ms);
     progress.enter(QStringLiteral("a phase"));
     EXPECT_EQ(StatusStore::loadStatus()->phase, QStringLiteral("a phase"));
-    progress.enterCleaning(QStringLiteral("the last phase"));
+    progress.enterWhole(QStringLiteral("the last phase"));
     EXPECT_EQ(StatusStore::loadStatus()->phase, QStringLiteral("the last phase"));
     clock.advance(101ms);
     handle(progress);

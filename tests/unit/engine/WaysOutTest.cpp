@@ -44,21 +44,21 @@ protected:
 
 TEST_F(WaysOut, completed)
 {
-    expectEnd(Outcome::ok, QStringLiteral("Completato"), 90s);
+    expectEnd(Outcome::ok, QStringLiteral("Completato"), 120s);
 }
 
 TEST_F(WaysOut, completedWithErrorsToldIsStillCompleted)
 {
     tools.progress.append(QStringLiteral(R"({"message_type":"error"})"));
     tools.backup = ScriptedTools::ended(0, QStringLiteral(R"({"message_type":"error"})"));
-    expectEnd(Outcome::ok, QStringLiteral("Completato"), 90s);
+    expectEnd(Outcome::ok, QStringLiteral("Completato"), 120s);
 }
 
 TEST_F(WaysOut, someFilesUnreadableWithNoErrorTold)
 {
     tools.backup = ScriptedTools::ended(3);
     expectEnd(Outcome::warning, QStringLiteral("Completato, ma 1 elementi non erano leggibili"),
-              90s);
+              120s);
 }
 
 TEST_F(WaysOut, unreadableFilesAreCountedWhereverTheyAreTold)
@@ -70,7 +70,7 @@ TEST_F(WaysOut, unreadableFilesAreCountedWhereverTheyAreTold)
         3, error + QLatin1String("\n\nplain words\n[]\n{\"message_type\":\"exit_error\"}\n") +
                error + QLatin1String("\n{\"message_type\":5}\n") + error);
     expectEnd(Outcome::warning, QStringLiteral("Completato, ma 5 elementi non erano leggibili"),
-              90s);
+              120s);
 }
 
 TEST_F(WaysOut, theCountOfErrorsBeginsAnewForEachDestination)
