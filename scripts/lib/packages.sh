@@ -13,7 +13,7 @@ run_packages=(
 test_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     clang-format clang-tidy shellcheck git
-    strace python3-dbusmock procps util-linux
+    strace python3-dbusmock libglib2.0-bin procps util-linux
 )
 
 # packages_install run|test: installs those of the list that are missing.

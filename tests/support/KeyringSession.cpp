@@ -160,7 +160,8 @@ bool KeyringSession::startScript(QProcess &process, const QString &script,
 bool KeyringSession::waitForName(const QString &name)
 {
     QProcess wait;
-    wait.start(QStringLiteral("gdbus"), {QStringLiteral("wait"), QStringLiteral("--session"),
-                                         QStringLiteral("--timeout=20"), name});
+    start(wait, QStringLiteral("gdbus"),
+          {QStringLiteral("wait"), QStringLiteral("--session"), QStringLiteral("--timeout=20"),
+           name});
     return wait.waitForFinished(patienceMilliseconds) && wait.exitCode() == 0;
 }

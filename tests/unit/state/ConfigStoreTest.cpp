@@ -181,8 +181,8 @@ TEST(ConfigStore, aServerKindThatIsNotKnownLosesEverySetting)
 
 TEST(ConfigStore, numbersMustBeWholeAndFit64Bits)
 {
-    for (const char *number : {"1.5", "1e400", "-1e400", "9223372036854775808",
-                               "-1e19", "1e19", "\"30\"", "null", "NaN", "0x10"}) {
+    for (const char *number : {"1.5", "1e400", "-1e400", "9223372036854775808", "-1e19", "1e19",
+                               "\"30\"", "null", "NaN", "0x10"}) {
         put(QByteArray("{\"skipOnBattery\": true, \"keepDays\": ") + number + "}");
         EXPECT_EQ(ConfigStore::load(), AppConfig()) << number;
     }
