@@ -13,7 +13,7 @@ namespace {
 QString madeSupportFolder()
 {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                           QLatin1String("/Vellomar");
+                     QLatin1String("/Vellomar");
     QDir().mkpath(folder);
     QFile::setPermissions(folder,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);

@@ -21,9 +21,14 @@ demonstration() {
 
     say "First backup, of $(sample_size "$sample")"
     backup_shown
+    # Of the versions of one hour the last is kept, so the first is dated back.
+    say "A day passes (the first version is given yesterday's date)"
+    restic_here rewrite --forget --new-time "$(date -d yesterday '+%F %T')" latest
     sample_change "$sample"
     say "Second backup, after a change, a new file and a removed one"
     backup_shown
+    say "What the log says"
+    cat -- "$(settings_folder)/backup.log" >&2
 
     say "The versions on the disk"
     restic_here snapshots
@@ -33,7 +38,7 @@ demonstration() {
         fail "what was restored differs from what was backed up"
     diff <(sample_modes "$sample") <(sample_modes "$restored") ||
         fail "modes or times of what was restored differ"
-    say "Shown: an encrypted backup, a second one of the changes alone, and a restore that is equal byte by byte, with names, modes and times."
+    say "Shown: an encrypted backup, a check of the disk, a second version of the changes alone, and a restore that is equal byte by byte, with names, modes and times."
 }
 
 # A backup by the program, and what its history says of it.

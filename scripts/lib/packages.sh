@@ -11,9 +11,10 @@ run_packages=(
 
 # Besides those, to test it.
 test_packages=(
-    libgtest-dev libgmock-dev libbenchmark-dev
+    libgtest-dev libgmock-dev
     clang-format clang-tidy shellcheck git
-    strace python3-dbusmock libglib2.0-bin procps util-linux
+    strace python3 python3-dbus python3-gi python3-dbusmock libglib2.0-bin procps util-linux
+    systemd xvfb dunst librsvg2-common fonts-inter
 )
 
 # packages_install run|test: installs those of the list that are missing.

@@ -212,7 +212,8 @@ protected:
         static const QStringList belonging{
             QStringLiteral("backup.lock"),  QStringLiteral("backup.log"),
             QStringLiteral("config.json"),  QStringLiteral("excludes.txt"),
-            QStringLiteral("history.json"), QStringLiteral("rclone.conf")};
+            QStringLiteral("history.json"), QStringLiteral("rclone.conf"),
+            QStringLiteral("state.json")};
         EXPECT_EQ(BackupHome::supportNames().join(u' '), belonging.join(u' '));
         EXPECT_EQ(home.filesWithSecrets().join(u' '), QString());
     }

@@ -67,7 +67,7 @@ TEST_F(SecondCycle, ofTwoStartedTogetherOneRuns)
     EXPECT_EQ(one.finish(), 0);
     EXPECT_EQ(other.finish(), 0);
     EXPECT_EQ(recordCount(), 1);
-    EXPECT_EQ(commands(), "cat\nunlock\nbackup\n");
+    EXPECT_EQ(commands(), "cat\nunlock\nbackup\nforget\n");
 }
 
 TEST_F(SecondCycle, runsWellAfterOneThatWasKilled)

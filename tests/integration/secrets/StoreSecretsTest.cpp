@@ -75,7 +75,8 @@ TEST_F(StoreSecrets, aPasswordIsWrittenInPlainOnlyToThatCopyAndIsGoneAtTheEnd)
     EXPECT_THAT(witness.leaks(BackupHome::secrets()), IsEmpty());
 
     EXPECT_EQ(BackupHome::supportNames(),
-              QStringList({QStringLiteral("config.json"), QStringLiteral("rclone.conf")}));
+              QStringList({QStringLiteral("config.json"), QStringLiteral("rclone.conf"),
+                           QStringLiteral("state.json")}));
     QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray content = file.readAll();

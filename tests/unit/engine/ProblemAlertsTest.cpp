@@ -215,8 +215,8 @@ TEST_F(ProblemAlerts, aStoppedCycleIsNoProblem)
         }
     };
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(outcomes(), (QStringList{QStringLiteral("local skipped"),
-                                       QStringLiteral("drive cancelled")}));
+    EXPECT_EQ(outcomes(),
+              (QStringList{QStringLiteral("local skipped"), QStringLiteral("drive cancelled")}));
     EXPECT_TRUE(notifications.isEmpty());
 }
 
