@@ -14,7 +14,7 @@ QString configFile()
 
 AppConfig ConfigStore::load()
 {
-    const AppConfig defaults;
+    AppConfig defaults;
     const std::optional<QJsonDocument> document = JSONFile::read(configFile());
     if (!document || !document->isObject()) {
         return defaults;

@@ -290,7 +290,7 @@ TEST_F(ResticRunTest, theRemotesDecideWhetherTheOthersAreAvailable)
         static int age = 0;
         QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTimeUtc().addSecs(-100 * ++age),
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTimeUtc().addSecs(-100LL * ++age),
                                      QFileDevice::FileModificationTime));
         file.close();
         secrets.readFailure = -1; // keeps the file as it is
