@@ -47,8 +47,8 @@ backup_shown() {
     history_told '"    new files: \(.filesNew), changed: \(.filesChanged), added to the disk: \(.dataAdded) bytes"'
 }
 
-# history_told FILTER: what jq's filter tells of the newest record.
-history_told() { jq -r ".[0] | $1" "$(settings_folder)/history.json"; }
+# history_told FILTER: what jq's filter tells of the newest backup.
+history_told() { jq -r "map(select(.kind == null))[0] | $1" "$(settings_folder)/history.json"; }
 
 # restic WORD… on the sample disk; restic reads the key from standard input.
 restic_here() {
