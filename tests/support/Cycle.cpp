@@ -1,9 +1,7 @@
 #include "tests/support/Cycle.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QThread>
 
 #include <csignal>
 #include <utility>
@@ -23,20 +21,6 @@ QList<QByteArray> statFields(const QString &process)
 }
 
 } // namespace
-
-bool eventually(const std::function<bool()> &condition)
-{
-    static constexpr unsigned long pauseMilliseconds = 5;
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > patienceMilliseconds) {
-            return false;
-        }
-        QThread::msleep(pauseMilliseconds);
-    }
-    return true;
-}
 
 bool hasEnded(qint64 process)
 {

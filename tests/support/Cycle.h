@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/Installation.h"
+#include "tests/support/Waiting.h"
 
 #include <QByteArray>
 #include <QList>
@@ -8,12 +9,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
-
 #include <sys/types.h>
-
-/// Waits until something holds, for as long as a busy machine may need; false when it never did.
-bool eventually(const std::function<bool()> &condition);
 
 /// Whether a process has ended, its parent having asked for that or not.
 bool hasEnded(qint64 process);

@@ -109,7 +109,7 @@ bool UserManager::comesUp()
 {
     const QString children =
         QStringLiteral("/proc/%1/task/%1/children").arg(m_namespace.processId());
-    const bool hasFirst = comesTrue([this, &children] {
+    const bool hasFirst = eventually([this, &children] {
         m_first = contentOf(children).trimmed().toLongLong();
         return m_first != 0 || !QFile::exists(children);
     });
@@ -118,7 +118,7 @@ bool UserManager::comesUp()
     }
     const QString first = QStringLiteral("/proc/%1").arg(m_first);
     QString state;
-    const bool isUp = comesTrue([this, &first, &state] {
+    const bool isUp = eventually([this, &first, &state] {
         state = systemctl({QStringLiteral("is-system-running")}).trimmed();
         return state == QLatin1String("running") || state == QLatin1String("degraded") ||
                !QFile::exists(first);
@@ -141,7 +141,7 @@ void UserManager::removeControlGroups() const
             continue;
         }
         // The dead are gone from them a moment later.
-        comesTrue([&top] {
+        eventually([&top] {
             QStringList folders{top};
             QDirIterator below(top, QDir::Dirs | QDir::NoDotAndDotDot,
                                QDirIterator::Subdirectories);

@@ -5,10 +5,10 @@
 
 /// Waits until something holds, for as long as a busy machine may need; false when it never did.
 template <typename Condition>
-bool comesTrue(Condition condition)
+bool eventually(Condition condition)
 {
-    static constexpr int patienceMilliseconds = 60000;
-    static constexpr unsigned long pauseMilliseconds = 20;
+    static constexpr int patienceMilliseconds = 120000;
+    static constexpr unsigned long pauseMilliseconds = 10;
     QElapsedTimer timer;
     timer.start();
     while (!condition()) {

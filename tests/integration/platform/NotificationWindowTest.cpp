@@ -128,7 +128,7 @@ TEST_F(NotificationWindow, showsTheIconAndTheText)
     Notifier::send(QStringLiteral("Backup non riuscito"),
                    QStringLiteral("Disco esterno: spazio esaurito <500 MB & meno>"));
     // The icon takes 64 by 64 dots, most of them its ground.
-    EXPECT_TRUE(comesTrue([this] {
+    EXPECT_TRUE(eventually([this] {
         const Dots dots = dotsOf(screen);
         return dots.ground > 1500 && dots.light > 100 && dots.text > 200;
     })) << dotsOf(screen).ground

@@ -74,14 +74,14 @@ TEST_F(ScheduledBackup, comesByItselfWithNoWindowEverStarted)
     ASSERT_TRUE(manager.isRunning()) << manager.reason().constData();
     const QDateTime established = Clock::now();
     jobOf(manager).establish(planOf(5));
-    ASSERT_TRUE(comesTrue([] { return !StatusStore::loadHistory().isEmpty(); }));
+    ASSERT_TRUE(eventually([] { return !StatusStore::loadHistory().isEmpty(); }));
     const RunRecord record = StatusStore::loadHistory().first();
     EXPECT_EQ(record.destination, DestinationID::local);
     EXPECT_EQ(record.outcome, Outcome::skipped) << record.message.toStdString();
     EXPECT_GE(established.secsTo(record.date), 4);
     // Each run leaves a line beside the record.
     const QString log = Paths::supportFile(QStringLiteral("backup.log"));
-    EXPECT_TRUE(comesTrue([&log] { return linesOf(log) >= 2; }));
+    EXPECT_TRUE(eventually([&log] { return linesOf(log) >= 2; }));
 }
 
 TEST_F(ScheduledBackup, endsCleanlyWhenTheSystemStopsIt)
@@ -98,7 +98,7 @@ TEST_F(ScheduledBackup, endsCleanlyWhenTheSystemStopsIt)
     jobOf(manager).establish(planOf(hour));
     manager.systemctl({QStringLiteral("start"), QStringLiteral("--no-block"), service});
     const QString signalled = QDir::homePath() + QLatin1String("/signals");
-    ASSERT_TRUE(comesTrue([&signalled] { return linesOf(signalled) == 1; }));
+    ASSERT_TRUE(eventually([&signalled] { return linesOf(signalled) == 1; }));
     manager.systemctl({QStringLiteral("stop"), service});
     EXPECT_EQ(contentOf(signalled).toStdString(), "started\nINT\n");
     const QList<RunRecord> history = StatusStore::loadHistory();

@@ -75,7 +75,7 @@ protected:
     static bool comesNextSecond()
     {
         const QDateTime then = Clock::now();
-        return comesTrue([&then] { return then.msecsTo(Clock::now()) > 1000; });
+        return eventually([&then] { return then.msecsTo(Clock::now()) > 1000; });
     }
     void startService() const
     {
@@ -83,7 +83,7 @@ protected:
     }
     [[nodiscard]] bool comesToState(const QString &state) const
     {
-        return comesTrue(
+        return eventually(
             [&] { return manager.property(serviceUnit, QStringLiteral("ActiveState")) == state; });
     }
     /// Seconds from now to the timer's next run.
@@ -118,10 +118,10 @@ TEST_F(SystemdTimerIntegration, theScheduleRunsTheProgramByItselfAgainAndAgain)
     const QDateTime established = Clock::now();
     job().establish(planOf(counter(), interval));
     EXPECT_GT(secondsToNextRun(), 0);
-    ASSERT_TRUE(comesTrue([this] { return runs() >= 1; }));
+    ASSERT_TRUE(eventually([this] { return runs() >= 1; }));
     // Whole seconds are counted, so the first may come up to one earlier.
     EXPECT_GE(established.secsTo(Clock::now()), interval - 1);
-    ASSERT_TRUE(comesTrue([this] { return runs() >= 2; }));
+    ASSERT_TRUE(eventually([this] { return runs() >= 2; }));
     EXPECT_EQ(manager.property(serviceUnit, QStringLiteral("Result")), QStringLiteral("success"));
 }
 
@@ -139,7 +139,7 @@ TEST_F(SystemdTimerIntegration, aRunHasLowPriorityAndItsErrorsGoToTheLog)
     log.write("a line from before\n");
     log.close();
     job().establish(plan);
-    ASSERT_TRUE(comesTrue([this] { return runs() >= 1; }));
+    ASSERT_TRUE(eventually([this] { return runs() >= 1; }));
     EXPECT_EQ(contentOf(home + QLatin1String("/name")), program.toUtf8());
     EXPECT_EQ(contentOf(home + QLatin1String("/nice")), QByteArray("10\n"));
     EXPECT_EQ(contentOf(home + QLatin1String("/ionice")).trimmed().left(4), QByteArray("idle"));
@@ -194,7 +194,7 @@ TEST_F(SystemdTimerIntegration, runsMissedWhileItWasOffAreOneRunSoonAfter)
     setLastRun(5 * hour + hour / 2);
     manager.start();
     ASSERT_TRUE(manager.isRunning()) << manager.reason().constData();
-    ASSERT_TRUE(comesTrue([this] { return runs() >= 1; }));
+    ASSERT_TRUE(eventually([this] { return runs() >= 1; }));
     ASSERT_TRUE(comesToState(QStringLiteral("inactive")));
     EXPECT_EQ(runs(), 1);
     const qint64 next = secondsToNextRun();
@@ -251,7 +251,7 @@ TEST_F(SystemdTimerIntegration, removalLeavesNothingButTheRunThatGoesOn)
                                    "until [ -e ~/go ]; do sleep 0.05; done\necho end >>~/runs\n");
     job().establish(planOf(program, hour));
     startService();
-    ASSERT_TRUE(comesTrue([this] { return runs() == 1; }));
+    ASSERT_TRUE(eventually([this] { return runs() == 1; }));
     job().remove();
     EXPECT_EQ(manager.property(timerUnit, QStringLiteral("LoadState")),
               QStringLiteral("not-found"));
@@ -264,7 +264,7 @@ TEST_F(SystemdTimerIntegration, removalLeavesNothingButTheRunThatGoesOn)
 
     QFile go(home + QLatin1String("/go"));
     ASSERT_TRUE(go.open(QIODevice::WriteOnly));
-    EXPECT_TRUE(comesTrue([this] { return runs() == 2; }));
+    EXPECT_TRUE(eventually([this] { return runs() == 2; }));
     EXPECT_TRUE(comesToState(QStringLiteral("inactive")));
 }
 
@@ -278,7 +278,7 @@ TEST_F(SystemdTimerIntegration, aProgramThatWasMovedIsFollowedAtTheNextCall)
     ASSERT_TRUE(comesToState(QStringLiteral("failed")));
     job().establish(planOf(moved, hour));
     startService();
-    EXPECT_TRUE(comesTrue([this] { return runs() == 1; }));
+    EXPECT_TRUE(eventually([this] { return runs() == 1; }));
     EXPECT_TRUE(comesToState(QStringLiteral("inactive")));
 }
 

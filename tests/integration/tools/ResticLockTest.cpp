@@ -1,26 +1,15 @@
 #include "tests/integration/tools/SampleBackup.h"
+#include "tests/support/Waiting.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 
 #include <algorithm>
 #include <csignal>
-#include <functional>
 #include <thread>
 
 // What happens to a repository while, and after, another restic works on it.
 
 namespace {
-
-bool eventually(const std::function<bool()> &condition)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition() && timer.elapsed() < 60000) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return condition();
-}
 
 class ResticLockTest : public testing::Test
 {
