@@ -122,7 +122,7 @@ TEST_F(ProblemAlerts, aSkipIsNotToldWhileAnotherDestinationWorks)
     EXPECT_TRUE(notifications.isEmpty());
 }
 
-TEST_F(ProblemAlerts, skipsWithoutAnyHistoryAreToldAtOnceOnlyWithALimitOfZero)
+TEST_F(ProblemAlerts, skipsWithoutAnyHistoryAreToldImmediatelyOnlyWithALimitOfZero)
 {
     detachDisk();
     EXPECT_EQ(run(), 0);

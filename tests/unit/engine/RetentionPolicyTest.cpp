@@ -9,7 +9,7 @@ QString policy(qint64 keepDays, qint64 intervalHours = 1)
     return retentionPolicy(keepDays, intervalHours).join(u' ');
 }
 
-TEST(RetentionPolicy, everyChoiceOfTheListKeepsWhatItPromises)
+TEST(RetentionPolicy, everyChoiceInTheListKeepsWhatItPromises)
 {
     const std::vector<std::pair<qint64, const char *>> table = {
         {-1, "--keep-last 1"},
@@ -27,7 +27,7 @@ TEST(RetentionPolicy, everyChoiceOfTheListKeepsWhatItPromises)
     }
 }
 
-TEST(RetentionPolicy, theHourlyPartFollowsThePaceOfTheSchedule)
+TEST(RetentionPolicy, theHourlyPartFollowsTheSchedulesPace)
 {
     const std::vector<std::pair<qint64, int>> table = {
         {1, 24}, {2, 12}, {3, 8}, {4, 6}, {6, 4}, {8, 3}, {12, 2}, {13, 1}, {18, 1}, {23, 1},

@@ -198,7 +198,7 @@ TEST(ProcessRunner, manyThreadsRunChildrenAtOnce)
     }
 }
 
-TEST(ScopedProcessRunner, answersInPlaceOfTheRealOneAsLongAsItLives)
+TEST(ScopedProcessRunner, answersInsteadOfTheRealOneAsLongAsItLives)
 {
     {
         const ScopedProcessRunner scripted([](const QString &path, const QStringList &arguments,

@@ -80,7 +80,7 @@ TEST(ResticFailure, whatIsNoObjectIsALine)
     }
 }
 
-TEST(ResticFailure, theAbsenceOfResticIsTold)
+TEST(ResticFailure, aMissingResticIsTold)
 {
     EXPECT_EQ(said(-1, "restic non trovato"), QStringLiteral("restic non trovato"));
 }

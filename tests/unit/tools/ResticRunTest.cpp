@@ -108,7 +108,7 @@ TEST_F(ResticRunTest, theReceiverOfLinesIsPassedOn)
     EXPECT_EQ(last().options.handle, nullptr);
 }
 
-TEST_F(ResticRunTest, anotherRepositoryTakesThePlaceOfTheConfiguredOne)
+TEST_F(ResticRunTest, anotherRepositoryReplacesTheConfiguredOne)
 {
     restic.repositoryOverride = QStringLiteral("rclone:vellomar:other");
     static_cast<void>(restic.run({QStringLiteral("x")}));
