@@ -56,16 +56,11 @@ void encryptOnce()
 
 Rclone::Remotes dumpedRemotes()
 {
-    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    if (!rclone) {
+    const auto result = Rclone::run({QStringLiteral("config"), QStringLiteral("dump")});
+    if (!result) {
         return {};
     }
-    Rclone::encrypted();
-    const Rclone::ConfigEnvironment environment;
-    const ProcessResult result =
-        runProcess(*rclone, {QStringLiteral("config"), QStringLiteral("dump")},
-                   {.env = environment.variables()});
-    const auto document = JSONFile::decode(result.standardOutput.toUtf8());
+    const auto document = JSONFile::decode(result->standardOutput.toUtf8());
     if (!document || !document->isObject()) {
         return {};
     }
@@ -116,18 +111,6 @@ std::optional<QString> Rclone::obscure(const QString &text)
     return obscured;
 }
 
-void Rclone::disconnect()
-{
-    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    if (!rclone) {
-        return;
-    }
-    encrypted();
-    const ConfigEnvironment environment;
-    runProcess(*rclone, {QStringLiteral("config"), QStringLiteral("delete"), driveRemote},
-               {.env = environment.variables()});
-}
-
 std::optional<QString> Rclone::lastError(const QString &standardError)
 {
     static const QRegularExpression dateAndLevel(
@@ -138,6 +121,17 @@ std::optional<QString> Rclone::lastError(const QString &standardError)
     }
     QString sentence = lines.last();
     return sentence.remove(dateAndLevel);
+}
+
+std::optional<ProcessResult> Rclone::run(const QStringList &arguments, ProcessHandle *handle)
+{
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone) {
+        return std::nullopt;
+    }
+    encrypted();
+    const ConfigEnvironment environment;
+    return runProcess(*rclone, arguments, {.env = environment.variables(), .handle = handle});
 }
 
 const std::optional<QString> &Rclone::configKey()

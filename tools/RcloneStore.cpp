@@ -3,6 +3,7 @@
 #include "tools/Tools.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QUuid>
 
 #include <algorithm>
@@ -21,6 +22,15 @@ bool hasLineBreak(const QString &value)
         const char16_t code = character.unicode();
         return (code >= 10 && code <= 13) || code == 0x85 || code == 0x2028 || code == 0x2029;
     });
+}
+
+// What rclone's reader takes for quotes or for a reference to another setting. It can't be escaped
+// in a way that lasts: rclone writes the whole file anew whenever it changes anything in it.
+bool isChangedByRclone(const QString &value)
+{
+    static const QRegularExpression reference(QStringLiteral(R"(%\([^)]+\)s)"));
+    return value.contains(u'`') || value.startsWith(QLatin1String("\"\"\"")) ||
+           value.contains(reference);
 }
 
 /// A file with mode 600 from its first moment, removed again unless it was moved to its place.
@@ -68,17 +78,6 @@ private:
     bool m_isMoved = false;
 };
 
-std::optional<QString> shownConfiguration(const QString &rclone)
-{
-    const Rclone::ConfigEnvironment environment;
-    ProcessResult result = runProcess(rclone, {QStringLiteral("config"), QStringLiteral("show")},
-                                      {.env = environment.variables()});
-    if (result.status != 0) {
-        return std::nullopt;
-    }
-    return result.standardOutput;
-}
-
 bool encryptCopy(const QString &rclone, const PlainCopy &copy)
 {
     const Rclone::ConfigEnvironment environment(copy.path());
@@ -93,17 +92,17 @@ bool encryptCopy(const QString &rclone, const PlainCopy &copy)
 bool Rclone::store(const QString &name, const QList<std::pair<QString, QString>> &pairs)
 {
     const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    const bool isOneLineEach = std::none_of(
-        pairs.cbegin(), pairs.cend(), [](const auto &pair) { return hasLineBreak(pair.second); });
-    if (!rclone || !isOneLineEach) {
+    const bool canBeKept = std::none_of(pairs.cbegin(), pairs.cend(), [](const auto &pair) {
+        return hasLineBreak(pair.second) || isChangedByRclone(pair.second);
+    });
+    if (!rclone || !canBeKept) {
         return false;
     }
-    encrypted();
-    const std::optional<QString> shown = shownConfiguration(*rclone);
-    if (!shown) {
+    const auto shown = run({QStringLiteral("config"), QStringLiteral("show")});
+    if (!shown || shown->status != 0) {
         return false;
     }
-    QString content = *shown + QLatin1String("\n[") + name + QLatin1String("]\n");
+    QString content = shown->standardOutput + QLatin1String("\n[") + name + QLatin1String("]\n");
     for (const auto &[key, value] : pairs) {
         content += key + QLatin1String(" = ") + value + u'\n';
     }

@@ -6,14 +6,15 @@
 run_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev libsecret-1-dev libexpected-dev libicu-dev
-    dbus gnome-keyring libsecret-tools ca-certificates jq
+    dbus gnome-keyring libsecret-tools ca-certificates jq openssh-client procps
 )
 
 # Besides those, to test it.
 test_packages=(
     libgtest-dev libgmock-dev
     clang-format clang-tidy shellcheck git
-    strace python3 python3-dbus python3-gi python3-dbusmock libglib2.0-bin procps util-linux
+    strace python3 python3-dbus python3-gi python3-dbusmock libglib2.0-bin util-linux
+    openssh-server apache2-bin samba
     systemd xvfb dunst librsvg2-common fonts-inter
 )
 

@@ -1,0 +1,93 @@
+#include "state/JSONFile.h"
+#include "state/Localized.h"
+#include "tools/JSONValues.h"
+#include "tools/Rclone.h"
+#include "tools/RcloneLimits.h"
+#include "tools/Tools.h"
+
+namespace {
+
+/// Ends the sign-in of an interrupted attempt, which may still hold rclone's local port.
+void endStaleSignIn()
+{
+    runProcess(QStringLiteral("/usr/bin/pkill"),
+               {QStringLiteral("-f"), QStringLiteral("rclone config create vellomar drive")});
+}
+
+/// Why the sign-in didn't come to a connection.
+QString failure(const QString &standardError)
+{
+    if (standardError.contains(QLatin1String("address already in use"))) {
+        return localized("Un'altra autorizzazione è già in corso. Chiudi la pagina di accesso nel "
+                         "browser e riprova.");
+    }
+    return Rclone::lastError(standardError).value_or(localized("Autorizzazione non completata"));
+}
+
+} // namespace
+
+std::optional<QString> Rclone::connect(const QString &clientID, const QString &clientSecret,
+                                       ProcessHandle &handle)
+{
+    if (!Tools::find(QStringLiteral("rclone"))) {
+        return localized("rclone non trovato");
+    }
+    endStaleSignIn();
+    disconnect();
+    // The scope holds the program to the files that it has made itself.
+    QStringList arguments = {QStringLiteral("config"), QStringLiteral("create"), driveRemote,
+                             QStringLiteral("drive"), QStringLiteral("scope=drive.file")};
+    if (!clientID.isEmpty()) {
+        arguments << QLatin1String("client_id=") + clientID
+                  << QLatin1String("client_secret=") + clientSecret;
+    }
+    const ProcessResult result = run(arguments, &handle).value_or(ProcessResult());
+    if (result.status == 0 && isConfigured()) {
+        return std::nullopt;
+    }
+    disconnect();
+    return handle.isCancelled() ? localized("Collegamento annullato")
+                                : failure(result.standardError);
+}
+
+void Rclone::disconnect()
+{
+    run({QStringLiteral("config"), QStringLiteral("delete"), driveRemote});
+}
+
+std::optional<Rclone::Quota> Rclone::quota(const QString &remote)
+{
+    const auto result =
+        run(QStringList{QStringLiteral("about"), remote + u':', QStringLiteral("--json")} +
+            RcloneLimits::shortQuery());
+    if (!result || result->status != 0) {
+        return std::nullopt;
+    }
+    const auto document = JSONFile::decode(result->standardOutput.toUtf8());
+    if (!document || !document->isObject() ||
+        !document->object().contains(QLatin1String("total"))) {
+        return std::nullopt;
+    }
+    const QJsonObject about = document->object();
+    return Quota{int64(about, QLatin1String("used")), int64(about, QLatin1String("total"))};
+}
+
+QStringList Rclone::folders(const QString &path, const QString &remote)
+{
+    const auto result = run(
+        QStringList{QStringLiteral("lsf"), remote + u':' + path, QStringLiteral("--dirs-only")} +
+        RcloneLimits::shortQuery());
+    if (!result || result->status != 0) {
+        return {};
+    }
+    QStringList names = result->standardOutput.split(u'\n', Qt::SkipEmptyParts);
+    for (QString &name : names) {
+        while (name.startsWith(u'/')) {
+            name.remove(0, 1);
+        }
+        while (name.endsWith(u'/')) {
+            name.chop(1);
+        }
+    }
+    return names;
+}

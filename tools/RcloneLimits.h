@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+/// How long rclone may try when somebody waits for a short answer.
+namespace RcloneLimits {
+
+/// The options of every short query of a remote.
+inline QStringList shortQuery()
+{
+    return {QStringLiteral("--contimeout"), QStringLiteral("10s"),
+            QStringLiteral("--timeout"),    QStringLiteral("20s"),
+            QStringLiteral("--retries"),    QStringLiteral("1")};
+}
+
+} // namespace RcloneLimits

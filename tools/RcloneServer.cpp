@@ -1,0 +1,229 @@
+#include "state/AtomicFile.h"
+#include "state/Localized.h"
+#include "state/Paths.h"
+#include "tools/Rclone.h"
+#include "tools/RcloneLimits.h"
+#include "tools/Tools.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+using Pairs = QList<std::pair<QString, QString>>;
+
+QString knownHosts()
+{
+    return Paths::supportFile(QStringLiteral("known_hosts"));
+}
+
+QString unreachable()
+{
+    return localized("Server non raggiungibile: controlla indirizzo e porta.");
+}
+
+QString notConfigured()
+{
+    return localized("Configurazione non riuscita");
+}
+
+/// The settings of a connection without blanks around what is typed by hand.
+AppConfig trimmed(AppConfig config)
+{
+    config.serverHost = config.serverHost.trimmed();
+    config.serverUser = config.serverUser.trimmed();
+    config.serverPort = config.serverPort.trimmed();
+    return config;
+}
+
+QString expandedKeyFile(const QString &path)
+{
+    return path.startsWith(u'~') ? QString(Paths::home() + path.sliced(1)) : path;
+}
+
+Pairs s3Section(const AppConfig &config, const QString &secret)
+{
+    return {{QStringLiteral("provider"), QStringLiteral("Other")},
+            {QStringLiteral("endpoint"), config.serverHost},
+            {QStringLiteral("access_key_id"), config.serverUser},
+            {QStringLiteral("secret_access_key"), secret}};
+}
+
+/// `password` is obscured, and empty where no secret was given.
+Pairs webdavSection(const AppConfig &config, const QString &password)
+{
+    return {{QStringLiteral("url"), config.serverHost},
+            {QStringLiteral("vendor"), QStringLiteral("other")},
+            {QStringLiteral("user"), config.serverUser},
+            {QStringLiteral("pass"), password}};
+}
+
+/// What SFTP and SMB share; `password` is obscured, and empty where no secret was given.
+Pairs hostSection(const AppConfig &config, const QString &password)
+{
+    Pairs pairs = {{QStringLiteral("host"), config.serverHost},
+                   {QStringLiteral("user"), config.serverUser}};
+    if (!config.serverPort.isEmpty()) {
+        pairs.append({QStringLiteral("port"), config.serverPort});
+    }
+    if (!password.isEmpty()) {
+        pairs.append({QStringLiteral("pass"), password});
+    }
+    return pairs;
+}
+
+Pairs sftpSection(const AppConfig &config, const QString &password)
+{
+    Pairs pairs = hostSection(config, password);
+    if (!config.serverKeyFile.isEmpty()) {
+        pairs.append({QStringLiteral("key_file"), expandedKeyFile(config.serverKeyFile)});
+    }
+    pairs.append({QStringLiteral("known_hosts_file"), knownHosts()});
+    return pairs;
+}
+
+/// The settings of the section, in rclone's names; absent when the secret can't be obscured.
+std::optional<Pairs> section(const AppConfig &config, const QString &secret)
+{
+    Pairs pairs = {{QStringLiteral("type"), rawValue(config.serverKind)}};
+    if (config.serverKind == ServerKind::s3) {
+        return pairs + s3Section(config, secret);
+    }
+    const std::optional<QString> password =
+        secret.isEmpty() ? std::optional(QString()) : Rclone::obscure(secret);
+    if (!password) {
+        return std::nullopt;
+    }
+    switch (config.serverKind) {
+    case ServerKind::webdav:
+        return pairs + webdavSection(config, *password);
+    case ServerKind::smb:
+        return pairs + hostSection(config, *password);
+    case ServerKind::sftp:
+        return pairs + sftpSection(config, *password);
+    case ServerKind::s3:
+        break;
+    }
+    return std::nullopt;
+}
+
+/// Whether a text holds one of the words.
+template <std::size_t count>
+bool holdsAny(const QString &text, const std::array<QLatin1String, count> &words)
+{
+    return std::any_of(words.cbegin(), words.cend(),
+                       [&text](QLatin1String word) { return text.contains(word); });
+}
+
+} // namespace
+
+std::optional<QString> Rclone::connectServer(const AppConfig &config, const QString &secret)
+{
+    if (!Tools::find(QStringLiteral("rclone"))) {
+        return localized("rclone non trovato");
+    }
+    disconnectServer();
+    const AppConfig server = trimmed(config);
+    const std::optional<Pairs> pairs = section(server, secret);
+    if (!pairs) {
+        return notConfigured();
+    }
+    if (server.serverKind == ServerKind::sftp && !trustHost(server.serverHost, server.serverPort)) {
+        return unreachable();
+    }
+    if (!store(serverRemote, *pairs)) {
+        disconnectServer();
+        return notConfigured();
+    }
+    const auto test =
+        run(QStringList{QStringLiteral("lsd"), serverRemote + u':'} + RcloneLimits::shortQuery() +
+            QStringList{QStringLiteral("--low-level-retries"), QStringLiteral("1")});
+    if (test && test->status == 0) {
+        return std::nullopt;
+    }
+    disconnectServer();
+    return serverError(test ? test->standardError : QString());
+}
+
+void Rclone::disconnectServer()
+{
+    if (run({QStringLiteral("config"), QStringLiteral("delete"), serverRemote})) {
+        QFile::remove(knownHosts());
+    }
+}
+
+void Rclone::pinServerIfNeeded()
+{
+    if (!Tools::find(QStringLiteral("rclone"))) {
+        return;
+    }
+    const QJsonObject server = remotes().value(serverRemote);
+    const QJsonValue host = server.value(QLatin1String("host"));
+    const bool isPinned = !server.value(QLatin1String("known_hosts_file")).toString().isEmpty();
+    if (server.value(QLatin1String("type")) != QLatin1String("sftp") || isPinned ||
+        !host.isString() ||
+        !trustHost(host.toString(), server.value(QLatin1String("port")).toString())) {
+        return;
+    }
+    run({QStringLiteral("config"), QStringLiteral("update"), serverRemote,
+         QLatin1String("known_hosts_file=") + knownHosts()});
+}
+
+std::optional<QString> Rclone::versioning(const QString &bucket)
+{
+    if (bucket.isEmpty()) {
+        return std::nullopt;
+    }
+    const auto result = run(QStringList{QStringLiteral("backend"), QStringLiteral("versioning"),
+                                        serverRemote + u':' + bucket} +
+                            RcloneLimits::shortQuery());
+    return result && result->status == 0 ? std::optional(result->standardOutput.trimmed())
+                                         : std::nullopt;
+}
+
+QString Rclone::serverError(const QString &standardError)
+{
+    static constexpr std::array accessWords = {
+        QLatin1String("401"),
+        QLatin1String("403"),
+        QLatin1String("unable to authenticate"),
+        QLatin1String("permission denied"),
+        QLatin1String("logon failure"),
+        QLatin1String("invalidaccesskeyid"),
+        QLatin1String("signaturedoesnotmatch"),
+    };
+    static constexpr std::array networkWords = {
+        QLatin1String("no such host"),     QLatin1String("connection refused"),
+        QLatin1String("timeout"),          QLatin1String("timed out"),
+        QLatin1String("no route to host"), QLatin1String("network is unreachable"),
+    };
+    const QString text = standardError.toLower();
+    if (text.contains(QLatin1String("knownhosts"))) {
+        return localized("Il server si presenta con una chiave diversa da quella registrata. Se "
+                         "non l'hai cambiato tu, non collegarti da questa rete; altrimenti "
+                         "scollega e ricollega il server.");
+    }
+    if (holdsAny(text, accessWords)) {
+        return localized("Accesso rifiutato: controlla utente e password.");
+    }
+    if (holdsAny(text, networkWords)) {
+        return unreachable();
+    }
+    return lastError(standardError).value_or(localized("Server non raggiungibile"));
+}
+
+bool Rclone::trustHost(const QString &host, const QString &port)
+{
+    QStringList arguments = {QStringLiteral("-T"), QStringLiteral("10")};
+    if (!port.isEmpty()) {
+        arguments << QStringLiteral("-p") << port;
+    }
+    // A host name that begins with a hyphen is no option.
+    arguments << QStringLiteral("--") << host;
+    const ProcessResult scan = runProcess(QStringLiteral("/usr/bin/ssh-keyscan"), arguments);
+    QStringList keys = scan.standardOutput.split(u'\n', Qt::SkipEmptyParts);
+    keys.removeIf([](const QString &line) { return line.startsWith(u'#'); });
+    return !keys.isEmpty() && AtomicFile::write(knownHosts(), (keys.join(u'\n') + u'\n').toUtf8());
+}
