@@ -1,5 +1,7 @@
 #include "state/Outcome.h"
 
+#include "state/Localized.h"
+
 QString rawValue(Outcome outcome)
 {
     switch (outcome) {
@@ -25,6 +27,23 @@ std::optional<Outcome> outcome(const QString &raw)
         }
     }
     return std::nullopt;
+}
+
+QString label(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::ok:
+        return localized("Completato");
+    case Outcome::warning:
+        return localized("Con avvisi");
+    case Outcome::failed:
+        return localized("Non riuscito");
+    case Outcome::skipped:
+        return localized("Saltato");
+    case Outcome::cancelled:
+        return localized("Interrotto");
+    }
+    Q_UNREACHABLE();
 }
 
 bool isGood(Outcome outcome)

@@ -17,5 +17,8 @@ QString rawValue(Outcome outcome);
 /// The outcome of a raw value; absent for any other text.
 std::optional<Outcome> outcome(const QString &rawValue);
 
+/// What the person reads for an outcome.
+QString label(Outcome outcome);
+
 /// Whether a run with this outcome left a new version behind.
 bool isGood(Outcome outcome);

@@ -26,10 +26,16 @@ QString stateFile()
     return Paths::supportFile(QStringLiteral("state.json"));
 }
 
-template <typename Record>
-std::optional<Record> loadObject(const QString &path)
+QByteArray bytesOf(const QString &path)
 {
-    const std::optional<QJsonDocument> document = JSONFile::read(path);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+template <typename Record>
+std::optional<Record> decodedObject(const QByteArray &bytes)
+{
+    const std::optional<QJsonDocument> document = JSONFile::decode(bytes);
     if (!document || !document->isObject()) {
         return std::nullopt;
     }
@@ -104,12 +110,32 @@ void StatusStore::save(const EngineState &state)
 
 std::optional<RunStatus> StatusStore::loadStatus()
 {
-    return loadObject<RunStatus>(statusFile());
+    return decodedStatus(statusBytes());
+}
+
+QByteArray StatusStore::statusBytes()
+{
+    return bytesOf(statusFile());
+}
+
+std::optional<RunStatus> StatusStore::decodedStatus(const QByteArray &bytes)
+{
+    return decodedObject<RunStatus>(bytes);
 }
 
 QList<RunRecord> StatusStore::loadHistory()
 {
-    const std::optional<QJsonDocument> document = JSONFile::read(historyFile());
+    return decodedHistory(historyBytes());
+}
+
+QByteArray StatusStore::historyBytes()
+{
+    return bytesOf(historyFile());
+}
+
+QList<RunRecord> StatusStore::decodedHistory(const QByteArray &bytes)
+{
+    const std::optional<QJsonDocument> document = JSONFile::decode(bytes);
     if (!document || !document->isArray()) {
         return {};
     }
@@ -127,7 +153,7 @@ QList<RunRecord> StatusStore::loadHistory()
 
 EngineState StatusStore::loadState()
 {
-    return loadObject<EngineState>(stateFile()).value_or(EngineState());
+    return decodedObject<EngineState>(bytesOf(stateFile())).value_or(EngineState());
 }
 
 void StatusStore::removeAbandoned()

@@ -4,6 +4,7 @@
 #include "state/RunRecord.h"
 #include "state/RunStatus.h"
 
+#include <QByteArray>
 #include <QList>
 
 #include <optional>
@@ -35,6 +36,14 @@ std::optional<RunStatus> loadStatus();
 QList<RunRecord> loadHistory();
 /// The defaults when the file can't be read or decoded.
 EngineState loadState();
+
+/// The bytes of status.json and history.json as they stand, for one who looks often and decodes
+/// only what has changed; empty when there are none.
+QByteArray statusBytes();
+QByteArray historyBytes();
+/// loadStatus() and loadHistory() from bytes.
+std::optional<RunStatus> decodedStatus(const QByteArray &bytes);
+QList<RunRecord> decodedHistory(const QByteArray &bytes);
 
 /// Deletes temporary files of a writer that was killed. Only under the cycle's lock.
 void removeAbandoned();

@@ -86,3 +86,12 @@ TEST(Outcome, isFoundByItsRawValueAlone)
         EXPECT_FALSE(outcome(QLatin1String(text))) << text;
     }
 }
+
+TEST(Outcome, hasItsLabel)
+{
+    EXPECT_EQ(label(Outcome::ok), QStringLiteral("Completato"));
+    EXPECT_EQ(label(Outcome::warning), QStringLiteral("Con avvisi"));
+    EXPECT_EQ(label(Outcome::failed), QStringLiteral("Non riuscito"));
+    EXPECT_EQ(label(Outcome::skipped), QStringLiteral("Saltato"));
+    EXPECT_EQ(label(Outcome::cancelled), QStringLiteral("Interrotto"));
+}
