@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUuid>
 
 #include <array>
@@ -47,10 +48,19 @@ QString quoted(QString path)
     return u'"' + path.replace(u'"', QLatin1String("\"\"")) + u'"';
 }
 
+// A pipe, a plain copy of rclone's file, or what rclone itself has beside a file while it replaces
+// it: the new one, with digits behind the name, and the one before, which may be in plain, with
+// ".old" and digits. Those of rclone.conf may be all that is left of it as long as it isn't there.
 bool isLeftover(const QString &name)
 {
+    static const QRegularExpression configuration(
+        QStringLiteral(R"(\Arclone(-.*)?\.conf((\.old)?[0-9]+)?\z)"),
+        QRegularExpression::DotMatchesEverythingOption);
+    static const QString inUse = QStringLiteral("rclone.conf");
     return name.startsWith(QLatin1String("k-")) ||
-           (name.startsWith(QLatin1String("rclone-")) && name.endsWith(QLatin1String(".conf")));
+           (name != inUse && configuration.match(name).hasMatch() &&
+            (name.startsWith(QLatin1String("rclone-")) ||
+             QFileInfo::exists(Paths::supportFile(inUse))));
 }
 
 } // namespace

@@ -37,8 +37,8 @@ public:
     /// folder.
     [[noreturn]] static void deliver(const QString &path);
 
-    /// Removes pipes, and plain copies of rclone's configuration, that a dead process left behind:
-    /// those of the support folder that are more than a minute old.
+    /// Removes pipes, and copies of rclone's configuration, that a dead process left behind: those
+    /// of the support folder that are more than a minute old.
     static void removeStale();
 
 private:

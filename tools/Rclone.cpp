@@ -3,13 +3,18 @@
 #include "state/JSONFile.h"
 #include "state/Keychain.h"
 #include "state/Paths.h"
+#include "tools/RcloneLimits.h"
 #include "tools/Tools.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <filesystem>
 #include <mutex>
+
+#include <unistd.h>
 
 namespace {
 
@@ -42,10 +47,36 @@ bool isInEnvelope()
     return file.open(QIODevice::ReadOnly) && file.read(40).startsWith("# Encrypted");
 }
 
+// rclone replaces its file in two steps, with the old one set aside between them. If it was killed
+// there, that is all there is.
+void bringBackSetAside()
+{
+    const QFileInfo file(configFile());
+    if (file.exists()) {
+        return;
+    }
+    const QFileInfoList setAside =
+        file.dir().entryInfoList({file.fileName() + QLatin1String(".old*")},
+                                 QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Time);
+    for (const QFileInfo &old : setAside) {
+        const QByteArray path = QFile::encodeName(old.filePath());
+        // A link takes no other file's place, should the new one have come meanwhile.
+        if (old.size() > 0 &&
+            ::link(path.constData(), QFile::encodeName(configFile()).constData()) == 0) {
+            ::unlink(path.constData());
+            return;
+        }
+    }
+}
+
 void encryptOnce()
 {
     const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    if (!rclone || !Rclone::configKey() || isInEnvelope()) {
+    if (!rclone || !Rclone::configKey()) {
+        return;
+    }
+    bringBackSetAside();
+    if (isInEnvelope()) {
         return;
     }
     const Rclone::ConfigEnvironment environment;
@@ -75,6 +106,20 @@ Rclone::Remotes dumpedRemotes()
     return remotes;
 }
 
+std::optional<ProcessResult> runWith(const ChildProcess::Environment &more,
+                                     const QStringList &arguments, ProcessHandle *handle)
+{
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone) {
+        return std::nullopt;
+    }
+    Rclone::encrypted();
+    const Rclone::ConfigEnvironment environment;
+    ChildProcess::Environment variables = environment.variables();
+    variables.insert(more);
+    return runProcess(*rclone, arguments, {.env = variables, .handle = handle});
+}
+
 } // namespace
 
 Rclone::Remotes Rclone::remotes()
@@ -99,7 +144,8 @@ bool Rclone::isConfigured()
 std::optional<QString> Rclone::obscure(const QString &text)
 {
     const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    if (!rclone) {
+    // rclone reads a single line, and what ends one isn't part of it.
+    if (!rclone || text.contains(u'\n') || text.endsWith(u'\r')) {
         return std::nullopt;
     }
     const ProcessResult result =
@@ -125,13 +171,15 @@ std::optional<QString> Rclone::lastError(const QString &standardError)
 
 std::optional<ProcessResult> Rclone::run(const QStringList &arguments, ProcessHandle *handle)
 {
-    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    if (!rclone) {
-        return std::nullopt;
-    }
-    encrypted();
-    const ConfigEnvironment environment;
-    return runProcess(*rclone, arguments, {.env = environment.variables(), .handle = handle});
+    return runWith({}, arguments, handle);
+}
+
+std::optional<ProcessResult> Rclone::query(const QStringList &arguments)
+{
+    // Without this each try is ten tries in rclone's lower layers, which takes minutes on a server
+    // that is down.
+    return runWith({{QStringLiteral("RCLONE_LOW_LEVEL_RETRIES"), QStringLiteral("1")}},
+                   arguments + RcloneLimits::shortQuery(), nullptr);
 }
 
 const std::optional<QString> &Rclone::configKey()

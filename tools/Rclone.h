@@ -82,7 +82,8 @@ std::optional<QString> versioning(const QString &bucket);
 /// before.
 bool store(const QString &name, const QList<std::pair<QString, QString>> &pairs);
 
-/// A secret in the scrambled form that rclone's file wants for passwords; absent on failure.
+/// A secret in the scrambled form that rclone's file wants for passwords; absent on failure
+/// and for a text of more than one line.
 std::optional<QString> obscure(const QString &text);
 
 /// The sentence worth showing out of rclone's standard error: its last line without date and level.
@@ -98,6 +99,10 @@ bool trustHost(const QString &host, const QString &port);
 
 /// Runs rclone with the configuration, encrypted before; absent when there is no rclone.
 std::optional<ProcessResult> run(const QStringList &arguments, ProcessHandle *handle = nullptr);
+
+/// Runs rclone for somebody who waits for a short answer about a remote: it tries once, with 10
+/// seconds to connect and 20 in which nothing comes. Absent when there is no rclone.
+std::optional<ProcessResult> query(const QStringList &arguments);
 
 /// Key of the encrypted file, found or made once a process; absent when the secret store refuses.
 const std::optional<QString> &configKey();

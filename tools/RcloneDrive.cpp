@@ -2,7 +2,6 @@
 #include "state/Localized.h"
 #include "tools/JSONValues.h"
 #include "tools/Rclone.h"
-#include "tools/RcloneLimits.h"
 #include "tools/Tools.h"
 
 namespace {
@@ -21,7 +20,11 @@ QString failure(const QString &standardError)
         return localized("Un'altra autorizzazione è già in corso. Chiudi la pagina di accesso nel "
                          "browser e riprova.");
     }
-    return Rclone::lastError(standardError).value_or(localized("Autorizzazione non completata"));
+    const QString sentence = Rclone::lastError(standardError).value_or(QString()).trimmed();
+    // A refusal in the browser comes in several lines, of which the last is an empty "Help:".
+    return sentence.isEmpty() || sentence == QLatin1String("Help:")
+               ? localized("Autorizzazione non completata")
+               : sentence;
 }
 
 } // namespace
@@ -57,9 +60,7 @@ void Rclone::disconnect()
 
 std::optional<Rclone::Quota> Rclone::quota(const QString &remote)
 {
-    const auto result =
-        run(QStringList{QStringLiteral("about"), remote + u':', QStringLiteral("--json")} +
-            RcloneLimits::shortQuery());
+    const auto result = query({QStringLiteral("about"), remote + u':', QStringLiteral("--json")});
     if (!result || result->status != 0) {
         return std::nullopt;
     }
@@ -74,9 +75,8 @@ std::optional<Rclone::Quota> Rclone::quota(const QString &remote)
 
 QStringList Rclone::folders(const QString &path, const QString &remote)
 {
-    const auto result = run(
-        QStringList{QStringLiteral("lsf"), remote + u':' + path, QStringLiteral("--dirs-only")} +
-        RcloneLimits::shortQuery());
+    const auto result =
+        query({QStringLiteral("lsf"), remote + u':' + path, QStringLiteral("--dirs-only")});
     if (!result || result->status != 0) {
         return {};
     }

@@ -176,11 +176,13 @@ std::optional<QString> Rclone::versioning(const QString &bucket)
     if (bucket.isEmpty()) {
         return std::nullopt;
     }
-    const auto result = run(QStringList{QStringLiteral("backend"), QStringLiteral("versioning"),
-                                        serverRemote + u':' + bucket} +
-                            RcloneLimits::shortQuery());
-    return result && result->status == 0 ? std::optional(result->standardOutput.trimmed())
-                                         : std::nullopt;
+    const auto result = query(
+        {QStringLiteral("backend"), QStringLiteral("versioning"), serverRemote + u':' + bucket});
+    if (!result || result->status != 0) {
+        return std::nullopt;
+    }
+    // Some versions of rclone print the word as JSON.
+    return result->standardOutput.trimmed().remove(u'"');
 }
 
 QString Rclone::serverError(const QString &standardError)
@@ -191,6 +193,7 @@ QString Rclone::serverError(const QString &standardError)
         QLatin1String("unable to authenticate"),
         QLatin1String("permission denied"),
         QLatin1String("logon failure"),
+        QLatin1String("logon is invalid"), // as rclone words what Windows calls a logon failure
         QLatin1String("invalidaccesskeyid"),
         QLatin1String("signaturedoesnotmatch"),
     };

@@ -9,6 +9,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -33,13 +34,28 @@ bool isTaken(quint16 port)
     return answers;
 }
 
+quint16 anyFreePort()
+{
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address = loopback(0);
+    socklen_t length = sizeof(address);
+    ::bind(socket, reinterpret_cast<sockaddr *>(&address), length);
+    ::getsockname(socket, reinterpret_cast<sockaddr *>(&address), &length);
+    ::close(socket);
+    return ntohs(address.sin_port);
+}
+
 } // namespace
 
 Daemon::Daemon()
 {
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    // A group of its own, so that what it starts ends with it.
-    m_process.setChildProcessModifier([] { ::setpgid(0, 0); });
+    // A group of its own, so that what it starts ends with it; and a test that is killed leaves
+    // none behind.
+    m_process.setChildProcessModifier([] {
+        ::setpgid(0, 0);
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    });
 }
 
 Daemon::~Daemon()
@@ -49,13 +65,14 @@ Daemon::~Daemon()
 
 quint16 Daemon::freePort()
 {
-    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address = loopback(0);
-    socklen_t length = sizeof(address);
-    ::bind(socket, reinterpret_cast<sockaddr *>(&address), length);
-    ::getsockname(socket, reinterpret_cast<sockaddr *>(&address), &length);
-    ::close(socket);
-    return ntohs(address.sin_port);
+    // rclone's errors name the port, and these numbers in them stand for a refusal.
+    while (true) {
+        const quint16 port = anyFreePort();
+        const QByteArray text = QByteArray::number(port);
+        if (!text.contains("401") && !text.contains("403")) {
+            return port;
+        }
+    }
 }
 
 bool Daemon::start(const QString &program, const QStringList &arguments)

@@ -44,6 +44,41 @@ TEST(NoTools, everyOperationOfResticFailsWithThoseWords)
     EXPECT_EQ(restic.repositorySize(), std::nullopt);
 }
 
+TEST(NoTools, noServerCanBeConnectedAndItsFilesAreLeftAlone)
+{
+    MemorySecretBackend secrets;
+    const ScopedSecretBackend inForce(secrets);
+    QFile hostKeys(Paths::supportFile(QStringLiteral("known_hosts")));
+    ASSERT_TRUE(hostKeys.open(QIODevice::WriteOnly));
+    AppConfig config;
+    config.serverHost = QStringLiteral("host");
+    EXPECT_EQ(Rclone::connectServer(config, QStringLiteral("x")),
+              QStringLiteral("rclone non trovato"));
+    Rclone::disconnectServer();
+    Rclone::pinServerIfNeeded();
+    EXPECT_EQ(Rclone::versioning(QStringLiteral("bucket")), std::nullopt);
+    EXPECT_TRUE(hostKeys.exists());
+    EXPECT_EQ(QDir(Paths::support()).count(), 3U); // this file alone, and the folders' own entries
+    EXPECT_EQ(secrets.adds, 0);
+}
+
+TEST(NoTools, driveCannotBeConnectedNorAskedAndNothingIsRun)
+{
+    QStringList programs;
+    const ScopedProcessRunner runner(
+        [&programs](const QString &program, const QStringList &, const ProcessOptions &) {
+            programs.append(program);
+            return ProcessResult{0, {}, {}};
+        });
+    ProcessHandle handle;
+    EXPECT_EQ(Rclone::connect({}, {}, handle), QStringLiteral("rclone non trovato"));
+    handle.terminate();
+    EXPECT_EQ(Rclone::connect({}, {}, handle), QStringLiteral("rclone non trovato"));
+    EXPECT_EQ(Rclone::quota(Rclone::driveRemote), std::nullopt);
+    EXPECT_EQ(Rclone::folders(QStringLiteral("Vellomar"), Rclone::driveRemote), QStringList());
+    EXPECT_EQ(programs, QStringList());
+}
+
 TEST(NoTools, everyOperationOfRcloneIsANo)
 {
     MemorySecretBackend secrets;

@@ -12,17 +12,25 @@
 #include <functional>
 #include <mutex>
 
-/// An rclone that does what the test says and a key in memory; every call is kept.
+/// An rclone, and the other tools that are run beside it, that do what the test says, and a key in
+/// memory; every call is kept.
 class RcloneFixture : public testing::Test
 {
 protected:
     struct Call
     {
+        QString program;
         QStringList arguments;
         ChildProcess::Environment env;
         std::optional<QString> input;
+        ProcessHandle *handle = nullptr;
 
-        [[nodiscard]] QString words() const { return arguments.join(u' '); }
+        [[nodiscard]] bool isRclone() const { return program.endsWith(QLatin1String("/rclone")); }
+        /// What was run: the arguments alone for rclone, behind the full path for anything else.
+        [[nodiscard]] QString words() const
+        {
+            return (isRclone() ? arguments : QStringList(program) + arguments).join(u' ');
+        }
         [[nodiscard]] QString config() const { return env.value(QStringLiteral("RCLONE_CONFIG")); }
         [[nodiscard]] QString passwordCommand() const
         {
@@ -77,17 +85,21 @@ protected:
     std::function<ProcessResult(const Call &)> rclone = [](const Call &) {
         return ProcessResult{0, {}, {}};
     };
+    /// ssh-keyscan and pkill.
+    std::function<ProcessResult(const Call &)> otherTool = [](const Call &) {
+        return ProcessResult{0, {}, {}};
+    };
     QList<Call> calls;
     std::mutex callsLock;
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};
-    ScopedProcessRunner runner{
-        [this](const QString &, const QStringList &arguments, const ProcessOptions &options) {
-            const Call call{arguments, options.env, options.input};
-            {
-                const std::lock_guard lock(callsLock);
-                calls.append(call);
-            }
-            return rclone(call);
-        }};
+    ScopedProcessRunner runner{[this](const QString &program, const QStringList &arguments,
+                                      const ProcessOptions &options) {
+        const Call call{program, arguments, options.env, options.input, options.handle};
+        {
+            const std::lock_guard lock(callsLock);
+            calls.append(call);
+        }
+        return call.isRclone() ? rclone(call) : otherTool(call);
+    }};
 };

@@ -97,6 +97,25 @@ TEST_F(RcloneStoreTest, aValueWithALineBreakOfAnyKindIsRefusedWithoutRclone)
     expectUntouched();
 }
 
+TEST_F(RcloneStoreTest, aValueThatRcloneWouldChangeIsRefusedWithoutRclone)
+{
+    for (const char *value : {"`", "a`b", "`quoted`", "\"\"\"", "\"\"\"quoted\"\"\"", "%(type)s",
+                              "a%(type)sb", "%%(type)s", "%( )s", "%(a)b)s %(c)s"}) {
+        EXPECT_FALSE(store(QString::fromUtf8(value))) << value;
+    }
+    EXPECT_TRUE(calls.isEmpty());
+    expectUntouched();
+}
+
+TEST_F(RcloneStoreTest, aValueThatOnlyLooksLikeThatIsTaken)
+{
+    for (const char *value : {"\"", "\"\"", "\"a\"", "a\"\"\"b", "%()s", "%(type)", "%(type) s",
+                              "%s", "(type)s", "100%"}) {
+        EXPECT_TRUE(store(QString::fromUtf8(value))) << value;
+        EXPECT_TRUE(plain.endsWith(QByteArray("\na = " + QByteArray(value) + "\n"))) << value;
+    }
+}
+
 TEST_F(RcloneStoreTest, everyOtherCharacterIsTaken)
 {
     const QString value = QStringLiteral("\t\"'%s=;#[]\\ \x08\x0e\x1f\x7f") +

@@ -53,6 +53,28 @@ TEST_F(RcloneTest, anEncryptedFileIsLeftAlone)
     EXPECT_EQ(config(), envelope);
 }
 
+TEST_F(RcloneTest, aFileThatRcloneHadSetAsideWhenItWasKilledComesBack)
+{
+    writeConfig(envelope);
+    ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old123")));
+    QFile empty(configFile() + QLatin1String(".old45"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly)); // from before the setting aside
+    Rclone::encrypted();
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_EQ(config(), envelope);
+    EXPECT_FALSE(QFile::exists(configFile() + QLatin1String(".old123")));
+}
+
+TEST_F(RcloneTest, aFileThatRcloneHadSetAsideTakesNoOthersPlace)
+{
+    writeConfig("[vellomar]\n");
+    ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old123")));
+    writeConfig(envelope);
+    Rclone::encrypted();
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_EQ(config(), envelope);
+}
+
 TEST_F(RcloneTest, withoutAKeyTheFileStaysAsItIs)
 {
     refuseKey();
@@ -229,6 +251,16 @@ TEST_F(RcloneTest, obscureFailsWithRclone)
     EXPECT_EQ(Rclone::obscure(QStringLiteral("secret")), std::nullopt);
     rclone = [](const Call &) { return dumped(" \n"); };
     EXPECT_EQ(Rclone::obscure(QStringLiteral("secret")), std::nullopt);
+}
+
+TEST_F(RcloneTest, obscureTakesASingleLineOnly)
+{
+    rclone = [](const Call &) { return dumped("scrambled"); };
+    for (const char *text : {"\n", "a\nb", "a\n", "\na", "a\r\nb", "a\r\n", "a\r"}) {
+        EXPECT_EQ(Rclone::obscure(QString::fromUtf8(text)), std::nullopt);
+    }
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_EQ(Rclone::obscure(QStringLiteral("a\rb")), QStringLiteral("scrambled"));
 }
 
 TEST(RcloneLastError, isTheLastLineWithoutDateAndLevel)

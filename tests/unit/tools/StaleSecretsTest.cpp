@@ -66,9 +66,19 @@ TEST(StaleSecrets, aClockThatWentBackRemovesNothing)
 
 TEST(StaleSecrets, everythingElseIsLeftAlone)
 {
-    const QList<const char *> others{
-        "rclone.conf", "rclone-X.conf.bak", "rclone-", "xrclone-X.conf", "k", "K-X",
-        ".k-X",        "config.json",       "rclone-X"};
+    const QList<const char *> others{"rclone.conf",
+                                     "rclone-X.conf.bak",
+                                     "rclone.conf.old",
+                                     "rclone-X.conf.old",
+                                     "rclone.conf1x",
+                                     "rclone.confidence",
+                                     "rclone-",
+                                     "xrclone-X.conf",
+                                     "k",
+                                     "K-X",
+                                     ".k-X",
+                                     "config.json",
+                                     "rclone-X"};
     for (const char *name : others) {
         make(name);
     }
@@ -80,6 +90,40 @@ TEST(StaleSecrets, everythingElseIsLeftAlone)
         EXPECT_TRUE(isThere(name)) << name;
     }
     EXPECT_TRUE(isThere("k-folder/k-inside"));
+}
+
+TEST(StaleSecrets, whatRcloneHadBesideACopyCountsToo)
+{
+    const QList<const char *> names{"rclone-X.conf1874598159", "rclone-X.conf.old3824617222"};
+    for (const char *name : names) {
+        make(name);
+    }
+    tidyAfter(59);
+    for (const char *name : names) {
+        EXPECT_TRUE(isThere(name)) << name;
+    }
+    tidyAfter(61);
+    for (const char *name : names) {
+        EXPECT_FALSE(isThere(name)) << name;
+    }
+}
+
+TEST(StaleSecrets, whatRcloneHadBesideItsFileGoesWhenTheFileIsThere)
+{
+    const QList<const char *> names{"rclone.conf1874598159", "rclone.conf.old3824617222"};
+    for (const char *name : names) {
+        make(name);
+    }
+    tidyAfter(61);
+    for (const char *name : names) {
+        EXPECT_TRUE(isThere(name)) << name; // perhaps all that is left
+    }
+    make("rclone.conf");
+    tidyAfter(61);
+    for (const char *name : names) {
+        EXPECT_FALSE(isThere(name)) << name;
+    }
+    EXPECT_TRUE(isThere("rclone.conf"));
 }
 
 TEST(StaleSecrets, theShortestNamesCountToo)

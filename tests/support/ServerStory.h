@@ -1,0 +1,38 @@
+#pragma once
+
+#include "tests/support/CycleHome.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+
+#include <optional>
+
+/// A home whose only destination is the private server. What the settings say of the server, its
+/// kind, its address and its user, is the test's to fill in.
+class ServerStory : public CycleHome
+{
+protected:
+    ServerStory();
+
+    /// Connects the server of `config`, as the window does; absent on success.
+    std::optional<QString> connect(const QString &secret = {});
+
+    /// Connects the server, backs the source up to it with the real program, lists the backup,
+    /// restores it to a new folder, compares every byte, and disconnects, leaving nothing.
+    void expectWholeLife(const QString &secret);
+
+    /// Expects that the server isn't connected and that no file is left of a connection or of an
+    /// attempt, and that the last secret that connect() got stands nowhere in the support folder.
+    void expectNothingLeft();
+
+    /// Every file below a folder, by its path from there, with what it holds.
+    static QMap<QString, QByteArray> contents(const QString &folder);
+
+private:
+    void expectSecretKept() const;
+    void expectBackup() const;
+    void expectRestore() const;
+
+    QString m_secret;
+};
