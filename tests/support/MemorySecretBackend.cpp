@@ -21,6 +21,9 @@ std::int32_t MemorySecretBackend::update(const QString &service, const QString &
     if (writeFailure != 0) {
         return writeFailure;
     }
+    if (account == failingAccount) {
+        return 22;
+    }
     if (!items.contains({service, account})) {
         return itemNotFound;
     }
@@ -34,6 +37,9 @@ std::int32_t MemorySecretBackend::add(const QString &service, const QString &acc
     ++adds;
     if (writeFailure != 0) {
         return writeFailure;
+    }
+    if (account == failingAccount) {
+        return 22;
     }
     items[{service, account}] = value;
     return 0;

@@ -13,6 +13,7 @@ public:
     QMap<std::pair<QString, QString>, QByteArray> items; ///< by service and account
     std::int32_t readFailure = 0;                        ///< unless 0, what copyMatching gives
     std::int32_t writeFailure = 0;                       ///< unless 0, what update and add give
+    QString failingAccount;                              ///< one that can't be written; gives 22
     int reads = 0;
     int updates = 0;
     int adds = 0;

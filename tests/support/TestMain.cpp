@@ -1,3 +1,4 @@
+#include "engine/Headless.h"
 #include "tools/OneShotSecret.h"
 
 #include <QByteArray>
@@ -17,6 +18,11 @@ int main(int argc, char *argv[])
     // rclone asks the executable that started it for its key, and in a test that is this one.
     if (argc == 3 && std::string_view(argv[1]) == "--secret") {
         OneShotSecret::deliver(QFile::decodeName(argv[2]));
+    }
+    // The window starts its own executable once more for a backup; the home is then its parent's.
+    if (argc == 3 && std::string_view(argv[1]) == "--backup" &&
+        std::string_view(argv[2]) == "--manual") {
+        Headless::run(true);
     }
     const QTemporaryDir home;
     if (!home.isValid()) {

@@ -16,7 +16,10 @@ const QMap<QString, QStringList> &arrows()
         {QStringLiteral("state"), {QStringLiteral("platform")}},
         {QStringLiteral("tools"), {QStringLiteral("platform"), QStringLiteral("state")}},
         {QStringLiteral("engine"),
-         {QStringLiteral("platform"), QStringLiteral("state"), QStringLiteral("tools")}}};
+         {QStringLiteral("platform"), QStringLiteral("state"), QStringLiteral("tools")}},
+        {QStringLiteral("model"),
+         {QStringLiteral("platform"), QStringLiteral("state"), QStringLiteral("tools"),
+          QStringLiteral("engine")}}};
     return below;
 }
 

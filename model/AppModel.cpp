@@ -1,0 +1,201 @@
+#include "model/AppModel.h"
+
+#include "engine/Scheduler.h"
+#include "model/Background.h"
+#include "model/PreviewFolder.h"
+#include "model/UserDefaults.h"
+#include "platform/Clock.h"
+#include "state/ConfigStore.h"
+#include "state/Keychain.h"
+#include "state/Localized.h"
+#include "state/StatusStore.h"
+
+#include <QMetaType>
+#include <QTimer>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+bool isNumber(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Sizes measured at an earlier start; none unless all that is kept are numbers.
+QMap<QString, qint64> savedSizes()
+{
+    const QVariant saved = UserDefaults::value(UserDefaults::sourceSizes);
+    if (saved.typeId() != QMetaType::QVariantMap) {
+        return {};
+    }
+    const QVariantMap entries = saved.toMap();
+    QMap<QString, qint64> sizes;
+    for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
+        if (!isNumber(entry.value())) {
+            return {};
+        }
+        sizes.insert(entry.key(), entry.value().toLongLong());
+    }
+    return sizes;
+}
+
+bool isAnyEnabled(const AppConfig &config)
+{
+    return config.localEnabled || config.driveEnabled || config.serverEnabled;
+}
+
+/// Whether the schedule depends on anything that differs.
+bool changesSchedule(const AppConfig &before, const AppConfig &now)
+{
+    return before.autoBackup != now.autoBackup || before.intervalHours != now.intervalHours ||
+           isAnyEnabled(before) != isAnyEnabled(now) || before.keySaved != now.keySaved;
+}
+
+} // namespace
+
+AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
+    : QObject(parent)
+    , m_desktop(std::move(desktop))
+    , m_config(ConfigStore::load())
+    , m_historyBytes(StatusStore::historyBytes())
+    , m_history(StatusStore::decodedHistory(m_historyBytes))
+    , m_minute(Clock::now().toSecsSinceEpoch() / 60)
+    , m_driveConnected(Rclone::isConfigured())
+    , m_serverConnected(Rclone::remotes().contains(Rclone::serverRemote))
+    , m_sourceSizes(savedSizes())
+{
+    loadKey();
+    PreviewFolder::remove();
+    OneShotSecret::removeStale();
+    Background::run([] { Rclone::pinServerIfNeeded(); });
+    Scheduler::sync(m_config);
+    checkPermissions();
+    poll();
+    refreshAll();
+
+    auto *timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &AppModel::poll);
+    timer->start(std::chrono::seconds(1));
+
+    resumePendingAction();
+}
+
+void AppModel::loadKey()
+{
+    const auto stored = Keychain::read(Keychain::repositoryKey);
+    if (!stored) {
+        m_keyError = stored.error().message();
+        return;
+    }
+    if (*stored) {
+        m_password = **stored;
+    } else {
+        const auto made = Keychain::loadOrCreate(Keychain::repositoryKey);
+        if (!made) {
+            m_keyError = made.error().message();
+            return;
+        }
+        m_password = *made;
+        // Nobody can have saved a key that is new.
+        setKeySaved(false);
+    }
+    const auto previous = Keychain::read(Keychain::previousRepositoryKey);
+    if (!previous) {
+        m_keyError = previous.error().message();
+        return;
+    }
+    m_hasPreviousKey = previous->has_value();
+}
+
+void AppModel::setConfig(const AppConfig &config)
+{
+    const AppConfig before = std::exchange(m_config, config);
+    if (before == config) {
+        return;
+    }
+    ConfigStore::save(config);
+    if (changesSchedule(before, config)) {
+        Scheduler::sync(config);
+    }
+    if (before.sources != config.sources || before.excludes != config.excludes) {
+        setSourceSizes({});
+    }
+    Q_EMIT configChanged();
+    Q_EMIT summaryChanged();
+}
+
+void AppModel::setKeySaved(bool saved)
+{
+    AppConfig config = m_config;
+    config.keySaved = saved;
+    setConfig(config);
+}
+
+void AppModel::setSection(Section section)
+{
+    assign(m_section, section, &AppModel::sectionChanged);
+}
+
+void AppModel::setAccessRequest(GatedAction action)
+{
+    assign(m_accessRequest, action, &AppModel::accessRequestChanged);
+}
+
+void AppModel::setShowingForeignWizard(bool showing)
+{
+    assign(m_showingForeignWizard, showing, &AppModel::showingForeignWizardChanged);
+}
+
+void AppModel::setShowingRecoveryKit(bool showing)
+{
+    assign(m_showingRecoveryKit, showing, &AppModel::showingRecoveryKitChanged);
+}
+
+const std::optional<QString> &AppModel::serverVersioning() const
+{
+    return m_serverVersioning;
+}
+
+QString AppModel::title(Section section)
+{
+    switch (section) {
+    case Section::Overview:
+        return localized("Panoramica");
+    case Section::Restore:
+        return localized("Ripristina");
+    case Section::Sources:
+        return localized("Cartelle");
+    case Section::Destinations:
+        return localized("Destinazioni");
+    case Section::Activity:
+        return localized("Attività");
+    case Section::Settings:
+        return localized("Impostazioni");
+    }
+    return {};
+}
+
+void AppModel::becomeActive()
+{
+    // Not within the event that tells of it: what is resumed may open panels.
+    QMetaObject::invokeMethod(this, "resumePendingAction", Qt::QueuedConnection);
+}
+
+void AppModel::prepareToQuit()
+{
+    setAccessRequest(GatedAction::None);
+    setShowingRecoveryKit(false);
+    setShowingForeignWizard(false);
+    PreviewFolder::remove();
+}

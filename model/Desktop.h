@@ -1,0 +1,73 @@
+#pragma once
+
+#include "state/AppConfig.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+/// What the model needs of the desktop around it: panels, the clipboard, the person's login, other
+/// programs, time. The window hands in the real one, tests one of their own.
+///
+/// All calls come from the model's thread and return soon; answers that take a person's time come
+/// later, by a function that is called once on that same thread, or at once if that is how it is.
+/// The functions may outlive the model. What needs no window toolkit has its real form here.
+class Desktop
+{
+public:
+    /// How the question after the person's own login was answered.
+    enum class Authentication {
+        granted,
+        refused,    ///< or cancelled
+        impossible, ///< this machine has no way to ask
+    };
+
+    Desktop() = default;
+    virtual ~Desktop() = default;
+    Desktop(const Desktop &) = delete;
+    Desktop &operator=(const Desktop &) = delete;
+    Desktop(Desktop &&) = delete;
+    Desktop &operator=(Desktop &&) = delete;
+
+    /// Asks where to save a file: a full path, absent when the person cancelled.
+    virtual void askSavePath(const QString &proposedName, const QString &message,
+                             std::function<void(const std::optional<QString> &)> answer) = 0;
+
+    /// Prints a text with a dialog of the system, in a monospaced font of 12 points.
+    virtual void print(const QString &text) = 0;
+
+    /// Replaces the general clipboard by a text that clipboard managers are asked not to keep, and
+    /// gives the clipboard's change count.
+    virtual qint64 copyConcealed(const QString &text) = 0;
+    /// A number that is another one after each change of the clipboard, whoever made it.
+    virtual qint64 clipboardChangeCount() = 0;
+    virtual void clearClipboard() = 0;
+
+    /// Asks the person to log in. The reason is a part of a sentence that the system completes.
+    virtual void authenticate(const QString &reason,
+                              std::function<void(Authentication)> answer) = 0;
+
+    /// Opens the place in the system's settings where access to the whole disk is given.
+    virtual void openPrivacySettings() = 0;
+
+    /// Ends the program as its menu does.
+    virtual void quit() = 0;
+    /// Ends the process at once.
+    virtual void exitNow() = 0;
+
+    /// Whether this program may read all of the person's files.
+    virtual bool hasFullDiskAccess();
+
+    /// Asks the system for the right to notify, without waiting for its answer.
+    virtual void requestNotificationPermission();
+
+    /// Starts a program that goes on by itself: it gets this one's environment and folder, and the
+    /// null device for its output. False when it couldn't be started.
+    virtual bool startDetached(const QString &program, const QStringList &arguments);
+
+    /// Calls a function later, on this thread, model or no model.
+    virtual void after(std::chrono::milliseconds delay, std::function<void()> task);
+};

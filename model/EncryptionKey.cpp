@@ -1,0 +1,137 @@
+#include "model/AppModel.h"
+
+#include "model/Background.h"
+#include "state/Keychain.h"
+#include "state/Localized.h"
+
+#include <QFileInfo>
+#include <QPointer>
+
+#include <utility>
+
+namespace {
+
+/// Whether a destination is there to be asked. A disk that isn't plugged in is not.
+bool canBeTried(DestinationID destination, const AppConfig &config)
+{
+    return Restic{.dest = destination, .config = config, .password = {}, .repositoryOverride = {}}
+        .isAvailable();
+}
+
+/// The first destination in use that a key doesn't open. Only restic's own word counts: what isn't
+/// there yet or can't be reached refuses nothing.
+std::optional<DestinationID> refusingDestination(const AppConfig &config, const QString &key)
+{
+    for (const DestinationID destination : allDestinations) {
+        if (!config.isEnabled(destination) || !canBeTried(destination, config)) {
+            continue;
+        }
+        const Restic restic{
+            .dest = destination, .config = config, .password = key, .repositoryOverride = {}};
+        const ProcessResult result = restic.run({QStringLiteral("cat"), QStringLiteral("config")});
+        if (result.status == ResticExit::wrongPassword) {
+            return destination;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+void AppModel::authenticated(const QString &reason, std::function<void()> action)
+{
+    m_desktop->authenticate(reason, [model = QPointer(this),
+                                     action = std::move(action)](Desktop::Authentication answer) {
+        // Where nobody can log in, the person isn't locked out of their own key.
+        if (model && answer != Desktop::Authentication::refused) {
+            action();
+        }
+    });
+}
+
+void AppModel::copyKey()
+{
+    const qint64 change = m_desktop->copyConcealed(m_password);
+    assign(m_keyCopied, true, &AppModel::keyCopiedChanged);
+    m_desktop->after(std::chrono::seconds(60),
+                     [model = QPointer(this), desktop = m_desktop, change] {
+                         // Whatever was copied meanwhile is the person's.
+                         if (desktop->clipboardChangeCount() == change) {
+                             desktop->clearClipboard();
+                         }
+                         if (model) {
+                             model->assign(model->m_keyCopied, false, &AppModel::keyCopiedChanged);
+                         }
+                     });
+}
+
+void AppModel::requestKeyCopy()
+{
+    authenticated(localized("copiare la chiave di cifratura"), [this] { copyKey(); });
+}
+
+void AppModel::useKey(const QString &typed, KeyResult done)
+{
+    const QString key = typed.trimmed();
+    if (key.isEmpty() || m_keyChecking) {
+        return;
+    }
+    if (key == m_password) {
+        done(std::nullopt);
+        return;
+    }
+    replaceKey(key, std::move(done));
+}
+
+void AppModel::replaceKey(const QString &key, KeyResult done)
+{
+    assign(m_keyChecking, true, &AppModel::keyCheckingChanged);
+    Background::run(
+        this, [config = m_config, key] { return refusingDestination(config, key); },
+        [this, key, done = std::move(done)](const std::optional<DestinationID> &refusing) {
+            assign(m_keyChecking, false, &AppModel::keyCheckingChanged);
+            if (refusing) {
+                done(localized("Questa chiave non apre il backup su %1. La chiave in uso non è "
+                               "stata cambiata.")
+                         .arg(::title(*refusing)));
+            } else {
+                done(install(key, true));
+            }
+        });
+}
+
+std::optional<QString> AppModel::install(const QString &key, bool saved)
+{
+    if (!m_password.isEmpty()) {
+        const auto kept = Keychain::write(m_password, Keychain::previousRepositoryKey);
+        if (!kept) {
+            return kept.error().message();
+        }
+        assign(m_hasPreviousKey, true, &AppModel::hasPreviousKeyChanged);
+    }
+    const auto written = Keychain::write(key, Keychain::repositoryKey);
+    if (!written) {
+        return written.error().message();
+    }
+    m_password = key;
+    setKeySaved(saved);
+    assign(m_keyError, std::optional<QString>(), &AppModel::keyErrorChanged);
+    Q_EMIT passwordChanged();
+    refreshAll();
+    return std::nullopt;
+}
+
+void AppModel::requestPreviousKey()
+{
+    authenticated(localized("sostituire la chiave di cifratura"), [this] {
+        const auto previous = Keychain::read(Keychain::previousRepositoryKey);
+        if (!previous) {
+            assign(m_keyError, std::optional(previous.error().message()),
+                   &AppModel::keyErrorChanged);
+        } else if (*previous) {
+            // The key in use becomes the previous one, so that doing it twice changes nothing.
+            // Nobody knows whether the person has this key too.
+            assign(m_keyError, install(**previous, false), &AppModel::keyErrorChanged);
+        }
+    });
+}

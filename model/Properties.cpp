@@ -1,0 +1,155 @@
+#include "model/AppModel.h"
+
+#include "platform/Clock.h"
+#include "state/Fmt.h"
+#include "state/Localized.h"
+
+#include <algorithm>
+
+// What follows from the fields.
+
+namespace {
+
+template <typename Condition>
+std::optional<RunRecord> firstRecord(const QList<RunRecord> &history, Condition condition)
+{
+    const auto found = std::find_if(history.cbegin(), history.cend(), condition);
+    return found == history.cend() ? std::nullopt : std::optional(*found);
+}
+
+} // namespace
+
+std::optional<RunRecord> AppModel::lastSuccess() const
+{
+    return firstRecord(
+        m_history, [](const RunRecord &record) { return !record.kind && isGood(record.outcome); });
+}
+
+std::optional<RunRecord> AppModel::lastRecord(DestinationID destination) const
+{
+    return firstRecord(m_history, [destination](const RunRecord &record) {
+        return !record.kind && record.destination == destination;
+    });
+}
+
+std::optional<RunRecord> AppModel::lastCheck() const
+{
+    return firstRecord(m_history, [](const RunRecord &record) { return record.kind.has_value(); });
+}
+
+QString AppModel::stateText(DestinationID destination) const
+{
+    if (!m_config.isEnabled(destination)) {
+        return localized("Non attiva");
+    }
+    const std::optional<QString> error = m_repos.value(destination).error;
+    if (error) {
+        return *error;
+    }
+    const std::optional<RunRecord> last = lastRecord(destination);
+    if (!last) {
+        return localized("In attesa del primo backup");
+    }
+    if (last->outcome == Outcome::failed) {
+        return localized("Ultimo backup non riuscito");
+    }
+    return localized("Backup %1").arg(Fmt::relative(last->date));
+}
+
+AppModel::Tone AppModel::stateTone(DestinationID destination) const
+{
+    if (!m_config.isEnabled(destination)) {
+        return Tone::Off;
+    }
+    if (m_repos.value(destination).error) {
+        return Tone::Attention;
+    }
+    const std::optional<RunRecord> last = lastRecord(destination);
+    if (!last) {
+        return Tone::Attention;
+    }
+    return last->outcome == Outcome::failed ? Tone::Wrong : Tone::Well;
+}
+
+std::optional<QString> AppModel::staleText() const
+{
+    static constexpr qint64 secondsPerHour = 3600;
+    static constexpr qint64 hoursPerDay = 24;
+    const bool isAnyEnabled =
+        m_config.localEnabled || m_config.driveEnabled || m_config.serverEnabled;
+    if (m_config.alertAfterHours < 0 || !isAnyEnabled) {
+        return std::nullopt;
+    }
+    const std::optional<RunRecord> last = lastSuccess();
+    if (!last) {
+        return std::nullopt;
+    }
+    const qint64 hours = last->date.msecsTo(Clock::now()) / 1000 / secondsPerHour;
+    // Half of each side, so that no interval is too long to be doubled.
+    const bool isWithinTwoRuns = hours / 2 < m_config.intervalHours;
+    if (isWithinTwoRuns || hours < m_config.alertAfterHours) {
+        return std::nullopt;
+    }
+    if (hours < 2 * hoursPerDay) {
+        return localized("%1 ore").arg(hours);
+    }
+    return localized("%1 giorni").arg(hours / hoursPerDay);
+}
+
+QList<DestinationView> AppModel::destinations() const
+{
+    QList<DestinationView> views;
+    for (const DestinationID id : allDestinations) {
+        DestinationView view;
+        view.id = static_cast<int>(id);
+        view.title = ::title(id);
+        view.enabled = m_config.isEnabled(id);
+        view.stateText = stateText(id);
+        view.stateTone = static_cast<int>(stateTone(id));
+        view.known = m_repos.contains(id);
+        view.repo = m_repos.value(id);
+        views.append(view);
+    }
+    return views;
+}
+
+QVariant AppModel::statusView() const
+{
+    return m_status ? QVariant::fromValue(StatusView(*m_status)) : QVariant();
+}
+
+QList<RecordView> AppModel::historyView() const
+{
+    return {m_history.cbegin(), m_history.cend()};
+}
+
+QVariant AppModel::driveQuotaView() const
+{
+    return m_driveQuota ? QVariant::fromValue(QuotaView(*m_driveQuota)) : QVariant();
+}
+
+QVariant AppModel::serverQuotaView() const
+{
+    return m_serverQuota ? QVariant::fromValue(QuotaView(*m_serverQuota)) : QVariant();
+}
+
+QVariantMap AppModel::sourceSizesView() const
+{
+    QVariantMap sizes;
+    for (auto entry = m_sourceSizes.cbegin(); entry != m_sourceSizes.cend(); ++entry) {
+        sizes.insert(entry.key(), entry.value());
+    }
+    return sizes;
+}
+
+QVariant AppModel::lastSuccessView() const
+{
+    const std::optional<RunRecord> record = lastSuccess();
+    return record ? QVariant::fromValue(RecordView(*record)) : QVariant();
+}
+
+QVariant AppModel::lastCheckView() const
+{
+    const std::optional<RunRecord> record = lastCheck();
+    return record ? QVariant::fromValue(RecordView(*record)) : QVariant();
+}

@@ -1,0 +1,129 @@
+#include "model/AppModel.h"
+
+#include "platform/Clock.h"
+#include "state/Fmt.h"
+#include "state/Localized.h"
+#include "state/Paths.h"
+
+#include <QPointer>
+#include <QSaveFile>
+
+// The sheet that gets the key out of this machine, so that the backups don't die with it.
+
+namespace {
+
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+QString withoutHome(const QString &path)
+{
+    const QString &home = Paths::home();
+    const bool isInHome =
+        path == home || path.startsWith(home.endsWith(u'/') ? home : QString(home + u'/'));
+    return isInHome ? QString(u'~' + path.sliced(home.size())) : path;
+}
+
+/// Writes a file whole, for its owner's eyes alone from its first byte. Absent on success,
+/// otherwise the system's description.
+std::optional<QString> writePrivately(const QString &path, const QString &text)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return file.errorString();
+    }
+    file.setPermissions(ownerOnly); // not every disk knows of owners
+    file.write(text.toUtf8());
+    // Qt doesn't look at what the last flush of a commit says, and would put an empty file in
+    // place.
+    if (!file.flush()) {
+        const QString reason = file.errorString();
+        file.cancelWriting();
+        return reason;
+    }
+    return file.commit() ? std::nullopt : std::optional(file.errorString());
+}
+
+/// What to say of a kit that was saved.
+Notice savedNotice(const QString &path, const QString &localFolder)
+{
+    const std::optional<QString> volume = Paths::volume(path);
+    if (!localFolder.isEmpty() && Paths::volume(localFolder) == volume) {
+        return {localized("Il kit è sullo stesso disco dei backup: chi trova il disco può "
+                          "leggerli. Spostalo altrove."),
+                true};
+    }
+    if (Paths::volume(Paths::home()) == volume) {
+        return {localized("Il kit è salvato su questo Mac: se il Mac si rompe o viene rubato va "
+                          "perso con lui. Copialo su una chiavetta o stampalo."),
+                true};
+    }
+    return {localized("Kit salvato in %1.").arg(withoutHome(path)), false};
+}
+
+} // namespace
+
+QString AppModel::recoveryKitText() const
+{
+    const QStringList lines{
+        localized("Vellomar - Kit di recupero"),
+        QString(),
+        localized("Mac: %1").arg(Paths::hostname()),
+        localized("Creato il: %1").arg(Fmt::date(Clock::now())),
+        QString(),
+        localized("Chiave di cifratura:"),
+        m_password,
+        QString(),
+        localized("Come ripristinare su un altro Mac:"),
+        localized("1. Installa Vellomar."),
+        localized("2. Apri Ripristina e scegli \"Da un altro Mac\"."),
+        localized("3. Indica dove si trova il backup e inserisci questa chiave."),
+        QString(),
+        localized("Conserva questo foglio lontano dal Mac. Chi lo possiede può leggere i tuoi "
+                  "backup."),
+    };
+    return lines.join(u'\n');
+}
+
+void AppModel::openRecoveryKit()
+{
+    if (!m_config.keySaved) {
+        // The key has never left this machine: there is nothing yet to guard from its person.
+        setShowingRecoveryKit(true);
+        return;
+    }
+    authenticated(localized("mostrare la chiave di cifratura"),
+                  [this] { setShowingRecoveryKit(true); });
+}
+
+void AppModel::saveRecoveryKit()
+{
+    m_desktop->askSavePath(QStringLiteral("Kit di recupero Vellomar.txt"),
+                           localized("Scegli una chiavetta o un disco diverso da quello dei "
+                                     "backup"),
+                           [model = QPointer(this)](const std::optional<QString> &path) {
+                               if (model && path && !path->isEmpty()) {
+                                   model->saveRecoveryKitTo(*path);
+                               }
+                           });
+}
+
+void AppModel::saveRecoveryKitTo(const QString &path)
+{
+    const std::optional<QString> failure = writePrivately(path, recoveryKitText());
+    const Notice notice = failure ? Notice{localized("Kit non salvato: %1").arg(*failure), true}
+                                  : savedNotice(path, m_config.localFolder);
+    assign(m_kitNotice, std::optional(notice), &AppModel::kitNoticeChanged);
+}
+
+void AppModel::printRecoveryKit()
+{
+    m_desktop->print(recoveryKitText());
+}
+
+void AppModel::confirmKeySaved()
+{
+    setKeySaved(true);
+    setShowingRecoveryKit(false);
+    if (std::exchange(m_backupAfterKit, false)) {
+        startBackup();
+    }
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+/// Adds up the sizes of the regular files of a folder: an estimate of what a backup of it takes,
+/// made without restic and so with a simple reading of its patterns.
+namespace SourceScanner {
+
+/// Bytes of all regular files below the folder at `path`, hidden ones too, links not followed. What
+/// can't be read counts as nothing.
+///
+/// An exclude with a slash in front, or a ~ for the home, is one exact path; every other one is
+/// matched against the names of files and folders alone. What is excluded isn't entered.
+/// `progress` gets the sum so far each 20,000 entries, on the caller's thread.
+qint64 size(const QString &path, const QStringList &excludes,
+            const std::function<void(qint64)> &progress);
+
+} // namespace SourceScanner

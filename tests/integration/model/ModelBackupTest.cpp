@@ -1,0 +1,196 @@
+#include "model/AppModel.h"
+#include "model/Background.h"
+#include "state/StatusStore.h"
+#include "tests/support/Cycle.h"
+#include "tests/support/CycleHome.h"
+#include "tests/support/EventLoop.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QRandomGenerator>
+
+#include <csignal>
+
+#include <sys/file.h>
+#include <unistd.h>
+
+// The model beside the real engine, a child that is this same executable, with the real restic and
+// keyring.
+
+namespace {
+
+/// Starts programs and lets time pass for real; the rest is scripted.
+class LaunchingDesktop final : public Desktop
+{
+public:
+    void askSavePath(const QString &, const QString &,
+                     std::function<void(const std::optional<QString> &)> answer) override
+    {
+        answer(std::nullopt);
+    }
+    void print(const QString &) override {}
+    qint64 copyConcealed(const QString &) override { return 0; }
+    qint64 clipboardChangeCount() override { return 0; }
+    void clearClipboard() override {}
+    void authenticate(const QString &, std::function<void(Authentication)> answer) override
+    {
+        answer(Authentication::granted);
+    }
+    void openPrivacySettings() override {}
+    void quit() override {}
+    void exitNow() override {}
+};
+
+class ModelBackup : public CycleHome
+{
+protected:
+    ModelBackup()
+    {
+        qputenv("TMPDIR", QFile::encodeName(folder(QStringLiteral("tmp"))));
+        model = std::make_unique<AppModel>(std::make_shared<LaunchingDesktop>());
+        QObject::connect(model.get(), &AppModel::statusChanged, model.get(), [this] {
+            if (model->status()) {
+                phases.append(model->status()->phase);
+            }
+        });
+    }
+    ~ModelBackup() override
+    {
+        model.reset();
+        Background::waitForAll();
+        // What a failed test left running.
+        if (const auto left = StatusStore::loadStatus(); left && left->isAlive()) {
+            ::kill(left->pid, SIGKILL);
+        }
+    }
+
+    /// Waits until the repository on the disk has been read.
+    bool isRead()
+    {
+        return eventuallyInLoop([this] {
+            const RepoInfo info = model->repos().value(DestinationID::local);
+            return model->repos().contains(DestinationID::local) && !info.loading;
+        });
+    }
+
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+
+    /// Makes a backup take a while.
+    void addMuch() const
+    {
+        for (int i = 0; i < 6; ++i) {
+            QByteArray bytes(20'000'000, Qt::Uninitialized);
+            auto *const numbers = reinterpret_cast<quint32 *>(bytes.data());
+            QRandomGenerator::global()->fillRange(numbers, bytes.size() / 4);
+            writeFile(source + u'/' + QString::number(i), bytes);
+        }
+    }
+
+    bool isSeenRunning()
+    {
+        return eventuallyInLoop([this] { return model->status().has_value(); });
+    }
+
+    TestApplication application;
+    std::unique_ptr<AppModel> model;
+    QStringList phases;
+};
+
+TEST_F(ModelBackup, isStartedFollowedToItsEndAndListed)
+{
+    ASSERT_TRUE(isRead());
+    EXPECT_TRUE(local().snapshots.isEmpty());
+    addMuch();
+    model->startBackup();
+    EXPECT_TRUE(model->isLaunching());
+    ASSERT_TRUE(isSeenRunning());
+    EXPECT_FALSE(model->isLaunching());
+    EXPECT_NE(model->status()->pid, ::getpid());
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
+    // The record may come a look later than the end of the status.
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
+    EXPECT_FALSE(phases.isEmpty());
+    ASSERT_EQ(model->history().size(), 1);
+    EXPECT_EQ(model->history().first().outcome, Outcome::ok)
+        << model->history().first().message.toStdString();
+    ASSERT_TRUE(eventuallyInLoop([this] { return local().snapshots.size() == 1; }));
+    EXPECT_GT(local().size.value_or(0), 100'000'000);
+    EXPECT_EQ(model->stateText(DestinationID::local), QStringLiteral("Backup adesso"));
+    EXPECT_EQ(model->stateTone(DestinationID::local), AppModel::Tone::Well);
+    // Nobody has to wait for the child: it was never ours.
+    for (const pid_t child : childrenOf(::getpid())) {
+        EXPECT_FALSE(hasEnded(child)) << child;
+    }
+}
+
+TEST_F(ModelBackup, stopsWhenAsked)
+{
+    addMuch();
+    model->startBackup();
+    ASSERT_TRUE(isSeenRunning());
+    const qint64 pid = model->status()->pid;
+    model->cancelBackup();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
+    EXPECT_EQ(model->history().first().outcome, Outcome::cancelled);
+    EXPECT_TRUE(eventuallyInLoop([pid] { return hasEnded(pid); }));
+    EXPECT_EQ(model->stateTone(DestinationID::local), AppModel::Tone::Well);
+}
+
+TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)
+{
+    ASSERT_TRUE(isRead());
+    addMuch();
+    model->startBackup();
+    ASSERT_TRUE(isSeenRunning());
+    const pid_t pid = model->status()->pid;
+    const QList<pid_t> tools = childrenOf(pid);
+    ASSERT_EQ(::kill(pid, SIGKILL), 0);
+    for (const pid_t tool : tools) {
+        ::kill(tool, SIGKILL);
+    }
+    ASSERT_TRUE(eventuallyInLoop([pid] { return hasEnded(pid); }));
+    bool wasReadAgain = false;
+    QObject::connect(model.get(), &AppModel::reposChanged, model.get(),
+                     [&] { wasReadAgain = wasReadAgain || local().loading; });
+    ASSERT_TRUE(QMetaObject::invokeMethod(model.get(), "poll", Qt::DirectConnection));
+    EXPECT_FALSE(model->isBusy());
+    EXPECT_TRUE(wasReadAgain);
+    EXPECT_TRUE(isThere("status.json"));
+    ASSERT_TRUE(isRead());
+    // The next one runs well.
+    model->startBackup();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
+    EXPECT_EQ(model->history().first().outcome, Outcome::ok);
+}
+
+TEST_F(ModelBackup, aRunThatFindsAnotherAtWorkIsGivenUp)
+{
+    // The lock is held, so that the child ends at once and never leaves a status.
+    QFile lock(Paths::supportFile(QStringLiteral("backup.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
+    ASSERT_EQ(::flock(lock.handle(), LOCK_EX | LOCK_NB), 0);
+    model->startBackup();
+    EXPECT_TRUE(model->isLaunching());
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
+    EXPECT_TRUE(model->history().isEmpty());
+    EXPECT_TRUE(phases.isEmpty());
+}
+
+TEST_F(ModelBackup, theModelMayGoAndTheRunGoesOn)
+{
+    addMuch();
+    model->startBackup();
+    ASSERT_TRUE(isSeenRunning());
+    const qint64 pid = model->status()->pid;
+    model.reset();
+    EXPECT_FALSE(hasEnded(pid));
+    // Another start of the window finds it.
+    model = std::make_unique<AppModel>(std::make_shared<LaunchingDesktop>());
+    EXPECT_TRUE(model->isBusy());
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
+    EXPECT_EQ(model->history().first().outcome, Outcome::ok);
+}
+
+} // namespace

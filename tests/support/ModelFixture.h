@@ -1,0 +1,103 @@
+#pragma once
+
+#include "model/AppModel.h"
+#include "tests/support/EventLoop.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/MemorySecretBackend.h"
+#include "tests/support/ModelTools.h"
+#include "tests/support/ScriptedDesktop.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+/// Counts how often a signal of the model comes.
+class SignalCount
+{
+public:
+    template <typename Signal>
+    SignalCount(AppModel *model, Signal signal)
+    {
+        QObject::connect(model, signal, &m_context, [this] { ++m_count; });
+    }
+    [[nodiscard]] int count() const { return m_count; }
+
+private:
+    QObject m_context;
+    int m_count = 0;
+};
+
+/// A process whose executable bears the name of this one's, as the engine's would.
+class EngineLookalike
+{
+public:
+    explicit EngineLookalike(const QString &name = {});
+    ~EngineLookalike();
+    EngineLookalike(const EngineLookalike &) = delete;
+    EngineLookalike &operator=(const EngineLookalike &) = delete;
+    EngineLookalike(EngineLookalike &&) = delete;
+    EngineLookalike &operator=(EngineLookalike &&) = delete;
+
+    [[nodiscard]] qint64 pid() const { return m_process.processId(); }
+    [[nodiscard]] bool isRunning() { return !m_process.waitForFinished(0); }
+    /// Waits for its end; whether a signal ended it.
+    bool wasEndedBySignal();
+    void kill();
+
+private:
+    QProcess m_process;
+};
+
+/// A model among stand-ins: scripted tools and desktop, a keyring in memory, a clock that stands
+/// still. It comes up with start(), on the settings and files as they are then: the disk in use and
+/// there, the key saved and stored.
+class ModelFixture : public testing::Test
+{
+protected:
+    ModelFixture();
+    ~ModelFixture() override;
+
+    /// Saves `config` and brings the model up.
+    void start();
+    /// The program ends and is started again; the settings on disk stay as they are.
+    void restart();
+    /// Lets everything under way come to its end and be delivered.
+    void settle();
+    /// One look at the engine's files, as each second.
+    void tick();
+    /// Makes a change of the model's settings.
+    template <typename Change>
+    void change(Change change)
+    {
+        AppConfig changed = model->config();
+        change(changed);
+        model->setConfig(changed);
+    }
+    /// Puts all three destinations in use, each of them reachable.
+    void useAllDestinations();
+
+    static QString supportFile(const char *name);
+    static void writeSupportFile(const char *name, const QByteArray &content);
+    static QString folder(const char *name);
+    /// Leaves a status as an engine with this process id would.
+    static RunStatus leaveStatus(qint64 pid, double percent = 0.25);
+    /// A record so many hours before now.
+    [[nodiscard]] RunRecord record(double hoursAgo, Outcome outcome = Outcome::ok,
+                                   DestinationID destination = DestinationID::local) const;
+    /// Replaces history.json, newest first.
+    static void writeHistory(const QList<RunRecord> &records);
+
+    void storeKey(const QString &key, const QString &account);
+    [[nodiscard]] QString storedKey(const QString &account) const;
+
+    TestApplication application;
+    ManualClock clock;
+    ScopedClock clockInForce{clock};
+    MemorySecretBackend secrets;
+    ScopedSecretBackend secretsInForce{secrets};
+    ModelTools tools;
+    std::shared_ptr<ScriptedDesktop> desktop = std::make_shared<ScriptedDesktop>();
+    AppConfig config;
+    std::unique_ptr<AppModel> model;
+};

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "model/Desktop.h"
+
+#include <QList>
+
+#include <utility>
+
+/// A desktop without windows: notes what it is asked for, answers as a test wants, and lets time
+/// pass at the test's word.
+class ScriptedDesktop final : public Desktop
+{
+public:
+    bool fullDiskAccess = true;
+    int probes = 0; ///< how often it was asked for that
+    bool canStart = true;
+    std::optional<QString> savePath; ///< the person's answer; absent cancels
+    Authentication authentication = Authentication::granted;
+    bool answersLater = false; ///< whether panels and logins wait for answer()
+
+    QStringList savePanels; ///< proposed name and message, joined by a line feed
+    QStringList printed;
+    QStringList reasons; ///< of logins
+    QString clipboard;
+    qint64 clipboardChanges = 7;
+    bool isConcealed = false;
+    QList<QStringList> started; ///< program and arguments
+    int privacySettingsOpened = 0;
+    int permissionRequests = 0;
+    int quits = 0;
+    int exits = 0;
+
+    /// Answers what waits for an answer.
+    void answer();
+    /// What the person does: another text on the clipboard.
+    void copy(const QString &text);
+    /// Lets time pass, and does what is due within it, in its order.
+    void pass(std::chrono::milliseconds time);
+    [[nodiscard]] qsizetype waitingTasks() const { return m_tasks.size(); }
+
+    void askSavePath(const QString &proposedName, const QString &message,
+                     std::function<void(const std::optional<QString> &)> answer) override;
+    void print(const QString &text) override;
+    qint64 copyConcealed(const QString &text) override;
+    qint64 clipboardChangeCount() override;
+    void clearClipboard() override;
+    void authenticate(const QString &reason, std::function<void(Authentication)> answer) override;
+    void openPrivacySettings() override;
+    void quit() override;
+    void exitNow() override;
+    bool hasFullDiskAccess() override;
+    void requestNotificationPermission() override;
+    bool startDetached(const QString &program, const QStringList &arguments) override;
+    void after(std::chrono::milliseconds delay, std::function<void()> task) override;
+
+private:
+    void give(std::function<void()> answer);
+
+    std::chrono::milliseconds m_now{0};
+    QList<std::pair<std::chrono::milliseconds, std::function<void()>>> m_tasks;
+    QList<std::function<void()>> m_answers;
+};

@@ -1,0 +1,357 @@
+#include "state/ConfigStore.h"
+#include "state/Keychain.h"
+#include "tests/support/ModelFixture.h"
+#include "tests/support/Waiting.h"
+
+#include <QDir>
+
+namespace {
+
+using std::chrono::milliseconds;
+
+/// What a key operation answered.
+struct Answer
+{
+    int count = 0;
+    std::optional<QString> message;
+};
+
+class EncryptionKey : public ModelFixture
+{
+protected:
+    AppModel::KeyResult receive()
+    {
+        return [this](const std::optional<QString> &message) {
+            ++answer.count;
+            answer.message = message;
+        };
+    }
+
+    void replaceBy(const QString &key)
+    {
+        model->replaceKey(key, receive());
+        settle();
+    }
+
+    [[nodiscard]] QString current() const { return storedKey(Keychain::repositoryKey); }
+    [[nodiscard]] QString previous() const { return storedKey(Keychain::previousRepositoryKey); }
+
+    Answer answer;
+    QString refused = QStringLiteral("Questa chiave non apre il backup su %1. La chiave in uso non "
+                                     "è stata cambiata.");
+};
+
+TEST_F(EncryptionKey, aCopyIsConcealedAndGoesAfterAMinute)
+{
+    start();
+    model->copyKey();
+    EXPECT_EQ(desktop->clipboard, QStringLiteral("the key in use"));
+    EXPECT_TRUE(desktop->isConcealed);
+    EXPECT_TRUE(model->isKeyCopied());
+    desktop->pass(milliseconds(59999));
+    EXPECT_EQ(desktop->clipboard, QStringLiteral("the key in use"));
+    EXPECT_TRUE(model->isKeyCopied());
+    desktop->pass(milliseconds(1));
+    EXPECT_EQ(desktop->clipboard, QString());
+    EXPECT_FALSE(model->isKeyCopied());
+}
+
+TEST_F(EncryptionKey, whatThePersonCopiedMeanwhileStays)
+{
+    start();
+    model->copyKey();
+    desktop->copy(QStringLiteral("a recipe"));
+    desktop->pass(milliseconds(60000));
+    EXPECT_EQ(desktop->clipboard, QStringLiteral("a recipe"));
+    EXPECT_FALSE(model->isKeyCopied());
+}
+
+TEST_F(EncryptionKey, ofTwoCopiesTheFirstOnesTimeLeavesTheSecond)
+{
+    start();
+    model->copyKey();
+    desktop->pass(milliseconds(30000));
+    model->copyKey();
+    desktop->pass(milliseconds(30000));
+    EXPECT_EQ(desktop->clipboard, QStringLiteral("the key in use"));
+    EXPECT_FALSE(model->isKeyCopied());
+    desktop->pass(milliseconds(30000));
+    EXPECT_EQ(desktop->clipboard, QString());
+}
+
+TEST_F(EncryptionKey, theClipboardIsClearedWithoutTheModelToo)
+{
+    start();
+    model->copyKey();
+    model.reset();
+    desktop->pass(milliseconds(60000));
+    EXPECT_EQ(desktop->clipboard, QString());
+}
+
+TEST_F(EncryptionKey, copyingFromTheSettingsTakesALogin)
+{
+    start();
+    desktop->authentication = Desktop::Authentication::refused;
+    model->requestKeyCopy();
+    EXPECT_EQ(desktop->reasons, QStringList{QStringLiteral("copiare la chiave di cifratura")});
+    EXPECT_FALSE(model->isKeyCopied());
+    desktop->authentication = Desktop::Authentication::granted;
+    model->requestKeyCopy();
+    EXPECT_TRUE(model->isKeyCopied());
+}
+
+TEST_F(EncryptionKey, installingMovesTheOldKeyAside)
+{
+    config.keySaved = false;
+    start();
+    settle();
+    const SignalCount told(model.get(), &AppModel::passwordChanged);
+    EXPECT_EQ(model->install(QStringLiteral("new"), true), std::nullopt);
+    EXPECT_EQ(model->password(), QStringLiteral("new"));
+    EXPECT_EQ(current(), QStringLiteral("new"));
+    EXPECT_EQ(previous(), QStringLiteral("the key in use"));
+    EXPECT_TRUE(model->hasPreviousKey());
+    EXPECT_TRUE(ConfigStore::load().keySaved);
+    EXPECT_EQ(told.count(), 1);
+    EXPECT_TRUE(model->repos().value(DestinationID::local).loading);
+    settle();
+    EXPECT_EQ(tools.calls().last().key, QStringLiteral("new"));
+}
+
+TEST_F(EncryptionKey, withNoKeyInUseThePreviousOneStays)
+{
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    secrets.readFailure = 1;
+    start();
+    secrets.readFailure = 0;
+    ASSERT_EQ(model->password(), QString());
+    ASSERT_TRUE(model->keyError());
+    EXPECT_EQ(model->install(QStringLiteral("new"), false), std::nullopt);
+    EXPECT_EQ(previous(), QStringLiteral("older"));
+    EXPECT_EQ(current(), QStringLiteral("new"));
+    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_FALSE(model->config().keySaved);
+}
+
+TEST_F(EncryptionKey, anInstallationThatFailsAtOnceChangesNothing)
+{
+    start();
+    secrets.writeFailure = 21;
+    EXPECT_EQ(model->install(QStringLiteral("new"), false),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 21)"));
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(current(), QStringLiteral("the key in use"));
+    EXPECT_FALSE(model->hasPreviousKey());
+    EXPECT_TRUE(model->config().keySaved);
+}
+
+TEST_F(EncryptionKey, anInstallationThatFailsHalfwayKeepsTheKeyInUse)
+{
+    start();
+    secrets.failingAccount = Keychain::repositoryKey;
+    EXPECT_EQ(model->install(QStringLiteral("new"), false),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 22)"));
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(current(), QStringLiteral("the key in use"));
+    EXPECT_EQ(previous(), QStringLiteral("the key in use"));
+    EXPECT_TRUE(model->hasPreviousKey());
+    EXPECT_TRUE(model->config().keySaved);
+}
+
+TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
+{
+    useAllDestinations();
+    config.keySaved = false;
+    start();
+    settle();
+    const qsizetype before = tools.calls().size();
+    tools.hold();
+    model->replaceKey(QStringLiteral("new"), receive());
+    EXPECT_TRUE(model->isKeyChecking());
+    EXPECT_EQ(answer.count, 0);
+    tools.letGo();
+    settle();
+    EXPECT_FALSE(model->isKeyChecking());
+    EXPECT_EQ(answer.count, 1);
+    EXPECT_EQ(answer.message, std::nullopt);
+    EXPECT_EQ(model->password(), QStringLiteral("new"));
+    EXPECT_TRUE(model->config().keySaved);
+    EXPECT_EQ(tools.repositories(QStringLiteral("cat")),
+              QStringList({config.repository(DestinationID::local),
+                           config.repository(DestinationID::drive),
+                           config.repository(DestinationID::server)}));
+    EXPECT_EQ(tools.calls().at(before).key, QStringLiteral("new"));
+}
+
+TEST_F(EncryptionKey, theFirstRefusalEndsTheReplacement)
+{
+    useAllDestinations();
+    config.keySaved = false;
+    start();
+    settle();
+    tools.answer(QStringLiteral("cat"), config.repository(DestinationID::drive),
+                 ModelTools::ended(12));
+    replaceBy(QStringLiteral("new"));
+    EXPECT_EQ(answer.message, refused.arg(title(DestinationID::drive)));
+    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 2);
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(current(), QStringLiteral("the key in use"));
+    EXPECT_EQ(previous(), QString());
+    EXPECT_FALSE(model->hasPreviousKey());
+    EXPECT_FALSE(model->config().keySaved);
+    EXPECT_FALSE(model->isKeyChecking());
+}
+
+TEST_F(EncryptionKey, onlyAWrongKeyRefuses)
+{
+    start();
+    for (const int status : {-1, 1, 3, 10, 11, 13, 130, 137}) {
+        tools.answer(QStringLiteral("cat"), ModelTools::ended(status));
+        replaceBy(QStringLiteral("key %1").arg(status));
+        EXPECT_EQ(answer.message, std::nullopt) << status;
+        EXPECT_EQ(model->password(), QStringLiteral("key %1").arg(status));
+    }
+}
+
+TEST_F(EncryptionKey, withoutADestinationAKeyIsInstalledAtOnce)
+{
+    config.localEnabled = false;
+    start();
+    replaceBy(QStringLiteral("new"));
+    EXPECT_EQ(answer.message, std::nullopt);
+    EXPECT_EQ(model->password(), QStringLiteral("new"));
+    EXPECT_EQ(tools.count(QStringLiteral("restic")), 0);
+}
+
+TEST_F(EncryptionKey, whatIsNotThereIsNotAsked)
+{
+    config.driveEnabled = true;
+    config.serverEnabled = true;
+    config.localFolder = QDir::homePath() + QLatin1String("/unplugged");
+    tools.setRemotes(QStringLiteral(R"({"vellomar": {"type": "drive"}})"));
+    tools.answer(QStringLiteral("cat"), ModelTools::ended(12));
+    start();
+    replaceBy(QStringLiteral("wrong"));
+    EXPECT_EQ(answer.message, std::nullopt);
+    EXPECT_EQ(model->password(), QStringLiteral("wrong"));
+    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 0);
+}
+
+TEST_F(EncryptionKey, aReplacementThatCannotBeStoredTellsWhy)
+{
+    start();
+    settle();
+    secrets.writeFailure = 23;
+    replaceBy(QStringLiteral("new"));
+    EXPECT_EQ(answer.message,
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 23)"));
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_FALSE(model->isKeyChecking());
+}
+
+TEST_F(EncryptionKey, theTrialIsOnTheSettingsThatItBeganWith)
+{
+    start();
+    settle();
+    tools.hold();
+    model->replaceKey(QStringLiteral("new"), receive());
+    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    tools.answer(QStringLiteral("cat"), ModelTools::ended(12));
+    change([](AppConfig &settings) { settings.localEnabled = false; });
+    tools.letGo();
+    settle();
+    EXPECT_EQ(answer.message, refused.arg(title(DestinationID::local)));
+}
+
+TEST_F(EncryptionKey, aModelMayGoWhileAKeyIsTried)
+{
+    start();
+    settle();
+    tools.hold();
+    model->replaceKey(QStringLiteral("new"), receive());
+    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    model.reset();
+    tools.letGo();
+    settle();
+    EXPECT_EQ(answer.count, 0);
+    EXPECT_EQ(current(), QStringLiteral("the key in use"));
+}
+
+TEST_F(EncryptionKey, whatIsTypedIsTrimmedAndNothingIsNoKey)
+{
+    config.localEnabled = false;
+    start();
+    model->useKey(QStringLiteral(" \n\t "), receive());
+    EXPECT_EQ(answer.count, 0);
+    EXPECT_FALSE(model->isKeyChecking());
+    model->useKey(QStringLiteral("\n the key in use \t"), receive());
+    EXPECT_EQ(answer.count, 1);
+    EXPECT_EQ(answer.message, std::nullopt);
+    EXPECT_EQ(secrets.updates, 0);
+    model->useKey(QStringLiteral("  a new one\n"), receive());
+    // A second one while the first is being tried.
+    model->useKey(QStringLiteral("another"), receive());
+    settle();
+    EXPECT_EQ(answer.count, 2);
+    EXPECT_EQ(model->password(), QStringLiteral("a new one"));
+}
+
+TEST_F(EncryptionKey, goingBackTwiceReturnsToTheBeginning)
+{
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    start();
+    model->requestPreviousKey();
+    EXPECT_EQ(desktop->reasons, QStringList{QStringLiteral("sostituire la chiave di cifratura")});
+    EXPECT_EQ(model->password(), QStringLiteral("older"));
+    EXPECT_EQ(previous(), QStringLiteral("the key in use"));
+    EXPECT_FALSE(model->config().keySaved);
+    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 0);
+    model->requestPreviousKey();
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(current(), QStringLiteral("the key in use"));
+    EXPECT_EQ(previous(), QStringLiteral("older"));
+    EXPECT_FALSE(model->config().keySaved);
+    model->startBackup();
+    EXPECT_TRUE(model->isShowingRecoveryKit());
+}
+
+TEST_F(EncryptionKey, withoutAPreviousKeyThereIsNoGoingBack)
+{
+    start();
+    model->requestPreviousKey();
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_TRUE(model->config().keySaved);
+    EXPECT_EQ(secrets.updates, 0);
+}
+
+TEST_F(EncryptionKey, aRefusedLoginGoesNotBack)
+{
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    desktop->authentication = Desktop::Authentication::refused;
+    start();
+    model->requestPreviousKey();
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+}
+
+TEST_F(EncryptionKey, goingBackThatFailsIsTold)
+{
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    start();
+    secrets.writeFailure = 24;
+    model->requestPreviousKey();
+    EXPECT_EQ(model->keyError(),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 24)"));
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    secrets.writeFailure = 0;
+    secrets.readFailure = 25;
+    model->requestPreviousKey();
+    EXPECT_EQ(model->keyError(),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 25)"));
+    secrets.readFailure = 0;
+    model->requestPreviousKey();
+    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->password(), QStringLiteral("older"));
+}
+
+} // namespace

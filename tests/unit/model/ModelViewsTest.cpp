@@ -1,0 +1,201 @@
+#include "model/PreviewFolder.h"
+#include "state/Paths.h"
+#include "tests/support/ModelFixture.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMetaProperty>
+
+namespace {
+
+/// The model as QML sees it: by the names of its properties.
+class ModelViews : public ModelFixture
+{
+protected:
+    [[nodiscard]] QVariant property(const char *name) const { return model->property(name); }
+
+    /// A property of a value.
+    static QVariant field(const QVariant &value, const char *name)
+    {
+        const QMetaObject *const type = value.metaType().metaObject();
+        if (type == nullptr) {
+            return {};
+        }
+        const int index = type->indexOfProperty(name);
+        EXPECT_GE(index, 0) << name;
+        return type->property(index).readOnGadget(value.constData());
+    }
+
+    [[nodiscard]] QList<DestinationView> destinations() const
+    {
+        return property("destinations").value<QList<DestinationView>>();
+    }
+};
+
+TEST_F(ModelViews, everyPropertyIsFinalAndTellsOfItsChanges)
+{
+    start();
+    const QMetaObject *const type = model->metaObject();
+    EXPECT_GT(type->propertyCount() - type->propertyOffset(), 30);
+    for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
+        const QMetaProperty found = type->property(i);
+        EXPECT_TRUE(found.hasNotifySignal()) << found.name();
+        EXPECT_TRUE(found.isFinal()) << found.name();
+        EXPECT_TRUE(found.read(model.get()).metaType().isValid() ||
+                    found.metaType() == QMetaType::fromType<QVariant>())
+            << found.name();
+    }
+}
+
+TEST_F(ModelViews, whatIsAbsentIsUndefined)
+{
+    start();
+    for (const char *name :
+         {"status", "lastSuccess", "lastCheck", "staleText", "keyError", "driveError",
+          "serverError", "driveQuota", "serverQuota", "serverVersioning", "kitNotice"}) {
+        EXPECT_FALSE(property(name).isValid()) << name;
+    }
+}
+
+TEST_F(ModelViews, theKeyIsInNoProperty)
+{
+    start();
+    const QMetaObject *const type = model->metaObject();
+    for (int i = 0; i < type->propertyCount(); ++i) {
+        EXPECT_FALSE(type->property(i).read(model.get()).toString().contains(model->password()))
+            << type->property(i).name();
+    }
+}
+
+TEST_F(ModelViews, theSettingsAreReadAndWrittenByName)
+{
+    start();
+    EXPECT_EQ(field(property("config"), "localFolder"), config.localFolder);
+    EXPECT_EQ(field(property("config"), "serverKind"), QStringLiteral("sftp"));
+    EXPECT_EQ(field(property("config"), "hasDestination"), true);
+    EXPECT_EQ(field(property("config"), "retentionLabel"), config.retentionLabel());
+    // As QML does: it takes a copy, changes a field and writes the whole back.
+    ConfigView copy = property("config").value<ConfigView>();
+    const QMetaObject &type = ConfigView::staticMetaObject;
+    for (const auto &[name, value] :
+         {std::pair("intervalHours", QVariant(qint64{12})),
+          std::pair("localEnabled", QVariant(false)),
+          std::pair("serverKind", QVariant(QStringLiteral("s3"))),
+          std::pair("excludes", QVariant(QStringList{QStringLiteral("*.o")}))}) {
+        EXPECT_TRUE(type.property(type.indexOfProperty(name)).writeOnGadget(&copy, value)) << name;
+    }
+    EXPECT_TRUE(model->setProperty("config", QVariant::fromValue(copy)));
+    EXPECT_EQ(model->config().intervalHours, 12);
+    EXPECT_FALSE(model->config().localEnabled);
+    EXPECT_EQ(model->config().serverKind, ServerKind::s3);
+    EXPECT_EQ(model->config().excludes, QStringList{QStringLiteral("*.o")});
+    EXPECT_EQ(field(property("config"), "hasDestination"), false);
+    copy.setServerKindText(QStringLiteral("carrier pigeon"));
+    EXPECT_EQ(copy.serverKind, ServerKind::s3);
+}
+
+TEST_F(ModelViews, everySettingHasAProperty)
+{
+    const QStringList names = AppConfig().toJSON().keys();
+    for (const QString &name : names) {
+        EXPECT_GE(ConfigView::staticMetaObject.indexOfProperty(name.toUtf8().constData()), 0)
+            << name.toStdString();
+    }
+}
+
+TEST_F(ModelViews, aRunIsReadByName)
+{
+    const EngineLookalike engine;
+    leaveStatus(engine.pid(), 0.5);
+    start();
+    const QVariant status = property("status");
+    EXPECT_EQ(field(status, "percent"), 0.5);
+    EXPECT_EQ(field(status, "phase"), QStringLiteral("Copia dei file"));
+    EXPECT_EQ(field(status, "destination"), 0);
+    EXPECT_EQ(field(status, "destinationTitle"), title(DestinationID::local));
+    EXPECT_FALSE(field(status, "secondsRemaining").isValid());
+    EXPECT_FALSE(field(status, "currentFile").isValid());
+    EXPECT_EQ(property("busy"), true);
+}
+
+TEST_F(ModelViews, recordsAreReadByName)
+{
+    RunRecord check = record(1, Outcome::failed, DestinationID::server);
+    check.kind = QStringLiteral("check");
+    const RunRecord good = record(2, Outcome::warning);
+    writeHistory({check, good});
+    start();
+    EXPECT_EQ(field(property("lastSuccess"), "date"), good.date);
+    EXPECT_EQ(field(property("lastSuccess"), "outcome"), QStringLiteral("warning"));
+    EXPECT_FALSE(field(property("lastSuccess"), "kind").isValid());
+    EXPECT_EQ(field(property("lastCheck"), "destination"), 2);
+    EXPECT_EQ(field(property("lastCheck"), "kind"), QStringLiteral("check"));
+    EXPECT_EQ(field(property("lastCheck"), "message"), QStringLiteral("un messaggio"));
+    const auto history = property("history").value<QList<RecordView>>();
+    ASSERT_EQ(history.size(), 2);
+    EXPECT_EQ(history.at(0).idText(), check.id.toString(QUuid::WithoutBraces));
+}
+
+TEST_F(ModelViews, destinationsComeWithTheirState)
+{
+    tools.answer(
+        QStringLiteral("snapshots"),
+        ModelTools::ended(0, u'[' + ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname()) +
+                                 u']'));
+    start();
+    ASSERT_EQ(destinations().size(), 3);
+    EXPECT_TRUE(destinations().at(0).isLoading());
+    settle();
+    const DestinationView local = destinations().at(0);
+    EXPECT_EQ(local.title, title(DestinationID::local));
+    EXPECT_TRUE(local.enabled);
+    EXPECT_TRUE(local.known);
+    EXPECT_EQ(local.stateText, QStringLiteral("In attesa del primo backup"));
+    EXPECT_EQ(local.stateTone, static_cast<int>(AppModel::Tone::Attention));
+    EXPECT_EQ(local.snapshotCount(), 1);
+    EXPECT_EQ(local.snapshotDates(), QList{QDateTime(QDate(2026, 3, 1), QTime(8, 0), Qt::UTC)});
+    EXPECT_EQ(local.size(), 1000);
+    EXPECT_FALSE(local.error().isValid());
+    EXPECT_FALSE(local.isLoading());
+    EXPECT_FALSE(destinations().at(2).known);
+    EXPECT_FALSE(destinations().at(2).enabled);
+    EXPECT_EQ(destinations().at(2).stateTone, static_cast<int>(AppModel::Tone::Off));
+}
+
+TEST_F(ModelViews, pagesAndSheetsAreSetByName)
+{
+    start();
+    const SignalCount sections(model.get(), &AppModel::sectionChanged);
+    EXPECT_TRUE(model->setProperty("section", 5));
+    EXPECT_TRUE(model->setProperty("section", 5));
+    EXPECT_EQ(model->section(), AppModel::Section::Settings);
+    EXPECT_EQ(sections.count(), 1);
+    model->startBackup();
+    EXPECT_TRUE(model->setProperty("showingRecoveryKit", true));
+    EXPECT_TRUE(model->setProperty("accessRequest", 2));
+    EXPECT_EQ(model->accessRequest(), AppModel::GatedAction::Measure);
+    EXPECT_TRUE(model->setProperty("showingForeignWizard", true));
+    EXPECT_TRUE(model->isShowingForeignWizard());
+}
+
+TEST_F(ModelViews, quittingClosesSheetsAndClearsPreviews)
+{
+    qputenv("TMPDIR", QFile::encodeName(folder("tmp")));
+    const EngineLookalike engine;
+    start();
+    leaveStatus(engine.pid());
+    tick();
+    QDir().mkpath(PreviewFolder::path());
+    model->setShowingRecoveryKit(true);
+    model->setShowingForeignWizard(true);
+    model->setAccessRequest(AppModel::GatedAction::Backup);
+    model->prepareToQuit();
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->isShowingForeignWizard());
+    EXPECT_EQ(model->accessRequest(), AppModel::GatedAction::None);
+    EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
+    // A backup isn't asked about and goes on.
+    EXPECT_TRUE(model->status()->isAlive());
+}
+
+} // namespace

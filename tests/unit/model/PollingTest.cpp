@@ -1,0 +1,277 @@
+#include "state/StatusStore.h"
+#include "tests/support/ModelFixture.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <unistd.h>
+
+namespace {
+
+class Polling : public ModelFixture
+{
+protected:
+    /// Counts every signal of the model that tells of a change.
+    class AllSignals : public QObject
+    {
+    public:
+        explicit AllSignals(AppModel *model)
+        {
+            const auto connect = [this, model](auto signal) {
+                QObject::connect(model, signal, this, [this] { ++count; });
+            };
+            connect(&AppModel::configChanged);
+            connect(&AppModel::statusChanged);
+            connect(&AppModel::launchingChanged);
+            connect(&AppModel::busyChanged);
+            connect(&AppModel::historyChanged);
+            connect(&AppModel::reposChanged);
+            connect(&AppModel::summaryChanged);
+            connect(&AppModel::minutePassed);
+            connect(&AppModel::fullDiskAccessChanged);
+        }
+        int count = 0;
+    };
+};
+
+TEST_F(Polling, aRunThatSomebodyElseStartedShowsAndIsFollowed)
+{
+    start();
+    const SignalCount busy(model.get(), &AppModel::busyChanged);
+    const EngineLookalike engine;
+    const RunStatus first = leaveStatus(engine.pid(), 0.1);
+    tick();
+    EXPECT_EQ(model->status(), first);
+    EXPECT_TRUE(model->isBusy());
+    const RunStatus second = leaveStatus(engine.pid(), 0.2);
+    tick();
+    EXPECT_EQ(model->status(), second);
+    EXPECT_EQ(busy.count(), 1);
+}
+
+TEST_F(Polling, nothingIsToldWhileNothingChanges)
+{
+    const EngineLookalike engine;
+    leaveStatus(engine.pid());
+    writeHistory({record(1), record(2)});
+    start();
+    settle();
+    const AllSignals all(model.get());
+    for (int i = 0; i < 3; ++i) {
+        tick();
+    }
+    EXPECT_EQ(all.count, 0);
+    // The same content written anew is nothing new either.
+    leaveStatus(engine.pid());
+    tick();
+    EXPECT_EQ(all.count, 0);
+}
+
+TEST_F(Polling, theEndOfARunReadsEveryRepositoryInUseOnce)
+{
+    useAllDestinations();
+    const EngineLookalike engine;
+    leaveStatus(engine.pid());
+    start();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 3);
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 3);
+    StatusStore::clear();
+    tick();
+    EXPECT_EQ(model->status(), std::nullopt);
+    EXPECT_FALSE(model->isBusy());
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 6);
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 6);
+}
+
+TEST_F(Polling, aRunThatWasKilledIsOverAtTheNextLook)
+{
+    EngineLookalike engine;
+    leaveStatus(engine.pid());
+    start();
+    settle();
+    ASSERT_TRUE(model->isBusy());
+    const qsizetype readings = tools.repositories(QStringLiteral("snapshots")).size();
+    engine.kill();
+    tick();
+    EXPECT_FALSE(model->isBusy());
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings + 1);
+}
+
+TEST_F(Polling, aStatusOfADeadOrForeignProcessIsNoRun)
+{
+    start();
+    EngineLookalike dead;
+    const qint64 pid = dead.pid();
+    dead.kill();
+    const EngineLookalike foreign(QStringLiteral("something-else"));
+    for (const qint64 process :
+         {pid, foreign.pid(), qint64{1}, qint64{0}, qint64{-1}, static_cast<qint64>(::getpid())}) {
+        leaveStatus(process);
+        tick();
+        EXPECT_EQ(model->status(), std::nullopt) << process;
+    }
+    model->startBackup();
+    EXPECT_EQ(desktop->started.size(), 1);
+}
+
+TEST_F(Polling, aDamagedStatusIsNoRun)
+{
+    const EngineLookalike engine;
+    for (const QByteArray &text :
+         {QByteArray(), QByteArray("{"), QByteArray("{}"), QByteArray("[]"), QByteArray("null"),
+          QByteArray("\xff\xfe"), QByteArray(10'000'000, ' ')}) {
+        leaveStatus(engine.pid());
+        if (!model) {
+            start();
+        }
+        tick();
+        EXPECT_TRUE(model->isBusy());
+        writeSupportFile("status.json", text);
+        tick();
+        EXPECT_FALSE(model->isBusy()) << text.left(10).toStdString();
+    }
+}
+
+TEST_F(Polling, aStatusCutAnywhereIsNoRun)
+{
+    const EngineLookalike engine;
+    leaveStatus(engine.pid());
+    const QByteArray whole = StatusStore::statusBytes();
+    start();
+    for (qsizetype length = 0; length < whole.trimmed().size(); length += 7) {
+        writeSupportFile("status.json", whole.left(length));
+        tick();
+        EXPECT_FALSE(model->isBusy()) << length;
+    }
+    writeSupportFile("status.json", whole);
+    tick();
+    EXPECT_TRUE(model->isBusy());
+}
+
+TEST_F(Polling, aStatusWithOddFiguresIsShownAsItStands)
+{
+    const EngineLookalike engine;
+    start();
+    RunStatus odd = leaveStatus(engine.pid(), 7.5);
+    odd.filesDone = -3;
+    odd.totalBytes = -1;
+    odd.currentFile = QString(4000, u'x') + QLatin1String("<b>");
+    StatusStore::write(odd);
+    tick();
+    EXPECT_EQ(model->status(), odd);
+}
+
+TEST_F(Polling, aNewHeadOfTheHistoryIsTaken)
+{
+    const RunRecord old = record(2);
+    writeHistory({old});
+    start();
+    const SignalCount changes(model.get(), &AppModel::historyChanged);
+    const RunRecord newer = record(1);
+    writeHistory({newer, old});
+    tick();
+    EXPECT_EQ(model->history(), QList({newer, old}));
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(Polling, whatChangedBehindTheHeadWaitsForANewHead)
+{
+    const RunRecord head = record(1);
+    writeHistory({head, record(2)});
+    start();
+    const QList<RunRecord> before = model->history();
+    const RunRecord other = record(3, Outcome::failed);
+    writeHistory({head, other});
+    tick();
+    EXPECT_EQ(model->history(), before);
+    const RunRecord newer = record(0.5);
+    writeHistory({newer, head, other});
+    tick();
+    EXPECT_EQ(model->history(), QList({newer, head, other}));
+}
+
+TEST_F(Polling, aDamagedHistoryIsEmptyUntilTheNextGoodOne)
+{
+    const QList<RunRecord> records{record(1)};
+    start();
+    for (const QByteArray &text : {QByteArray("["), QByteArray("{}"), QByteArray("[{}]"),
+                                   QByteArray(), QByteArray("[null]"), QByteArray("\xff")}) {
+        writeHistory(records);
+        tick();
+        EXPECT_EQ(model->history(), records);
+        writeSupportFile("history.json", text);
+        tick();
+        EXPECT_TRUE(model->history().isEmpty()) << text.toStdString();
+    }
+    writeHistory(records);
+    tick();
+    QFile::remove(supportFile("history.json"));
+    tick();
+    EXPECT_TRUE(model->history().isEmpty());
+    writeHistory(records);
+    tick();
+    EXPECT_EQ(model->history(), records);
+}
+
+TEST_F(Polling, filesReplacedByFoldersAreNone)
+{
+    writeHistory({record(1)});
+    start();
+    for (const char *name : {"history.json", "status.json"}) {
+        QFile::remove(supportFile(name));
+        ASSERT_TRUE(QDir().mkdir(supportFile(name)));
+    }
+    tick();
+    EXPECT_TRUE(model->history().isEmpty());
+    EXPECT_FALSE(model->isBusy());
+}
+
+TEST_F(Polling, everyFileMissingChangesNothingElse)
+{
+    writeHistory({record(1)});
+    start();
+    settle();
+    ASSERT_TRUE(QDir(Paths::support()).removeRecursively());
+    tick();
+    EXPECT_TRUE(model->history().isEmpty());
+    EXPECT_EQ(model->config(), config);
+    // The folder stays away: what is saved now is lost, and nothing else happens.
+    change([](AppConfig &settings) { settings.intervalHours = 5; });
+    EXPECT_EQ(model->config().intervalHours, 5);
+}
+
+TEST_F(Polling, aMinuteThatPassesTellsTheAgesAnew)
+{
+    start();
+    settle();
+    const SignalCount minutes(model.get(), &AppModel::minutePassed);
+    const SignalCount summaries(model.get(), &AppModel::summaryChanged);
+    clock.advance(std::chrono::seconds(59));
+    tick();
+    EXPECT_EQ(minutes.count(), 0);
+    clock.advance(std::chrono::seconds(1));
+    tick();
+    EXPECT_EQ(minutes.count(), 1);
+    EXPECT_EQ(summaries.count(), 1);
+    // A clock put back is another minute too.
+    clock.advance(std::chrono::hours(-5));
+    tick();
+    EXPECT_EQ(minutes.count(), 2);
+}
+
+TEST_F(Polling, aModelThatIsGoneIsNotPolledAnyMore)
+{
+    start();
+    model.reset();
+    settle();
+    EXPECT_TRUE(eventuallyInLoop([count = 0]() mutable { return ++count > 50; }));
+}
+
+} // namespace

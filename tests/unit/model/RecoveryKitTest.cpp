@@ -1,0 +1,236 @@
+#include "state/ConfigStore.h"
+#include "state/Keychain.h"
+#include "state/Paths.h"
+#include "tests/support/ModelFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+class RecoveryKit : public ModelFixture
+{
+protected:
+    static QByteArray content(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    Notice saveTo(const QString &path)
+    {
+        desktop->savePath = path;
+        model->saveRecoveryKit();
+        return model->kitNotice().value_or(Notice());
+    }
+};
+
+TEST_F(RecoveryKit, isThisTextLetterByLetter)
+{
+    start();
+    EXPECT_EQ(model->recoveryKitText(),
+              QStringLiteral("Vellomar - Kit di recupero\n"
+                             "\n"
+                             "Mac: %1\n"
+                             "Creato il: 1 marzo 2026\n"
+                             "\n"
+                             "Chiave di cifratura:\n"
+                             "the key in use\n"
+                             "\n"
+                             "Come ripristinare su un altro Mac:\n"
+                             "1. Installa Vellomar.\n"
+                             "2. Apri Ripristina e scegli \"Da un altro Mac\".\n"
+                             "3. Indica dove si trova il backup e inserisci questa chiave.\n"
+                             "\n"
+                             "Conserva questo foglio lontano dal Mac. Chi lo possiede può leggere "
+                             "i tuoi backup.")
+                  .arg(Paths::hostname()));
+}
+
+TEST_F(RecoveryKit, holdsTheKeyAsItStands)
+{
+    storeKey(QStringLiteral(" %1 %2 <b>&\tè "), Keychain::repositoryKey);
+    start();
+    EXPECT_EQ(model->recoveryKitText().split(u'\n').at(6), QStringLiteral(" %1 %2 <b>&\tè "));
+}
+
+TEST_F(RecoveryKit, opensWithoutALoginUntilTheKeyIsSaved)
+{
+    config.keySaved = false;
+    start();
+    model->openRecoveryKit();
+    EXPECT_TRUE(model->isShowingRecoveryKit());
+    EXPECT_TRUE(desktop->reasons.isEmpty());
+    model->confirmKeySaved();
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_TRUE(ConfigStore::load().keySaved);
+    desktop->answersLater = true;
+    model->openRecoveryKit();
+    EXPECT_EQ(desktop->reasons, QStringList{QStringLiteral("mostrare la chiave di cifratura")});
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    desktop->answer();
+    EXPECT_TRUE(model->isShowingRecoveryKit());
+}
+
+TEST_F(RecoveryKit, aRefusedLoginShowsNothing)
+{
+    desktop->authentication = Desktop::Authentication::refused;
+    start();
+    model->openRecoveryKit();
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_EQ(model->keyError(), std::nullopt);
+}
+
+TEST_F(RecoveryKit, whereNobodyCanLogInItOpens)
+{
+    desktop->authentication = Desktop::Authentication::impossible;
+    start();
+    model->openRecoveryKit();
+    EXPECT_TRUE(model->isShowingRecoveryKit());
+}
+
+TEST_F(RecoveryKit, isSavedForItsOwnerAlone)
+{
+    start();
+    const QString path = folder("stick") + QLatin1String("/kit.txt");
+    saveTo(path);
+    EXPECT_EQ(desktop->savePanels,
+              QStringList{QStringLiteral("Kit di recupero Vellomar.txt\nScegli una chiavetta o un "
+                                         "disco diverso da quello dei backup")});
+    EXPECT_EQ(content(path), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(QFileInfo(path).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+              QFile::ReadOwner | QFile::WriteOwner);
+    EXPECT_EQ(QDir(folder("stick")).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("kit.txt")});
+}
+
+TEST_F(RecoveryKit, replacesAnEarlierFileThatOthersCouldRead)
+{
+    start();
+    const QString path = folder("stick") + QLatin1String("/kit.txt");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(5000, 'x'));
+    file.close();
+    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+    saveTo(path);
+    EXPECT_EQ(content(path), model->recoveryKitText().toUtf8());
+    EXPECT_FALSE(QFileInfo(path).permissions() & QFile::ReadOther);
+}
+
+TEST_F(RecoveryKit, aCancelledPanelChangesNothing)
+{
+    start();
+    model->saveRecoveryKit();
+    EXPECT_EQ(model->kitNotice(), std::nullopt);
+    desktop->savePath = QString();
+    model->saveRecoveryKit();
+    EXPECT_EQ(model->kitNotice(), std::nullopt);
+}
+
+TEST_F(RecoveryKit, onTheDiskOfTheBackupsItWarns)
+{
+    // Here that is this machine's disk too: the first rule counts.
+    start();
+    EXPECT_EQ(saveTo(folder("disk") + QLatin1String("/kit.txt")),
+              (Notice{QStringLiteral("Il kit è sullo stesso disco dei backup: chi trova il disco "
+                                     "può leggerli. Spostalo altrove."),
+                      true}));
+    EXPECT_TRUE(QFile::exists(folder("disk") + QLatin1String("/kit.txt")));
+}
+
+TEST_F(RecoveryKit, onThisMachineItWarns)
+{
+    config.localFolder.clear();
+    config.localEnabled = false;
+    start();
+    EXPECT_EQ(saveTo(folder("documents") + QLatin1String("/kit.txt")),
+              (Notice{QStringLiteral("Il kit è salvato su questo Mac: se il Mac si rompe o viene "
+                                     "rubato va perso con lui. Copialo su una chiavetta o "
+                                     "stampalo."),
+                      true}));
+}
+
+TEST_F(RecoveryKit, onAnotherVolumeAllIsWell)
+{
+    // /dev/shm is a volume of its own, as a stick is.
+    const QString path =
+        QStringLiteral("/dev/shm/vellomar-kit-%1.txt").arg(QCoreApplication::applicationPid());
+    ASSERT_NE(Paths::volume(path), Paths::volume(Paths::home()));
+    start();
+    const Notice notice = saveTo(path);
+    QFile::remove(path);
+    EXPECT_EQ(notice, (Notice{QStringLiteral("Kit salvato in %1.").arg(path), false}));
+}
+
+TEST_F(RecoveryKit, savingDoesNotCountAsHavingIt)
+{
+    config.keySaved = false;
+    start();
+    saveTo(folder("stick") + QLatin1String("/kit.txt"));
+    EXPECT_FALSE(model->config().keySaved);
+}
+
+TEST_F(RecoveryKit, aFailureIsToldInTheSystemsWords)
+{
+    start();
+    EXPECT_EQ(saveTo(Paths::home() + QLatin1String("/nowhere/kit.txt")),
+              (Notice{QStringLiteral("Kit non salvato: No such file or directory"), true}));
+    EXPECT_TRUE(model->config().keySaved);
+    // A later success takes its place.
+    EXPECT_NE(saveTo(folder("stick") + QLatin1String("/kit.txt")).text.left(15),
+              QStringLiteral("Kit non salvato"));
+}
+
+TEST_F(RecoveryKit, aPanelThatOutlivesTheModelSavesNothing)
+{
+    desktop->answersLater = true;
+    const QString path = folder("stick") + QLatin1String("/kit.txt");
+    start();
+    desktop->savePath = path;
+    model->saveRecoveryKit();
+    model->openRecoveryKit();
+    model.reset();
+    desktop->answer();
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST_F(RecoveryKit, isPrintedAsItIsSaved)
+{
+    start();
+    model->printRecoveryKit();
+    EXPECT_EQ(desktop->printed, QStringList{model->recoveryKitText()});
+}
+
+TEST_F(RecoveryKit, theConfirmationStartsABackupThatWaited)
+{
+    config.keySaved = false;
+    start();
+    model->startBackup();
+    model->setShowingRecoveryKit(false);
+    EXPECT_TRUE(desktop->started.isEmpty());
+    // The sheet was closed; the backup waits on for a later confirmation.
+    model->openRecoveryKit();
+    model->confirmKeySaved();
+    EXPECT_EQ(desktop->started.size(), 1);
+    EXPECT_EQ(desktop->permissionRequests, 1);
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    desktop->pass(std::chrono::seconds(6));
+    model->confirmKeySaved();
+    EXPECT_EQ(desktop->started.size(), 1);
+}
+
+TEST_F(RecoveryKit, theConfirmationSetsTheScheduleGoing)
+{
+    config.keySaved = false;
+    start();
+    const QString timer =
+        QDir::homePath() + QLatin1String("/.config/systemd/user/it.vellomar.backup.timer");
+    EXPECT_FALSE(QFile::exists(timer));
+    model->confirmKeySaved();
+    EXPECT_TRUE(QFile::exists(timer));
+    EXPECT_TRUE(desktop->started.isEmpty());
+}
+
+} // namespace

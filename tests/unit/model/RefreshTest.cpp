@@ -1,0 +1,235 @@
+#include "model/Background.h"
+#include "state/Paths.h"
+#include "tests/support/ModelFixture.h"
+#include "tests/support/Waiting.h"
+
+#include <QDir>
+
+namespace {
+
+class Refresh : public ModelFixture
+{
+protected:
+    [[nodiscard]] QString disk() const { return config.repository(DestinationID::local); }
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+
+    static QString listed(const QStringList &snapshots)
+    {
+        return u'[' + snapshots.join(u',') + u']';
+    }
+};
+
+TEST_F(Refresh, listsThisMachinesVersionsAndTheSizeOfTheWhole)
+{
+    const QString own = Paths::hostname();
+    tools.answer(QStringLiteral("snapshots"),
+                 ModelTools::ended(
+                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), own,
+                                                     QStringLiteral("2026-03-01T07:00:00Z")),
+                                ModelTools::snapshot(QStringLiteral("bb"), QStringLiteral("altro")),
+                                ModelTools::snapshot(QStringLiteral("cc"), own),
+                                ModelTools::snapshot(QStringLiteral("dd"), own.toUpper() + u'X'),
+                                ModelTools::snapshot(QStringLiteral("ee"), own + u' ')})));
+    start();
+    settle();
+    ASSERT_EQ(local().snapshots.size(), 2);
+    EXPECT_EQ(local().snapshots.at(0).id, QStringLiteral("cc"));
+    EXPECT_EQ(local().snapshots.at(1).id, QStringLiteral("aa"));
+    EXPECT_EQ(local().size, 1000);
+    EXPECT_EQ(local().error, std::nullopt);
+    EXPECT_FALSE(local().loading);
+}
+
+TEST_F(Refresh, anEmptyRepositoryHasNoSizeAndIsNotAskedForIt)
+{
+    start();
+    settle();
+    EXPECT_TRUE(local().snapshots.isEmpty());
+    EXPECT_EQ(local().size, std::nullopt);
+    EXPECT_EQ(local().error, std::nullopt);
+    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("stats")), 0);
+}
+
+TEST_F(Refresh, aRepositoryOfOthersAloneShowsItsSize)
+{
+    tools.answer(QStringLiteral("snapshots"),
+                 ModelTools::ended(0, listed({ModelTools::snapshot(QStringLiteral("bb"),
+                                                                   QStringLiteral("altro"))})));
+    start();
+    settle();
+    EXPECT_TRUE(local().snapshots.isEmpty());
+    EXPECT_EQ(local().size, 1000);
+}
+
+TEST_F(Refresh, aSizeThatCannotBeHadIsAbsent)
+{
+    tools.answer(QStringLiteral("snapshots"),
+                 ModelTools::ended(
+                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+    tools.answer(QStringLiteral("stats"), ModelTools::ended(1));
+    start();
+    settle();
+    EXPECT_EQ(local().snapshots.size(), 1);
+    EXPECT_EQ(local().size, std::nullopt);
+    EXPECT_EQ(local().error, std::nullopt);
+}
+
+TEST_F(Refresh, aFailureEmptiesWhatWasThereAndIsToldInItsWords)
+{
+    tools.answer(QStringLiteral("snapshots"),
+                 ModelTools::ended(
+                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+    start();
+    settle();
+    ASSERT_EQ(local().snapshots.size(), 1);
+    tools.answer(QStringLiteral("snapshots"),
+                 ModelTools::ended(12, {}, QStringLiteral("wrong password")));
+    model->refresh(DestinationID::local);
+    settle();
+    EXPECT_TRUE(local().snapshots.isEmpty());
+    EXPECT_EQ(local().size, std::nullopt);
+    EXPECT_EQ(local().error, QStringLiteral("Chiave di cifratura errata per questa destinazione"));
+    EXPECT_FALSE(local().loading);
+}
+
+TEST_F(Refresh, whatIsOnShowStaysWhileItReloads)
+{
+    tools.answer(QStringLiteral("snapshots"),
+                 ModelTools::ended(
+                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+    start();
+    settle();
+    tools.hold();
+    model->refresh(AppModel::Destination::Local);
+    EXPECT_EQ(local().snapshots.size(), 1);
+    EXPECT_EQ(local().size, 1000);
+    EXPECT_TRUE(local().loading);
+    EXPECT_EQ(local().error, std::nullopt);
+    tools.letGo();
+    settle();
+    EXPECT_FALSE(local().loading);
+}
+
+TEST_F(Refresh, anErrorGoesWhenAReadingBegins)
+{
+    tools.answer(QStringLiteral("snapshots"), ModelTools::ended(12));
+    start();
+    settle();
+    ASSERT_TRUE(local().error);
+    tools.hold();
+    model->refresh(DestinationID::local);
+    EXPECT_EQ(local().error, std::nullopt);
+    EXPECT_TRUE(local().loading);
+}
+
+TEST_F(Refresh, aDestinationThatIsNotThereIsToldWithoutAskingAnyTool)
+{
+    config.driveEnabled = true;
+    config.serverEnabled = true;
+    config.localFolder = QDir::homePath() + QLatin1String("/unplugged");
+    start();
+    for (const auto &[destination, text] :
+         {std::pair(DestinationID::local, QStringLiteral("Disco non collegato")),
+          std::pair(DestinationID::drive, QStringLiteral("Google Drive non collegato")),
+          std::pair(DestinationID::server, QStringLiteral("Server non collegato"))}) {
+        const RepoInfo info = model->repos().value(destination);
+        EXPECT_EQ(info.error, text);
+        EXPECT_FALSE(info.loading);
+        EXPECT_TRUE(info.snapshots.isEmpty());
+        EXPECT_EQ(info.size, std::nullopt);
+        EXPECT_EQ(model->stateText(destination), text);
+        EXPECT_EQ(model->stateTone(destination), AppModel::Tone::Attention);
+    }
+    settle();
+    EXPECT_EQ(tools.count(QStringLiteral("restic")), 0);
+}
+
+TEST_F(Refresh, aDestinationOutOfUseLosesItsEntry)
+{
+    start();
+    settle();
+    ASSERT_TRUE(model->repos().contains(DestinationID::local));
+    change([](AppConfig &settings) { settings.localEnabled = false; });
+    EXPECT_EQ(model->stateText(DestinationID::local), QStringLiteral("Non attiva"));
+    EXPECT_TRUE(model->repos().contains(DestinationID::local));
+    model->refresh(DestinationID::local);
+    EXPECT_FALSE(model->repos().contains(DestinationID::local));
+}
+
+TEST_F(Refresh, aDestinationThatGoesOutOfUseMeanwhileIsNotActive)
+{
+    tools.hold();
+    start();
+    change([](AppConfig &settings) { settings.localEnabled = false; });
+    tools.letGo();
+    settle();
+    EXPECT_EQ(model->stateText(DestinationID::local), QStringLiteral("Non attiva"));
+    model->refresh(DestinationID::local);
+    EXPECT_FALSE(model->repos().contains(DestinationID::local));
+}
+
+TEST_F(Refresh, aReadingUnderWayKeepsTheSettingsThatItBeganWith)
+{
+    tools.hold();
+    start();
+    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    const QString before = disk();
+    change([](AppConfig &settings) { settings.localFolder = folder("another"); });
+    tools.answer(QStringLiteral("snapshots"), before,
+                 ModelTools::ended(
+                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+    tools.letGo();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("stats")), QStringList{before});
+    EXPECT_EQ(local().snapshots.size(), 1);
+}
+
+TEST_F(Refresh, ofTwoAtOnceTheOneThatEndsLastCounts)
+{
+    tools.hold();
+    start();
+    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    model->refresh(DestinationID::local);
+    EXPECT_TRUE(eventually([this] { return tools.held() == 2; }));
+    tools.letGo();
+    settle();
+    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("snapshots")), 2);
+    EXPECT_FALSE(local().loading);
+}
+
+TEST_F(Refresh, eachDestinationHasItsOwnRepositoryAndKey)
+{
+    useAllDestinations();
+    start();
+    settle();
+    QStringList repositories = tools.repositories(QStringLiteral("snapshots"));
+    repositories.sort();
+    QStringList expected{disk(), config.repository(DestinationID::drive),
+                         config.repository(DestinationID::server)};
+    expected.sort();
+    EXPECT_EQ(repositories, expected);
+    for (const ModelTools::Call &call : tools.calls()) {
+        if (call.tool == QLatin1String("restic")) {
+            EXPECT_EQ(call.key, QStringLiteral("the key in use"));
+        }
+    }
+}
+
+TEST_F(Refresh, aModelMayGoWhileRepositoriesAreRead)
+{
+    useAllDestinations();
+    tools.hold();
+    start();
+    ASSERT_TRUE(eventually([this] { return tools.held() == 3; }));
+    model.reset();
+    tools.letGo();
+    settle();
+    // As well when the results have already been sent off.
+    start();
+    Background::waitForAll();
+    model.reset();
+    settle();
+    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("snapshots")), 6);
+}
+
+} // namespace
