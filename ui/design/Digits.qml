@@ -1,0 +1,55 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellomar.Design
+
+// One line of text whose digits all take the same room, so that a number that runs doesn't tremble.
+// Narrower than its text, it shrinks down to minimumScale of its size.
+Item {
+    id: root
+
+    required property string text
+    property font font: Qt.font({family: Theme.textFamily, pixelSize: 15, weight: Font.DemiBold})
+    property color color: Theme.text
+    property real minimumScale: 1
+
+    readonly property real digitWidth: {
+        let widest = 0;
+        for (const digit of "0123456789") {
+            widest = Math.max(widest, metrics.advanceWidth(digit));
+        }
+        return widest;
+    }
+
+    implicitWidth: row.implicitWidth
+    implicitHeight: row.implicitHeight
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
+    FontMetrics {
+        id: metrics
+        font: root.font
+    }
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+        scale: implicitWidth > root.width && implicitWidth > 0
+               ? Math.max(root.minimumScale, root.width / implicitWidth) : 1
+
+        Repeater {
+            model: Array.from(root.text)
+
+            Label {
+                required property string modelData
+
+                text: modelData
+                font: root.font
+                color: root.color
+                width: modelData >= "0" && modelData <= "9" ? root.digitWidth : implicitWidth
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.ignored: true
+            }
+        }
+    }
+}

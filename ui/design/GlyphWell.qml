@@ -1,0 +1,31 @@
+import QtQuick
+import Vellomar.Design
+
+// A dark round well with a symbol, or whatever is put into it.
+Surface {
+    id: root
+
+    property real size: 36
+    property string symbol: ""
+    property real points: 15
+    property color color: Theme.amber
+
+    implicitWidth: size
+    implicitHeight: size
+    radius: size / 2
+    fill: Theme.flat(Theme.black(0.25))
+    brightness: 0.03
+    rim: Theme.rim
+    rimWidth: 1
+    shadowColor: Theme.black(0.2)
+    shadowRadius: 2
+    shadowOffset: Qt.point(0, 1)
+
+    Symbol {
+        anchors.centerIn: parent
+        visible: name !== ""
+        name: root.symbol
+        points: root.points
+        color: root.color
+    }
+}

@@ -1,0 +1,26 @@
+import QtQuick
+import Vellomar.Design
+
+// A value with what it is below it.
+Column {
+    id: root
+
+    required property string label
+    required property string value
+
+    spacing: 2
+    Accessible.role: Accessible.StaticText
+    Accessible.name: qsTr("%1: %2").arg(label).arg(value)
+
+    Digits {
+        text: root.value
+        Accessible.ignored: true
+    }
+
+    Label {
+        text: root.label
+        font.pixelSize: 11
+        color: Theme.secondary
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,25 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellomar.Design
+
+// A thin bar that shows while something scrolls or the pointer is on it.
+T.ScrollBar {
+    id: control
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    padding: 3
+    minimumSize: 0.08
+    visible: policy !== T.ScrollBar.AlwaysOff && size < 1
+    contentItem: Rectangle {
+        implicitWidth: 5
+        implicitHeight: 5
+        radius: 2.5
+        color: Theme.white(control.pressed ? 0.5 : control.hovered ? 0.4 : 0.26)
+        opacity: control.policy === T.ScrollBar.AlwaysOn || control.active ? 1 : 0
+
+        Behavior on opacity {
+            Ease { time: 300 }
+        }
+    }
+}

@@ -1,0 +1,14 @@
+import QtQuick
+import Vellomar.Design
+
+// What a sheet stands on.
+Surface {
+    radius: 14
+    continuous: true
+    fill: Theme.groundGradient
+    rim: Theme.rim
+    rimWidth: 1
+    shadowColor: Theme.black(0.4)
+    shadowRadius: 20
+    shadowOffset: Qt.point(0, 10)
+}

@@ -1,0 +1,170 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Vellomar.Design
+
+// One choice of an ordered few, on a track with a stop for each. It shows the selection that it is
+// given and asks for another by chosen(); a selection that is no option stands at the first stop.
+T.Slider {
+    id: control
+
+    // A list of {value, label}.
+    required property var options
+    required property var selection
+    required property string name
+    property bool ringed: visualFocus
+
+    signal chosen(value: var)
+
+    readonly property int index: Math.max(0, options.findIndex(o => o.value === selection))
+    readonly property real stepWidth: options.length > 0 ? availableWidth / options.length : 0
+
+    // A screen reader moves the value itself; the selection decides where it then stands.
+    from: 0
+    to: Math.max(1, options.length - 1)
+    stepSize: 1
+    value: index
+    onValueChanged: {
+        if (value !== index) {
+            const wanted = Math.round(value);
+            value = Qt.binding(() => index);
+            choose(wanted);
+        }
+    }
+
+    // Asks for the option at a stop, unless it is the current one already.
+    function choose(stop: int) {
+        if (stop >= 0 && stop < options.length && options[stop].value !== selection) {
+            chosen(options[stop].value);
+        }
+    }
+
+    // The stop under a place along the track.
+    function stopAt(x: real): int {
+        if (stepWidth <= 0) {
+            return 0;
+        }
+        return Math.max(0, Math.min(options.length - 1, Math.trunc(x / stepWidth)));
+    }
+
+    // Where the thumb's centre is; moves as a spring.
+    property real centre: (index + 0.5) * stepWidth
+    property bool settled: false
+
+    Component.onCompleted: settled = true
+
+    Behavior on centre {
+        enabled: control.settled
+        Spring {
+            response: 0.3
+            damping: 0.8
+        }
+    }
+
+    focusPolicy: Qt.TabFocus
+    implicitWidth: 320
+    implicitHeight: implicitContentHeight
+    opacity: enabled ? 1 : 0.38
+
+    Keys.onLeftPressed: choose(index - 1)
+    Keys.onDownPressed: choose(index - 1)
+    Keys.onRightPressed: choose(index + 1)
+    Keys.onUpPressed: choose(index + 1)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+            choose(event.key === Qt.Key_Home ? 0 : options.length - 1);
+            event.accepted = true;
+        }
+    }
+    Accessible.role: Accessible.Slider
+    Accessible.name: options.length > 0 ? qsTr("%1: %2").arg(name).arg(options[index].label) : name
+    Accessible.onIncreaseAction: control.choose(control.index + 1)
+    Accessible.onDecreaseAction: control.choose(control.index - 1)
+
+    // Over the content, so that labels and track are pressed alike.
+    MouseArea {
+        anchors.fill: parent
+        z: 1
+        preventStealing: true
+        onPressed: mouse => control.choose(control.stopAt(mouse.x))
+        onPositionChanged: mouse => control.choose(control.stopAt(mouse.x))
+    }
+
+    contentItem: Column {
+        spacing: 9
+
+        Item {
+            objectName: "track"
+            width: parent.width
+            height: 24
+
+            Rectangle {
+                y: 9
+                width: parent.width
+                height: 6
+                radius: 3
+                color: Theme.black(0.3)
+            }
+
+            Surface {
+                objectName: "passed"
+                y: 9
+                width: Math.max(6, Math.min(parent.width, control.centre))
+                height: 6
+                radius: 3
+                fill: Theme.amberGradient
+            }
+
+            Repeater {
+                model: control.options.length
+
+                Rectangle {
+                    required property int index
+
+                    x: (index + 0.5) * control.stepWidth - 2
+                    y: 10
+                    width: 4
+                    height: 4
+                    radius: 2
+                    color: index <= control.index ? Theme.faded(Theme.ink, 0.55)
+                                                  : Theme.white(0.32)
+                }
+            }
+
+            Surface {
+                objectName: "thumb"
+                x: control.centre - 11
+                y: 1
+                width: 22
+                height: 22
+                radius: 11
+                fill: Theme.knobGradient
+                rim: Theme.flat(Theme.amber)
+                rimWidth: 2
+                shadowColor: Theme.black(0.4)
+                shadowRadius: 3
+                shadowOffset: Qt.point(0, 2)
+
+                FocusRing {
+                    shown: control.ringed
+                    around: 11
+                }
+            }
+        }
+
+        Row {
+            Repeater {
+                model: control.options
+
+                StopLabel {
+                    required property var modelData
+                    required property int index
+
+                    width: control.stepWidth
+                    text: modelData.label
+                    current: index === control.index
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,104 @@
+#include "ui/design/Symbol.h"
+
+#include <QCache>
+#include <QDir>
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Side of the drawing for text of one point: a symbol reaches a little above and below capitals.
+constexpr qreal sidePerPoint = 1.1;
+
+/// The drawings have one weight. A heavier one gets an outline of its own colour, in units of the
+/// drawing (16 a side).
+double outline(int weight)
+{
+    return std::clamp((weight - QFont::Normal) * 0.0018, 0.0, 0.9);
+}
+
+QByteArray drawing(const QString &name, int weight)
+{
+    QFile file(QStringLiteral(":/vellomar/symbols/") + name + QStringLiteral(".svg"));
+    if (name.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QByteArray svg = file.readAll();
+    if (const double width = outline(weight); width > 0) {
+        const QByteArray stroke = "<svg stroke=\"currentColor\" stroke-linejoin=\"round\" "
+                                  "stroke-width=\"" +
+                                  QByteArray::number(width) + "\" ";
+        svg.replace("<svg ", stroke);
+    }
+    return svg;
+}
+
+} // namespace
+
+Symbol::Symbol(QQuickItem *parent)
+    : PicturedItem(parent)
+{
+    setPoints(15);
+}
+
+void Symbol::setPoints(qreal points)
+{
+    if (m_points != points) {
+        m_points = points;
+        const qreal side = std::round(points * sidePerPoint);
+        setImplicitSize(side, side);
+        redraw();
+        Q_EMIT symbolChanged();
+    }
+}
+
+QStringList Symbol::names()
+{
+    QStringList names;
+    const QDir folder(QStringLiteral(":/vellomar/symbols"));
+    for (const QString &file : folder.entryList(QDir::Files, QDir::Name)) {
+        names.append(file.chopped(4)); // .svg
+    }
+    return names;
+}
+
+QImage Symbol::picture(const QString &name, int pixels, int weight, const QColor &color)
+{
+    static QCache<QString, QImage> store(8'192); // kilobytes
+
+    const QString key =
+        QStringLiteral("%1 %2 %3 %4").arg(name).arg(pixels).arg(weight).arg(color.rgba64(), 0, 16);
+    if (const QImage *known = store.object(key)) {
+        return *known;
+    }
+    QImage image;
+    if (QSvgRenderer renderer(drawing(name, weight)); renderer.isValid()) {
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        image = QImage(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        renderer.render(&painter);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), color);
+    } else if (!name.isEmpty()) {
+        qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
+    }
+    store.insert(key, new QImage(image), std::max(1, static_cast<int>(image.sizeInBytes() / 1024)));
+    return image;
+}
+
+PicturedItem::Picture Symbol::draw(qreal scale)
+{
+    const int pixels = qCeil(std::min(width(), height()) * scale);
+    const QImage image = picture(m_name, pixels, m_weight, m_color);
+    const qreal side = pixels / scale;
+    const qreal left = std::round((width() - side) / 2 * scale) / scale;
+    const qreal top = std::round((height() - side) / 2 * scale) / scale;
+    return {image, QRectF(left, top, side, side), -1};
+}

@@ -1,0 +1,32 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellomar.Design
+
+// The help text that comes up when the pointer rests on a control.
+T.ToolTip {
+    id: tip
+
+    delay: 600
+    timeout: 8000
+    x: parent ? (parent.width - implicitWidth) / 2 : 0
+    y: -implicitHeight - 6
+    margins: 6
+    horizontalPadding: 9
+    verticalPadding: 5
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+    contentItem: Label {
+        text: tip.text
+        font.pixelSize: 12
+    }
+    background: Surface {
+        radius: 7
+        fill: Theme.sidebarGradient
+        rim: Theme.rim
+        rimWidth: 1
+        shadowColor: Theme.black(0.3)
+        shadowRadius: 6
+        shadowOffset: Qt.point(0, 3)
+    }
+}

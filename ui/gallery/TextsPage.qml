@@ -1,0 +1,54 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellomar.Design
+
+Page {
+    id: page
+
+    // The same moment for all texts of a picture.
+    readonly property date now: new Date()
+
+    title: "Texts"
+    subtitle: "Headings, formats, and what an empty page shows"
+
+    Panel {
+        title: "Formats"
+
+        Repeater {
+            model: [
+                ["relative", Fmt.relative(new Date(page.now - 2 * 3600 * 1000))],
+                ["since", Fmt.since(new Date(page.now - 47.5 * 3600 * 1000))],
+                ["duration", Fmt.duration(3723)],
+                ["dateTime", Fmt.dateTime(page.now)],
+                ["date", Fmt.date(page.now)],
+                ["time", Fmt.time(page.now)],
+                ["day", Fmt.day(new Date(page.now - 3 * 86400 * 1000))],
+                ["byteCount", Fmt.byteCount(1234567)],
+                ["number", Fmt.number(1234567)]
+            ]
+
+            Row {
+                id: row
+
+                required property var modelData
+
+                Label {
+                    width: 120
+                    color: Theme.secondary
+                    text: row.modelData[0]
+                }
+
+                Label { text: row.modelData[1] }
+            }
+        }
+    }
+
+    Panel {
+        EmptyState {
+            width: parent.width
+            symbol: "clock.arrow.circlepath"
+            title: "Nessun backup eseguito"
+            text: "L'elenco si riempie dopo il primo backup, e ogni riga racconta com'è andata."
+        }
+    }
+}
