@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <QRect>
+#include <QSystemTrayIcon>
+
+/// The item in the desktop's tray. A desktop without a tray just doesn't show it, until it has one.
+class TrayItem : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TrayItem(QObject *parent = nullptr);
+
+    /// Whether the desktop has a tray at this moment.
+    [[nodiscard]] static bool isAvailable();
+    /// Whether a backup runs: the picture tells.
+    [[nodiscard]] bool isBusy() const { return m_busy; }
+    void setBusy(bool busy);
+    /// Where it is on the screen; empty when the desktop doesn't tell.
+    [[nodiscard]] QRect place() const { return m_icon.geometry(); }
+
+Q_SIGNALS:
+    /// The person clicked on it, with whichever button: its panel is to open, or to close.
+    void activated();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void draw();
+
+    QSystemTrayIcon m_icon;
+    bool m_busy = false;
+};

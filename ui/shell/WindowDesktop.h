@@ -1,0 +1,53 @@
+#pragma once
+
+#include "model/Desktop.h"
+#include "platform/OwnerAuthentication.h"
+#include "ui/shell/ConcealedClipboard.h"
+
+#include <QDialog>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QWindow>
+
+/// The desktop around the real window. It belongs to the thread of the window, and what is still
+/// open at its end is closed without an answer.
+class WindowDesktop : public QObject, public Desktop
+{
+    Q_OBJECT
+
+public:
+    WindowDesktop();
+    ~WindowDesktop() override;
+    WindowDesktop(const WindowDesktop &) = delete;
+    WindowDesktop &operator=(const WindowDesktop &) = delete;
+    WindowDesktop(WindowDesktop &&) = delete;
+    WindowDesktop &operator=(WindowDesktop &&) = delete;
+
+    /// The window that panels belong to; none at first.
+    void setWindow(QWindow *window) { m_window = window; }
+
+    void askSavePath(const QString &proposedName, const QString &message,
+                     std::function<void(const std::optional<QString> &)> answer) override;
+    void print(const QString &text) override;
+    qint64 copyConcealed(const QString &text) override;
+    qint64 clipboardChangeCount() override;
+    void clearClipboard() override;
+    void authenticate(const QString &reason, std::function<void(Authentication)> answer) override;
+    void openPrivacySettings() override;
+    void quit() override;
+    void exitNow() override;
+
+Q_SIGNALS:
+    /// Private: from the thread on which the login was waited for to this object's.
+    void loginAnswered(const std::function<void()> &deliver);
+
+private:
+    void show(QDialog *dialog);
+
+    QPointer<QWindow> m_window;
+    ConcealedClipboard m_clipboard;
+    QList<QPointer<QDialog>> m_dialogs;
+    OwnerAuthentication
+        m_owner; // last, and so ended first: its thread hands answers to this object
+};

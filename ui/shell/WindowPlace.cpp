@@ -1,0 +1,129 @@
+#include "ui/shell/WindowPlace.h"
+
+#include "model/UserDefaults.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+#include <chrono>
+
+namespace {
+
+constexpr QLatin1String placeKey("windowPlace");
+constexpr QLatin1String maximizedKey("windowMaximized");
+
+qint64 sharedArea(const QRect &one, const QRect &other)
+{
+    const QRect shared = one.intersected(other);
+    return shared.isEmpty() ? 0 : qint64{shared.width()} * shared.height();
+}
+
+/// What was kept, when it can be a place at all.
+QRect keptPlace()
+{
+    constexpr int most = 100000;
+    const QVariant value = UserDefaults::value(placeKey);
+    const QRect place = value.toRect();
+    const bool sound = value.metaType().id() == QMetaType::QRect && place.width() > 0 &&
+                       place.height() > 0 && place.width() < most && place.height() < most &&
+                       qAbs(place.x()) < most && qAbs(place.y()) < most;
+    return sound ? place : QRect();
+}
+
+} // namespace
+
+WindowPlace::WindowPlace(QWindow *window, QSize ordinary)
+    : QObject(window)
+    , m_window(window)
+{
+    restore(ordinary);
+
+    // A window that is being dragged moves many times a second.
+    m_settled.setSingleShot(true);
+    m_settled.setInterval(std::chrono::milliseconds(300));
+    connect(&m_settled, &QTimer::timeout, this, &WindowPlace::remember);
+    connect(window, &QWindow::xChanged, this, &WindowPlace::notice);
+    connect(window, &QWindow::yChanged, this, &WindowPlace::notice);
+    connect(window, &QWindow::widthChanged, this, &WindowPlace::notice);
+    connect(window, &QWindow::heightChanged, this, &WindowPlace::notice);
+    connect(window, &QWindow::windowStateChanged, this, &WindowPlace::notice);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
+        if (m_settled.isActive()) {
+            remember();
+        }
+    });
+}
+
+WindowPlace::~WindowPlace() = default;
+
+QRect WindowPlace::fitted(const QRect &place, const QList<QRect> &screens, QSize minimum)
+{
+    QRect result(place.topLeft(), place.size().expandedTo(minimum));
+    if (screens.isEmpty()) {
+        return result;
+    }
+    // The first of the best.
+    const QRect screen = *std::max_element(
+        screens.begin(), screens.end(), [&result](const QRect &one, const QRect &other) {
+            return sharedArea(result, one) < sharedArea(result, other);
+        });
+    result.setSize(result.size().boundedTo(screen.size()).expandedTo(minimum));
+    // Where it is larger than the screen, its title stays in sight.
+    result.moveLeft(
+        std::max(screen.left(), std::min(result.left(), screen.right() + 1 - result.width())));
+    result.moveTop(
+        std::max(screen.top(), std::min(result.top(), screen.bottom() + 1 - result.height())));
+    return result;
+}
+
+void WindowPlace::restore(QSize ordinary)
+{
+    const QRect kept = keptPlace();
+    if (kept.isNull()) {
+        m_window->resize(ordinary);
+        return;
+    }
+    QList<QRect> screens;
+    if (const QScreen *first = QGuiApplication::primaryScreen()) {
+        screens.append(first->availableGeometry());
+    }
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        screens.append(screen->availableGeometry());
+    }
+    m_place = fitted(kept, screens, m_window->minimumSize());
+    m_window->resize(m_place.size());
+    m_window->setFramePosition(m_place.topLeft());
+    const QVariant maximized = UserDefaults::value(maximizedKey);
+    m_maximized = maximized.toString() == QLatin1String("true");
+    if (m_maximized) {
+        // Showing a window gives it the desktop's ordinary state.
+        connect(
+            m_window, &QWindow::visibleChanged, this,
+            [this] { m_window->setWindowStates(Qt::WindowMaximized); }, Qt::SingleShotConnection);
+    }
+}
+
+void WindowPlace::notice()
+{
+    // A window that is hidden or put aside is where it isn't.
+    if (m_window->isVisible() && !(m_window->windowStates() & Qt::WindowMinimized)) {
+        m_settled.start();
+    }
+}
+
+void WindowPlace::remember()
+{
+    m_settled.stop();
+    constexpr Qt::WindowStates whole = Qt::WindowMaximized | Qt::WindowFullScreen;
+    const bool fills = bool(m_window->windowStates() & whole);
+    if (fills != m_maximized) {
+        m_maximized = fills;
+        UserDefaults::set(maximizedKey, m_maximized);
+    }
+    const QRect place(m_window->framePosition(), m_window->size());
+    if (!fills && place != m_place) {
+        m_place = place;
+        UserDefaults::set(placeKey, m_place);
+    }
+}
