@@ -25,7 +25,14 @@ check_code() {
     local log=$root/$1/tidy.log here
     here=$(printf '%s' "$root" | sed 's/[][\.*^$+?(){}|]/\\&/g')
     say "Checking the code with clang-tidy (takes some minutes)"
-    run-clang-tidy -quiet -j "$(nproc)" -p "$root/$1" "^$here/(platform|state|tools|engine)/" >"$log" 2>&1 && return
+    run-clang-tidy -quiet -j "$(nproc)" -p "$root/$1" "^$here/(platform|state|tools|engine|model|ui)/" >"$log" 2>&1 && return
     grep -vE '^clang-tidy|warnings? generated' "$log" >&2
     fail "clang-tidy found faults in the code"
+}
+
+# check_qml FOLDER: what qmllint says of the window in a build folder.
+check_qml() {
+    say "Checking the window with qmllint"
+    quietly "$root/$1/qmllint.log" cmake --build "$root/$1" --target all_qmllint ||
+        fail "qmllint found faults in the window"
 }

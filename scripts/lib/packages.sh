@@ -6,16 +6,20 @@
 run_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev libsecret-1-dev libexpected-dev libicu-dev
+    qt6-declarative-dev qt6-svg-dev bootstrap-icons fonts-inter fonts-quicksand polkitd
+    qml6-module-qtquick qml6-module-qtquick-templates qml6-module-qtquick-window
+    qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
     dbus gnome-keyring libsecret-tools ca-certificates jq openssh-client procps
 )
 
 # Besides those, to test it.
 test_packages=(
-    libgtest-dev libgmock-dev
+    libgtest-dev libgmock-dev qml6-module-qttest
     clang-format clang-tidy shellcheck git
     strace python3 python3-dbus python3-gi python3-dbusmock libglib2.0-bin util-linux
-    openssh-server apache2-bin samba
-    systemd xvfb dunst librsvg2-common fonts-inter
+    openssh-server apache2-bin samba python3-swift
+    systemd xvfb dunst librsvg2-common
+    xclip xdotool trayer poppler-utils
 )
 
 # packages_install run|test: installs those of the list that are missing.

@@ -1,24 +1,26 @@
 # restic and rclone, in the versions that Vellomar needs, in the program's own
-# folder of tools. They come as Debian packages from the newest suite that has
-# them, through lists and settings of our own: the machine's package sources
-# are read, never changed. apt checks the signatures.
+# folder of tools, and their notices in its folder of licences. They come as
+# Debian packages from the newest suite that has them, through lists and
+# settings of our own: the machine's package sources are read, never changed.
+# apt checks the signatures.
 # shellcheck shell=bash
 
 declare -A tool_needs=([restic]=0.17.1 [rclone]=1.68)
 tool_suites=(sid testing stable)
 
-# tools_install: puts in place the tools that are missing or too old.
+# tools_install: puts in place the tools that are missing or too old, and their notices.
 tools_install() {
-    local folder=$root/build/share/vellomar/bin tool wanted=()
+    local folder=$root/build/share/vellomar/bin licenses=$root/build/share/vellomar/licenses
+    local tool wanted=()
     for tool in "${!tool_needs[@]}"; do
-        tool_good "$tool" "$folder/$tool" || wanted+=("$tool")
+        [[ -s $licenses/$tool.txt ]] && tool_good "$tool" "$folder/$tool" || wanted+=("$tool")
     done
     ((${#wanted[@]})) || return 0
     command -v apt-get >/dev/null ||
         fail "${wanted[*]} must be taken from Debian's packages, and this machine has no apt-get"
 
     say "Taking ${wanted[*]} from Debian's newest packages"
-    mkdir -p "$folder"
+    mkdir -p "$folder" "$licenses"
     # In a subshell, whose end removes everything that was only needed on the way.
     (
         work=$(mktemp -d "$root/build/tools.XXXXXX")
@@ -63,7 +65,8 @@ tools_take() {
     version=$(tool_version "$tool" "$work/unpacked/usr/bin/$tool")
     found=${version:-one that does not run}
     tool_good "$tool" "$work/unpacked/usr/bin/$tool" || return 1
-    # The same file system, so the tool is there whole or not at all.
+    # The same file system, so the tool is there whole or not at all; its notice before it.
+    mv -f -- "$work/unpacked/usr/share/doc/$tool/copyright" "$licenses/$tool.txt" || return 1
     mv -f -- "$work/unpacked/usr/bin/$tool" "$folder/$tool" || return 1
     say "$tool $version is in place"
 }

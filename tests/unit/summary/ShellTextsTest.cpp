@@ -1,0 +1,113 @@
+#include "ui/summary/ShellTexts.h"
+#include "tests/unit/summary/SummaryFixture.h"
+
+namespace {
+
+using Tone = AppModel::Tone;
+
+class ShellTextsTest : public SummaryFixture
+{
+protected:
+    void expectSidebar(const char *text, Tone tone)
+    {
+        EXPECT_EQ(ShellTexts::sidebarState(situation), QString::fromUtf8(text));
+        EXPECT_EQ(ShellTexts::sidebarTone(situation), tone);
+    }
+    QString detail() { return ShellTexts::panelDetail(situation); }
+};
+
+TEST_F(ShellTextsTest, theSidebarAsksForADestination)
+{
+    succeed(5);
+    expectSidebar("Da configurare", Tone::Wrong);
+}
+
+TEST_F(ShellTextsTest, theSidebarSaysThatThereIsNoBackup)
+{
+    enable(DestinationID::local);
+    expectSidebar("Nessun backup", Tone::Wrong);
+}
+
+TEST_F(ShellTextsTest, theSidebarTellsAGoodBackup)
+{
+    enable(DestinationID::local);
+    succeed(5);
+    expectSidebar("Backup aggiornato", Tone::Well);
+}
+
+TEST_F(ShellTextsTest, theSidebarTellsAStaleBackup)
+{
+    enable(DestinationID::local);
+    succeed(5);
+    situation.staleText = QStringLiteral("40 ore");
+    expectSidebar("Fermo da 40 ore", Tone::Wrong);
+}
+
+TEST_F(ShellTextsTest, aRunOrALaunchComesBeforeAll)
+{
+    situation.staleText = QStringLiteral("40 ore");
+    situation.launching = true;
+    expectSidebar("Backup in corso", Tone::Attention);
+    situation.launching = false;
+    run();
+    expectSidebar("Backup in corso", Tone::Attention);
+}
+
+TEST_F(ShellTextsTest, thePanelOfAFreshInstallation)
+{
+    EXPECT_EQ(ShellTexts::panelEyebrow(situation), QStringLiteral("Ultimo backup"));
+    EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("Nessuno"));
+    EXPECT_EQ(detail(), QStringLiteral("Nessuna destinazione configurata."));
+    EXPECT_EQ(ShellTexts::panelDestinations(situation),
+              QList({DestinationID::local, DestinationID::drive}));
+}
+
+TEST_F(ShellTextsTest, thePanelTellsTheAgeOfTheLastGoodBackup)
+{
+    succeed(120);
+    EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("2 ore fa"));
+}
+
+TEST_F(ShellTextsTest, thePanelFollowsARun)
+{
+    succeed(120);
+    run(0.999);
+    EXPECT_EQ(ShellTexts::panelEyebrow(situation), QStringLiteral("Backup in corso"));
+    EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("99% su Google Drive"));
+    EXPECT_EQ(detail(), QStringLiteral("Analisi dei file"));
+}
+
+TEST_F(ShellTextsTest, aLaunchIsNoRunYetForThePanel)
+{
+    situation.launching = true;
+    EXPECT_EQ(ShellTexts::panelEyebrow(situation), QStringLiteral("Ultimo backup"));
+}
+
+TEST_F(ShellTextsTest, thePanelAsksForTheKit)
+{
+    enable(DestinationID::local);
+    situation.config.autoBackup = false;
+    EXPECT_EQ(detail(), QStringLiteral("Salva il kit di recupero per avviare i backup."));
+}
+
+TEST_F(ShellTextsTest, thePanelTellsTheInterval)
+{
+    enable(DestinationID::local);
+    situation.config.keySaved = true;
+    EXPECT_EQ(detail(), QStringLiteral("Backup automatico ogni ora."));
+    situation.config.intervalHours = 12;
+    EXPECT_EQ(detail(), QStringLiteral("Backup automatico ogni 12 ore."));
+    situation.config.autoBackup = false;
+    EXPECT_EQ(detail(), QStringLiteral("Backup automatico disattivato."));
+}
+
+TEST_F(ShellTextsTest, thePanelHasARowForEachPlaceInUse)
+{
+    enable(DestinationID::server);
+    EXPECT_EQ(ShellTexts::panelDestinations(situation), QList({DestinationID::server}));
+    enable(DestinationID::local);
+    EXPECT_EQ(ShellTexts::panelDestinations(situation),
+              QList({DestinationID::local, DestinationID::server}));
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tests/support/ManualClock.h"
+#include "ui/summary/Situation.h"
+
+#include <gtest/gtest.h>
+
+/// A situation at noon of a summer's day, as after a fresh installation.
+class SummaryFixture : public testing::Test
+{
+protected:
+    static QDateTime at(int hour, int minute, int second = 0)
+    {
+        return {QDate(2026, 7, 15), QTime(hour, minute, second)};
+    }
+
+    void enable(DestinationID destination)
+    {
+        situation.config.localEnabled |= destination == DestinationID::local;
+        situation.config.driveEnabled |= destination == DestinationID::drive;
+        situation.config.serverEnabled |= destination == DestinationID::server;
+    }
+
+    RunStatus &run(double percent = 0)
+    {
+        situation.status = RunStatus();
+        situation.status->destination = DestinationID::drive;
+        situation.status->phase = QStringLiteral("Analisi dei file");
+        situation.status->percent = percent;
+        return *situation.status;
+    }
+
+    /// A good backup so many minutes ago.
+    void succeed(int minutesAgo)
+    {
+        situation.lastSuccess = RunRecord();
+        situation.lastSuccess->date = Clock::now().addSecs(-60 * minutesAgo);
+    }
+
+    ManualClock clock{at(12, 0).toUTC()};
+    ScopedClock clockInForce{clock};
+    Situation situation;
+};

@@ -1,0 +1,72 @@
+#include "ui/summary/DialFace.h"
+
+#include "state/Fmt.h"
+#include "state/Localized.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr qint64 secondsOfDay = 86400;
+constexpr int minutesOfHour = 60;
+constexpr int minutesOfSlot = 30;
+constexpr double minutesOfDay = 1440;
+
+int minuteOfDay(const QDateTime &moment)
+{
+    const QTime time = moment.toLocalTime().time();
+    return time.isValid() ? time.hour() * minutesOfHour + time.minute() : 0;
+}
+
+} // namespace
+
+QSet<int> DialFace::litSlots(const QList<QDateTime> &versions, const QDateTime &now)
+{
+    const QDateTime dayAgo = now.addSecs(-secondsOfDay);
+    QSet<int> lit;
+    for (const QDateTime &version : versions) {
+        if (version > dayAgo) {
+            lit.insert(minuteOfDay(version) / minutesOfSlot);
+        }
+    }
+    return lit;
+}
+
+bool DialFace::isLit(int tick, const std::optional<double> &percent, const QSet<int> &litSlots)
+{
+    return percent ? static_cast<double>(tick) / tickCount < *percent : litSlots.contains(tick);
+}
+
+double DialFace::nowFraction(const QDateTime &now)
+{
+    return minuteOfDay(now) / minutesOfDay;
+}
+
+QString DialFace::value(const Situation &situation)
+{
+    if (situation.status) {
+        return QString::number(wholePercent(situation.status->percent)) + u'%';
+    }
+    if (situation.launching) {
+        return QStringLiteral("...");
+    }
+    return situation.lastSuccess ? Fmt::since(situation.lastSuccess->date) : QStringLiteral("--");
+}
+
+QString DialFace::caption(const Situation &situation)
+{
+    if (situation.status) {
+        return situation.status->phase;
+    }
+    return situation.lastSuccess ? localized("dall'ultimo backup") : localized("nessun backup");
+}
+
+int DialFace::wholePercent(double fraction)
+{
+    // A status file may hold anything; what is no number is no progress.
+    static constexpr double all = 100;
+    return std::isnan(fraction)
+               ? 0
+               : static_cast<int>(std::clamp(std::trunc(fraction * all), 0.0, all));
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ui/summary/Situation.h"
+
+/// The sentences of the overview, from the present situation.
+namespace OverviewTexts {
+
+/// What the large button does.
+enum class Action {
+    choose,   ///< goes to the destinations, there being none
+    start,    ///< starts a backup
+    starting, ///< nothing, a backup is on its way
+    stop,     ///< stops the backup
+};
+
+QString title(const Situation &situation);
+QString detail(const Situation &situation);
+
+/// The file that is being stored, the home folder as "~"; a blank when there is none, so that the
+/// line always stands.
+QString currentFile(const Situation &situation);
+
+Action action(const Situation &situation);
+QString label(Action action);
+
+} // namespace OverviewTexts

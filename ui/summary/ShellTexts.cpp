@@ -1,0 +1,72 @@
+#include "ui/summary/ShellTexts.h"
+
+#include "state/Fmt.h"
+#include "state/Localized.h"
+#include "ui/summary/DialFace.h"
+
+QString ShellTexts::sidebarState(const Situation &situation)
+{
+    if (situation.isBusy()) {
+        return localized("Backup in corso");
+    }
+    if (situation.enabled().isEmpty()) {
+        return localized("Da configurare");
+    }
+    if (situation.staleText) {
+        return localized("Fermo da %1").arg(*situation.staleText);
+    }
+    return situation.lastSuccess ? localized("Backup aggiornato") : localized("Nessun backup");
+}
+
+AppModel::Tone ShellTexts::sidebarTone(const Situation &situation)
+{
+    if (situation.isBusy()) {
+        return AppModel::Tone::Attention;
+    }
+    const bool isWell =
+        !situation.staleText && !situation.enabled().isEmpty() && situation.lastSuccess;
+    return isWell ? AppModel::Tone::Well : AppModel::Tone::Wrong;
+}
+
+QString ShellTexts::panelEyebrow(const Situation &situation)
+{
+    return situation.status ? localized("Backup in corso") : localized("Ultimo backup");
+}
+
+QString ShellTexts::panelHeadline(const Situation &situation)
+{
+    if (situation.status) {
+        return localized("%1% su %2")
+            .arg(QString::number(DialFace::wholePercent(situation.status->percent)),
+                 title(situation.status->destination));
+    }
+    return situation.lastSuccess ? Fmt::relative(situation.lastSuccess->date)
+                                 : localized("Nessuno");
+}
+
+QString ShellTexts::panelDetail(const Situation &situation)
+{
+    if (situation.status) {
+        return situation.status->phase;
+    }
+    if (situation.enabled().isEmpty()) {
+        return localized("Nessuna destinazione configurata.");
+    }
+    if (!situation.config.keySaved) {
+        return localized("Salva il kit di recupero per avviare i backup.");
+    }
+    if (!situation.config.autoBackup) {
+        return localized("Backup automatico disattivato.");
+    }
+    if (situation.config.intervalHours == 1) {
+        return localized("Backup automatico ogni ora.");
+    }
+    return localized("Backup automatico ogni %1 ore.").arg(situation.config.intervalHours);
+}
+
+QList<DestinationID> ShellTexts::panelDestinations(const Situation &situation)
+{
+    const QList<DestinationID> enabled = situation.enabled();
+    // Who has set up nothing isn't shown the server.
+    return enabled.isEmpty() ? QList{DestinationID::local, DestinationID::drive} : enabled;
+}

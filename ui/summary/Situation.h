@@ -1,0 +1,22 @@
+#pragma once
+
+#include "model/AppModel.h"
+
+/// What the texts at a glance go by: the model's values at one moment, as plain data.
+struct Situation
+{
+    AppConfig config;
+    std::optional<RunStatus> status; ///< absent when nothing runs
+    bool launching = false;
+    std::optional<RunRecord> lastSuccess;
+    std::optional<RunRecord> lastCheck; ///< the newest verification
+    std::optional<QString> staleText;   ///< age of the last good backup while that is too old
+    bool fullDiskAccess = true;
+    bool localOnSystemDisk = false; ///< the disk of the backups is the one of the home folder
+
+    static Situation of(const AppModel &model);
+
+    [[nodiscard]] bool isBusy() const { return status || launching; }
+    /// The destinations in use, in their order.
+    [[nodiscard]] QList<DestinationID> enabled() const;
+};
