@@ -33,5 +33,9 @@ bool Desktop::startDetached(const QString &program, const QStringList &arguments
 
 void Desktop::after(std::chrono::milliseconds delay, std::function<void()> task)
 {
-    QTimer::singleShot(delay, QCoreApplication::instance(), std::move(task));
+    auto *timer = new QTimer(QCoreApplication::instance());
+    timer->setSingleShot(true);
+    QObject::connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);
+    QObject::connect(timer, &QTimer::timeout, timer, std::move(task));
+    timer->start(delay);
 }

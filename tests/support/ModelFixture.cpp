@@ -73,6 +73,7 @@ ModelFixture::~ModelFixture()
     tools.letGo();
     model.reset();
     Background::waitForAll();
+    desktop->forget();
 }
 
 void ModelFixture::start()

@@ -43,6 +43,12 @@ void ScriptedDesktop::give(std::function<void()> answer)
     }
 }
 
+void ScriptedDesktop::forget()
+{
+    m_tasks.clear();
+    m_answers.clear();
+}
+
 void ScriptedDesktop::askSavePath(const QString &proposedName, const QString &message,
                                   std::function<void(const std::optional<QString> &)> answer)
 {

@@ -37,6 +37,8 @@ public:
     /// Lets time pass, and does what is due within it, in its order.
     void pass(std::chrono::milliseconds time);
     [[nodiscard]] qsizetype waitingTasks() const { return m_tasks.size(); }
+    /// Drops what waits, which may hold this very desktop.
+    void forget();
 
     void askSavePath(const QString &proposedName, const QString &message,
                      std::function<void(const std::optional<QString> &)> answer) override;

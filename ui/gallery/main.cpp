@@ -29,10 +29,11 @@ bool savePictures(QQuickView &view, const QDir &folder)
         const QString file =
             folder.filePath(pages.at(i)->property("name").toString() + QStringLiteral(".png"));
         if (!view.grabWindow().save(file)) {
-            std::fputs(qUtf8Printable(file + QStringLiteral(" can't be written\n")), stderr);
+            static_cast<void>(
+                std::fputs(qUtf8Printable(file + QStringLiteral(" can't be written\n")), stderr));
             return false;
         }
-        std::puts(qUtf8Printable(file));
+        static_cast<void>(std::puts(qUtf8Printable(file)));
     }
     return true;
 }

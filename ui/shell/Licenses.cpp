@@ -41,7 +41,7 @@ QString Licenses::text(const QString &name)
         QFile file(path + name + suffix);
         if (file.open(QIODevice::ReadOnly)) {
             QStringDecoder decoder(QStringDecoder::Utf8);
-            const QString content = decoder(file.readAll());
+            QString content = decoder(file.readAll());
             if (file.error() == QFileDevice::NoError && !decoder.hasError()) {
                 return content;
             }
