@@ -11,18 +11,13 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <csignal>
-#include <future>
 #include <memory>
 
 #include <sys/prctl.h>
 
 namespace {
-
-using namespace std::chrono_literals;
-
-// Far above every limit of the program's.
-constexpr auto patience = 120s;
 
 /// A question whose answer can be waited for.
 class Question
@@ -31,23 +26,22 @@ public:
     void ask(OwnerAuthentication &owner,
              const QString &reason = QStringLiteral("copiare la chiave di cifratura"))
     {
-        owner.ask(reason, [answer = m_answer](OwnerLogin login) { answer->set_value(login); });
+        owner.ask(reason, [answer = m_answer](OwnerLogin login) {
+            // Neither of two answers may pass.
+            EXPECT_EQ(answer->exchange(static_cast<int>(login)), none);
+        });
     }
-    [[nodiscard]] bool isAnswered() const
-    {
-        return m_future.wait_for(0s) == std::future_status::ready;
-    }
+    [[nodiscard]] bool isAnswered() const { return *m_answer != none; }
     /// Fails when there was none.
     [[nodiscard]] OwnerLogin answer() const
     {
-        EXPECT_EQ(m_future.wait_for(patience), std::future_status::ready);
-        return isAnswered() ? m_future.get() : OwnerLogin{-1};
+        EXPECT_TRUE(eventually([this] { return isAnswered(); }));
+        return static_cast<OwnerLogin>(m_answer->load());
     }
 
 private:
-    std::shared_ptr<std::promise<OwnerLogin>> m_answer =
-        std::make_shared<std::promise<OwnerLogin>>();
-    std::shared_future<OwnerLogin> m_future = m_answer->get_future().share();
+    static constexpr int none = -1;
+    std::shared_ptr<std::atomic<int>> m_answer = std::make_shared<std::atomic<int>>(none);
 };
 
 /// A private system bus, with an authority on it that writes down what it is asked.
