@@ -117,9 +117,10 @@ QImage paint(const SurfaceStyle &style, const QSizeF &size, qreal scale, int mar
                           shadowImage(shape.translated(style.shadowOffset * scale), pixels,
                                       style.shadow, style.shadowRadius * scale));
         // A translucent surface isn't darkened by the shadow that it casts.
+        painter.save();
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         painter.fillPath(shape, Qt::black);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.restore();
     }
     if (visible(style.fill)) {
         painter.fillPath(shape, brush(Theme::brightened(style.fill, style.brightness), body));

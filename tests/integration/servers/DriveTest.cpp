@@ -232,7 +232,7 @@ TEST_F(Drive, isAskedForWithRclonesOwnClientWhenOnlyASecretIsGiven)
     EXPECT_EQ(setting("client_secret"), QString());
 }
 
-TEST_F(Drive, takesThePlaceOfAnEarlierConnectionAndLeavesTheServersAlone)
+TEST_F(Drive, replacesAnEarlierConnectionAndLeavesTheServersAlone)
 {
     SignInPage page;
     ASSERT_TRUE(page.isRunning());

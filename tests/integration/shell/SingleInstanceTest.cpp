@@ -133,7 +133,7 @@ TEST_F(SingleInstanceTest, oneThatCrashedIsInNobodysWay)
     EXPECT_EQ(next.line(), "started again:");
 }
 
-TEST_F(SingleInstanceTest, ofManyAtOnceOneIsTheFirst)
+TEST_F(SingleInstanceTest, amongManyAtTheSameTimeOneIsTheFirst)
 {
     constexpr size_t count = 6;
     std::array<OtherProcess, count> all;
