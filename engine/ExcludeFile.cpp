@@ -26,8 +26,7 @@ QString ExcludeFile::content(const AppConfig &config)
 {
     QStringList patterns;
     for (const QString &pattern : config.excludes) {
-        patterns.append(pattern.startsWith(u'~') ? QString(Paths::home() + pattern.sliced(1))
-                                                 : pattern);
+        patterns.append(Paths::expandedHome(pattern));
     }
     if (config.localEnabled) {
         patterns.append(asPattern(config.repository(DestinationID::local)));

@@ -14,14 +14,6 @@ namespace {
 
 constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
-QString withoutHome(const QString &path)
-{
-    const QString &home = Paths::home();
-    const bool isInHome =
-        path == home || path.startsWith(home.endsWith(u'/') ? home : QString(home + u'/'));
-    return isInHome ? QString(u'~' + path.sliced(home.size())) : path;
-}
-
 /// Writes a file whole, for its owner's eyes alone from its first byte. Absent on success,
 /// otherwise the system's description.
 std::optional<QString> writePrivately(const QString &path, const QString &text)
@@ -56,7 +48,7 @@ Notice savedNotice(const QString &path, const QString &localFolder)
                           "perso con lui. Copialo su una chiavetta o stampalo."),
                 true};
     }
-    return {localized("Kit salvato in %1.").arg(withoutHome(path)), false};
+    return {localized("Kit salvato in %1.").arg(Paths::abbreviatedHome(path)), false};
 }
 
 } // namespace

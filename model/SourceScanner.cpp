@@ -27,8 +27,7 @@ struct Excludes
     explicit Excludes(const QStringList &patterns)
     {
         for (const QString &pattern : patterns) {
-            const QByteArray expanded = QFile::encodeName(
-                pattern.startsWith(u'~') ? Paths::home() + pattern.sliced(1) : pattern);
+            const QByteArray expanded = QFile::encodeName(Paths::expandedHome(pattern));
             if (expanded.startsWith('/')) {
                 paths.insert(expanded);
             } else {

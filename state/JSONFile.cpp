@@ -20,13 +20,15 @@ std::optional<QJsonDocument> JSONFile::decode(const QByteArray &bytes)
     return document;
 }
 
-std::optional<QJsonDocument> JSONFile::read(const QString &path)
+QByteArray JSONFile::bytes(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
-    }
-    return decode(file.readAll());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+std::optional<QJsonDocument> JSONFile::read(const QString &path)
+{
+    return decode(bytes(path));
 }
 
 QString JSONFile::dateText(const QDateTime &date)

@@ -16,6 +16,9 @@ QByteArray encode(const QJsonDocument &document);
 /// Absent for bytes that aren't JSON.
 std::optional<QJsonDocument> decode(const QByteArray &bytes);
 
+/// All bytes of a file; empty when it can't be read.
+QByteArray bytes(const QString &path);
+
 /// Reads and decodes a file; absent on any failure.
 std::optional<QJsonDocument> read(const QString &path);
 

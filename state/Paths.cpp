@@ -59,6 +59,18 @@ std::optional<QString> Paths::resources()
     return folder;
 }
 
+QString Paths::expandedHome(const QString &path)
+{
+    return path.startsWith(u'~') ? QString(home() + path.sliced(1)) : path;
+}
+
+QString Paths::abbreviatedHome(const QString &path)
+{
+    const QString inHome = home().endsWith(u'/') ? home() : QString(home() + u'/');
+    return path == home() || path.startsWith(inHome) ? QString(u'~' + path.sliced(home().size()))
+                                                     : path;
+}
+
 std::optional<QString> Paths::volume(const QString &path)
 {
     // An empty path is the current folder, as for a file URL.

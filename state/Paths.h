@@ -25,6 +25,13 @@ QString supportFile(const QString &name);
 /// are searched here first.
 std::optional<QString> resources();
 
+/// A path as a person may write it, with a leading ~ for the home folder, in full.
+QString expandedHome(const QString &path);
+
+/// A path as the person reads it: the home folder in front as "~". Another folder whose name merely
+/// begins like the home's stays as it is.
+QString abbreviatedHome(const QString &path);
+
 /// Mount point of the volume that holds a path, or that would hold it if it existed: its nearest
 /// existing ancestor decides. Absent when the system doesn't tell.
 std::optional<QString> volume(const QString &path);

@@ -26,12 +26,6 @@ QString stateFile()
     return Paths::supportFile(QStringLiteral("state.json"));
 }
 
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 template <typename Record>
 std::optional<Record> decodedObject(const QByteArray &bytes)
 {
@@ -115,7 +109,7 @@ std::optional<RunStatus> StatusStore::loadStatus()
 
 QByteArray StatusStore::statusBytes()
 {
-    return bytesOf(statusFile());
+    return JSONFile::bytes(statusFile());
 }
 
 std::optional<RunStatus> StatusStore::decodedStatus(const QByteArray &bytes)
@@ -130,7 +124,7 @@ QList<RunRecord> StatusStore::loadHistory()
 
 QByteArray StatusStore::historyBytes()
 {
-    return bytesOf(historyFile());
+    return JSONFile::bytes(historyFile());
 }
 
 QList<RunRecord> StatusStore::decodedHistory(const QByteArray &bytes)
@@ -153,7 +147,7 @@ QList<RunRecord> StatusStore::decodedHistory(const QByteArray &bytes)
 
 EngineState StatusStore::loadState()
 {
-    return decodedObject<EngineState>(bytesOf(stateFile())).value_or(EngineState());
+    return decodedObject<EngineState>(JSONFile::bytes(stateFile())).value_or(EngineState());
 }
 
 void StatusStore::removeAbandoned()

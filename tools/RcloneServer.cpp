@@ -38,11 +38,6 @@ AppConfig trimmed(AppConfig config)
     return config;
 }
 
-QString expandedKeyFile(const QString &path)
-{
-    return path.startsWith(u'~') ? QString(Paths::home() + path.sliced(1)) : path;
-}
-
 Pairs s3Section(const AppConfig &config, const QString &secret)
 {
     return {{QStringLiteral("provider"), QStringLiteral("Other")},
@@ -78,7 +73,7 @@ Pairs sftpSection(const AppConfig &config, const QString &password)
 {
     Pairs pairs = hostSection(config, password);
     if (!config.serverKeyFile.isEmpty()) {
-        pairs.append({QStringLiteral("key_file"), expandedKeyFile(config.serverKeyFile)});
+        pairs.append({QStringLiteral("key_file"), Paths::expandedHome(config.serverKeyFile)});
     }
     pairs.append({QStringLiteral("known_hosts_file"), knownHosts()});
     return pairs;

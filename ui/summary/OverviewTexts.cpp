@@ -65,12 +65,7 @@ QString OverviewTexts::currentFile(const Situation &situation)
 {
     const QString path =
         situation.status ? situation.status->currentFile.value_or(QString()) : QString();
-    if (path.isEmpty()) {
-        return QStringLiteral(" ");
-    }
-    const QString &home = Paths::home();
-    const bool isInHome = path == home || path.startsWith(home + u'/');
-    return isInHome ? QString(u'~' + path.sliced(home.size())) : path;
+    return path.isEmpty() ? QStringLiteral(" ") : Paths::abbreviatedHome(path);
 }
 
 OverviewTexts::Action OverviewTexts::action(const Situation &situation)

@@ -105,3 +105,25 @@ TEST(Paths, theVolumeOfARootOrOfNothingIsFoundToo)
     EXPECT_EQ(Paths::volume(QString()), here);
     EXPECT_EQ(Paths::volume(QStringLiteral("not/there")), here);
 }
+
+TEST(Paths, aTildeInFrontIsTheHome)
+{
+    const QString &home = Paths::home();
+    EXPECT_EQ(Paths::expandedHome(QStringLiteral("~/a/~b")),
+              QString(home + QLatin1String("/a/~b")));
+    EXPECT_EQ(Paths::expandedHome(QStringLiteral("~")), home);
+    EXPECT_EQ(Paths::expandedHome(QStringLiteral("/a/~")), QStringLiteral("/a/~"));
+    EXPECT_EQ(Paths::expandedHome(QStringLiteral(" ~/a")), QStringLiteral(" ~/a"));
+    EXPECT_EQ(Paths::expandedHome(QString()), QString());
+}
+
+TEST(Paths, theHomeInFrontIsReadAsATilde)
+{
+    const QString &home = Paths::home();
+    EXPECT_EQ(Paths::abbreviatedHome(home), QStringLiteral("~"));
+    EXPECT_EQ(Paths::abbreviatedHome(home + QLatin1String("/a")), QStringLiteral("~/a"));
+    EXPECT_EQ(Paths::abbreviatedHome(home + QLatin1String("2/a")),
+              QString(home + QLatin1String("2/a")));
+    EXPECT_EQ(Paths::abbreviatedHome(QLatin1String("/media") + home),
+              QString(QLatin1String("/media") + home));
+}
