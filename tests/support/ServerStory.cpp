@@ -57,6 +57,18 @@ std::optional<QString> ServerStory::connect(const QString &secret)
     return Rclone::connectServer(config, secret);
 }
 
+std::string ServerStory::refusal(const QString &secret)
+{
+    const auto message = connect(secret);
+    expectNothingLeft();
+    return message.value_or(QString()).toStdString();
+}
+
+QJsonObject ServerStory::section()
+{
+    return Rclone::remotes().value(Rclone::serverRemote);
+}
+
 void ServerStory::expectWholeLife(const QString &secret)
 {
     for (const QString &name : oddNames()) {

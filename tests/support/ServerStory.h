@@ -3,10 +3,12 @@
 #include "tests/support/CycleHome.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QMap>
 #include <QString>
 
 #include <optional>
+#include <string>
 
 /// A home whose only destination is the private server. What the settings say of the server, its
 /// kind, its address and its user, is the test's to fill in.
@@ -25,6 +27,16 @@ protected:
     /// Expects that the server isn't connected and that no file is left of a connection or of an
     /// attempt, and that the last secret that connect() got stands nowhere in the support folder.
     void expectNothingLeft();
+
+    /// The message of an attempt that fails and leaves nothing; empty when it succeeds.
+    std::string refusal(const QString &secret);
+
+    /// The settings of the connection, as rclone gives them; empty when there is none.
+    static QJsonObject section();
+
+    static constexpr const char *accessText = "Accesso rifiutato: controlla utente e password.";
+    static constexpr const char *unreachableText =
+        "Server non raggiungibile: controlla indirizzo e porta.";
 
     /// Every file below a folder, by its path from there, with what it holds.
     static QMap<QString, QByteArray> contents(const QString &folder);

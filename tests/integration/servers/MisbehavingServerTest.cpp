@@ -71,8 +71,7 @@ protected:
 
     QString served = folder(QStringLiteral("served"));
     QString serverRepository = served + QLatin1String("/mac");
-    const QString unreachable =
-        QStringLiteral("Server non raggiungibile: controlla indirizzo e porta.");
+    const QString unreachable = QString::fromLatin1(unreachableText);
 };
 
 // --- One that takes connections and never says a word ---
@@ -113,6 +112,32 @@ TEST_F(MuteServer, isUnreachableBySMBOnceRcloneHasWaited)
     config.serverPort = mute.portText();
     EXPECT_LT(lengthOf([this] { EXPECT_EQ(connect(QStringLiteral("secret")), unreachable); }), 90s);
     expectNothingLeft();
+}
+
+TEST_F(MuteServer, leavesShortQuestionsWithoutAnAnswerWithinTheirLimits)
+{
+    ASSERT_TRUE(
+        Rclone::store(Rclone::serverRemote, {{QStringLiteral("type"), QStringLiteral("webdav")},
+                                             {QStringLiteral("url"), url},
+                                             {QStringLiteral("vendor"), QStringLiteral("other")}}));
+    EXPECT_LT(lengthOf([] { EXPECT_EQ(Rclone::quota(Rclone::serverRemote), std::nullopt); }), 90s);
+    EXPECT_LT(lengthOf([] {
+                  EXPECT_EQ(Rclone::folders(QStringLiteral("Vellomar"), Rclone::serverRemote),
+                            QStringList());
+              }),
+              90s);
+}
+
+TEST_F(MuteServer, leavesTheVersioningOfABucketUntoldWithinItsLimits)
+{
+    ASSERT_TRUE(Rclone::store(Rclone::serverRemote,
+                              {{QStringLiteral("type"), QStringLiteral("s3")},
+                               {QStringLiteral("provider"), QStringLiteral("Other")},
+                               {QStringLiteral("endpoint"), url},
+                               {QStringLiteral("access_key_id"), QStringLiteral("key")},
+                               {QStringLiteral("secret_access_key"), QStringLiteral("secret")}}));
+    EXPECT_LT(lengthOf([] { EXPECT_EQ(Rclone::versioning(QStringLiteral("b")), std::nullopt); }),
+              120s);
 }
 
 TEST_F(MuteServer, isToldInTheHistoryAndTheOthersRunBeforeItAndAfterIt)

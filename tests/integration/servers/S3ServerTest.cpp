@@ -2,6 +2,8 @@
 #include "tests/support/ServerStory.h"
 #include "tools/Rclone.h"
 
+#include <QElapsedTimer>
+
 namespace {
 
 class S3 : public ServerStory
@@ -20,13 +22,6 @@ protected:
         start();
         ASSERT_EQ(connect(S3Server::secret()), std::nullopt);
     }
-    /// The message of an attempt that fails and leaves nothing; empty when it succeeds.
-    std::string refusal(const QString &secret)
-    {
-        const auto message = connect(secret);
-        expectNothingLeft();
-        return message.value_or(QString()).toStdString();
-    }
     /// Runs rclone with words that must succeed on the connected server.
     static void rclone(const QStringList &arguments)
     {
@@ -35,10 +30,6 @@ protected:
         ASSERT_EQ(result->status, 0) << qPrintable(result->standardError);
     }
     static QString bucket() { return Rclone::serverRemote + QLatin1String(":backups"); }
-
-    static constexpr const char *accessText = "Accesso rifiutato: controlla utente e password.";
-    static constexpr const char *unreachableText =
-        "Server non raggiungibile: controlla indirizzo e porta.";
 
     S3Server server;
 };
@@ -124,6 +115,18 @@ TEST_F(S3, theVersioningOfNoBucketAsksNobody)
 {
     EXPECT_EQ(Rclone::versioning({}), std::nullopt);
     EXPECT_FALSE(isThere("rclone.conf")); // any run of rclone would have made it
+}
+
+TEST_F(S3, theVersioningOnAServerThatIsDownIsUntoldAtOnce)
+{
+    startConnected();
+    server.stop();
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(Rclone::versioning(QStringLiteral("backups")), std::nullopt);
+    EXPECT_EQ(Rclone::folders(QStringLiteral("backups"), Rclone::serverRemote), QStringList());
+    // Each of rclone's own ten tries in every round would make it minutes.
+    EXPECT_LT(timer.elapsed(), 60000);
 }
 
 } // namespace

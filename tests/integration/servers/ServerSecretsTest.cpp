@@ -75,7 +75,17 @@ protected:
     }
     static QString setting(const char *key)
     {
-        return Rclone::remotes().value(Rclone::serverRemote).value(QLatin1String(key)).toString();
+        return section().value(QLatin1String(key)).toString();
+    }
+    /// Starts an S3 server with a user for each secret, whose name is its place in the list.
+    void startWithUsers(S3Server &server, const QStringList &secrets)
+    {
+        for (qsizetype i = 0; i < secrets.size(); ++i) {
+            server.addUser(QString::number(i), secrets.at(i));
+        }
+        ASSERT_TRUE(server.start()) << qPrintable(server.output());
+        config.serverKind = ServerKind::s3;
+        config.serverHost = server.endpoint();
     }
     /// Expects that the section has the secret, in the form that rclone can undo.
     static void expectObscured(const QString &secret)
@@ -150,12 +160,7 @@ TEST_F(ServerSecrets, theySurviveInTheSectionOfAnS3ServerAsTyped)
 {
     S3Server server;
     const QStringList secrets = plainSecrets();
-    for (qsizetype i = 0; i < secrets.size(); ++i) {
-        server.addUser(QString::number(i), secrets.at(i));
-    }
-    ASSERT_TRUE(server.start()) << qPrintable(server.output());
-    config.serverKind = ServerKind::s3;
-    config.serverHost = server.endpoint();
+    startWithUsers(server, secrets);
     for (qsizetype i = 0; i < secrets.size(); ++i) {
         SCOPED_TRACE(secrets.at(i).toStdString());
         config.serverUser = S3Server::accessKey(QString::number(i));
@@ -169,12 +174,7 @@ TEST_F(ServerSecrets, blanksAroundOneAreRefusedByAnS3Server)
 {
     S3Server server;
     const QStringList secrets = blankSecrets();
-    for (qsizetype i = 0; i < secrets.size(); ++i) {
-        server.addUser(QString::number(i), secrets.at(i));
-    }
-    ASSERT_TRUE(server.start()) << qPrintable(server.output());
-    config.serverKind = ServerKind::s3;
-    config.serverHost = server.endpoint();
+    startWithUsers(server, secrets);
     for (qsizetype i = 0; i < secrets.size(); ++i) {
         SCOPED_TRACE(secrets.at(i).toStdString());
         config.serverUser = S3Server::accessKey(QString::number(i));

@@ -25,7 +25,6 @@ protected:
     }
 
     static QString knownHosts() { return Paths::supportFile(QStringLiteral("known_hosts")); }
-    static QJsonObject section() { return Rclone::remotes().value(Rclone::serverRemote); }
 
     /// What known_hosts must be with the server's present key.
     [[nodiscard]] QByteArray expectedHosts() const

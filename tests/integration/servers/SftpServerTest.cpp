@@ -83,15 +83,8 @@ protected:
         config.serverUser = SftpServer::user();
     }
 
-    static QString refused()
-    {
-        return QStringLiteral("Accesso rifiutato: controlla utente e password.");
-    }
-    static QString unreachable()
-    {
-        return QStringLiteral("Server non raggiungibile: controlla indirizzo e porta.");
-    }
-    static QJsonObject section() { return Rclone::remotes().value(Rclone::serverRemote); }
+    static QString refused() { return QString::fromLatin1(accessText); }
+    static QString unreachable() { return QString::fromLatin1(unreachableText); }
 
     SftpServer server;
 };

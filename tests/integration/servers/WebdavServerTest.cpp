@@ -23,18 +23,6 @@ protected:
         ASSERT_TRUE(server.start()) << qPrintable(server.output());
         config.serverHost = server.url();
     }
-    /// The message of an attempt that fails and leaves nothing; empty when it succeeds.
-    std::string refusal(const QString &secret)
-    {
-        const auto message = connect(secret);
-        expectNothingLeft();
-        return message.value_or(QString()).toStdString();
-    }
-    static QJsonObject section() { return Rclone::remotes().value(Rclone::serverRemote); }
-
-    static constexpr const char *accessText = "Accesso rifiutato: controlla utente e password.";
-    static constexpr const char *unreachableText =
-        "Server non raggiungibile: controlla indirizzo e porta.";
 };
 
 TEST_F(Webdav, aWholeLifeOverHttp)
