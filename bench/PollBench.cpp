@@ -8,6 +8,7 @@
 #include "model/Background.h"
 #include "state/Paths.h"
 #include "state/StatusStore.h"
+#include "tests/support/PlainDesktop.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -19,23 +20,6 @@
 namespace {
 
 constexpr int looks = 2000;
-
-class NoDesktop final : public Desktop
-{
-public:
-    void askSavePath(const QString &, const QString &,
-                     std::function<void(const std::optional<QString> &)>) override
-    {
-    }
-    void print(const QString &) override {}
-    qint64 copyConcealed(const QString &) override { return 0; }
-    qint64 clipboardChangeCount() override { return 0; }
-    void clearClipboard() override {}
-    void authenticate(const QString &, std::function<void(Authentication)>) override {}
-    void openPrivacySettings() override {}
-    void quit() override {}
-    void exitNow() override {}
-};
 
 double processorMilliseconds()
 {
@@ -58,7 +42,7 @@ int main(int argc, char *argv[])
         record.message = QStringLiteral("1.234 file nuovi, 56 modificati, 789 MB salvati");
         StatusStore::append(record);
     }
-    AppModel model(std::make_shared<NoDesktop>());
+    AppModel model(std::make_shared<PlainDesktop>());
     Background::waitForAll();
     QCoreApplication::processEvents();
     if (model.history().size() != StatusStore::historyLimit) {

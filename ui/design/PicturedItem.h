@@ -31,6 +31,18 @@ protected:
     /// Has the picture drawn anew before the next frame.
     void redraw();
 
+    /// Takes a value that the picture depends on; whether it is another one.
+    template <typename T>
+    bool take(T &member, const T &value)
+    {
+        if (member == value) {
+            return false;
+        }
+        member = value;
+        redraw();
+        return true;
+    }
+
     void updatePolish() override;
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
     void geometryChange(const QRectF &now, const QRectF &before) override;

@@ -51,9 +51,7 @@ private:
     template <typename T>
     void set(T &member, const T &value)
     {
-        if (member != value) {
-            member = value;
-            redraw();
+        if (take(member, value)) {
             Q_EMIT symbolChanged();
         }
     }

@@ -1,7 +1,7 @@
-#include "model/Desktop.h"
 #include "model/Background.h"
 #include "tests/support/Cycle.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/PlainDesktop.h"
 #include "tests/support/Waiting.h"
 
 #include <QCoreApplication>
@@ -16,23 +16,6 @@
 // What a desktop does for real without a window.
 
 namespace {
-
-class PlainDesktop final : public Desktop
-{
-public:
-    void askSavePath(const QString &, const QString &,
-                     std::function<void(const std::optional<QString> &)>) override
-    {
-    }
-    void print(const QString &) override {}
-    qint64 copyConcealed(const QString &) override { return 0; }
-    qint64 clipboardChangeCount() override { return 0; }
-    void clearClipboard() override {}
-    void authenticate(const QString &, std::function<void(Authentication)>) override {}
-    void openPrivacySettings() override {}
-    void quit() override {}
-    void exitNow() override {}
-};
 
 class DesktopTest : public testing::Test
 {

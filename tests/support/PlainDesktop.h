@@ -1,0 +1,21 @@
+#pragma once
+
+#include "model/Desktop.h"
+
+/// A desktop without windows, of which only what is real without them does anything.
+class PlainDesktop final : public Desktop
+{
+public:
+    void askSavePath(const QString &, const QString &,
+                     std::function<void(const std::optional<QString> &)>) override
+    {
+    }
+    void print(const QString &) override {}
+    qint64 copyConcealed(const QString &) override { return 0; }
+    qint64 clipboardChangeCount() override { return 0; }
+    void clearClipboard() override {}
+    void authenticate(const QString &, std::function<void(Authentication)>) override {}
+    void openPrivacySettings() override {}
+    void quit() override {}
+    void exitNow() override {}
+};
