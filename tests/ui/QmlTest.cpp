@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <QtQuickTest>
 
-// The controls in a window, by mouse and keyboard: runs the tst_*.qml of this folder.
+// Runs a file of tests written in QML, in a home of its own.
 
 /// What a screen reader sees of an item and does to it.
 class ScreenReader : public QObject
@@ -75,7 +75,7 @@ int main(int argc, char *argv[])
     }
     QTEST_SET_MAIN_SOURCE_PATH
     Setup setup;
-    return quick_test_main_with_setup(argc, argv, "controls", VELLOMAR_TEST_SOURCES, &setup);
+    return quick_test_main_with_setup(argc, argv, "qml", VELLOMAR_TEST_SOURCES, &setup);
 }
 
-#include "ControlsTest.moc"
+#include "QmlTest.moc"
