@@ -91,6 +91,30 @@ AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
     resumePendingAction();
 }
 
+AppModel::AppModel(std::shared_ptr<Desktop> desktop, const Shown &shown, QObject *parent)
+    : QObject(parent)
+    , m_desktop(std::move(desktop))
+    , m_isAtRest(true)
+{
+    show(shown);
+}
+
+void AppModel::show(const Shown &shown)
+{
+    m_config = shown.config;
+    Q_EMIT configChanged();
+    setStatus(shown.status);
+    setLaunching(shown.launching);
+    m_repos = shown.repos;
+    Q_EMIT reposChanged();
+    assign(m_fullDiskAccess, shown.fullDiskAccess, &AppModel::fullDiskAccessChanged);
+    assign(m_keyError, shown.keyError, &AppModel::keyErrorChanged);
+    assign(m_keyCopied, shown.keyCopied, &AppModel::keyCopiedChanged);
+    assign(m_kitNotice, shown.kitNotice, &AppModel::kitNoticeChanged);
+    assign(m_password, shown.password, &AppModel::passwordChanged);
+    setHistory(shown.history);
+}
+
 void AppModel::loadKey()
 {
     const auto stored = Keychain::read(Keychain::repositoryKey);
@@ -124,9 +148,11 @@ void AppModel::setConfig(const AppConfig &config)
     if (before == config) {
         return;
     }
-    ConfigStore::save(config);
-    if (changesSchedule(before, config)) {
-        Scheduler::sync(config);
+    if (!m_isAtRest) {
+        ConfigStore::save(config);
+        if (changesSchedule(before, config)) {
+            Scheduler::sync(config);
+        }
     }
     if (before.sources != config.sources || before.excludes != config.excludes) {
         setSourceSizes({});

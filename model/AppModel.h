@@ -79,9 +79,27 @@ public:
     enum class Destination { Local, Drive, Server };
     Q_ENUM(Destination)
 
+    /// What a model at rest shows.
+    struct Shown
+    {
+        AppConfig config;
+        std::optional<RunStatus> status;
+        bool launching = false;
+        QList<RunRecord> history; ///< newest first
+        QMap<DestinationID, RepoInfo> repos;
+        bool fullDiskAccess = true;
+        std::optional<QString> keyError;
+        bool keyCopied = false;
+        std::optional<Notice> kitNotice;
+        QString password;
+    };
+
     /// Brings everything up: key, schedule, a run under way, repositories. There is one such object
     /// in a program.
     explicit AppModel(std::shared_ptr<Desktop> desktop, QObject *parent = nullptr);
+    /// One at rest, for galleries and for tests of what is on show: it reads nothing, looks at
+    /// nothing by itself and keeps no settings.
+    AppModel(std::shared_ptr<Desktop> desktop, const Shown &shown, QObject *parent = nullptr);
     ~AppModel() override = default;
     Q_DISABLE_COPY_MOVE(AppModel)
 
@@ -149,6 +167,9 @@ public:
     [[nodiscard]] QList<DestinationView> destinations() const;
     /// The text of the recovery kit. It holds the key.
     [[nodiscard]] QString recoveryKitText() const;
+
+    /// Puts other values on show; for models at rest.
+    void show(const Shown &shown);
 
     Q_INVOKABLE static QString title(Section section);
 
@@ -289,6 +310,7 @@ private:
     [[nodiscard]] QVariant staleTextView() const { return variant(staleText()); }
 
     const std::shared_ptr<Desktop> m_desktop;
+    const bool m_isAtRest = false;
     Section m_section = Section::Overview;
     AppConfig m_config;
     std::optional<RunStatus> m_status;

@@ -1,0 +1,67 @@
+#include "ui/prepared/NotedDesktop.h"
+
+void NotedDesktop::askSavePath(const QString & /*proposedName*/, const QString & /*message*/,
+                               std::function<void(const std::optional<QString> &)> answer)
+{
+    asked.append(QStringLiteral("save"));
+    answer(std::nullopt);
+}
+
+void NotedDesktop::print(const QString & /*text*/)
+{
+    asked.append(QStringLiteral("print"));
+}
+
+qint64 NotedDesktop::copyConcealed(const QString & /*text*/)
+{
+    asked.append(QStringLiteral("copy"));
+    return 1;
+}
+
+qint64 NotedDesktop::clipboardChangeCount()
+{
+    return 1;
+}
+
+void NotedDesktop::clearClipboard()
+{
+    asked.append(QStringLiteral("clear"));
+}
+
+void NotedDesktop::authenticate(const QString & /*reason*/,
+                                std::function<void(Authentication)> answer)
+{
+    asked.append(QStringLiteral("authenticate"));
+    answer(Authentication::granted);
+}
+
+void NotedDesktop::openPrivacySettings()
+{
+    asked.append(QStringLiteral("settings"));
+}
+
+void NotedDesktop::quit()
+{
+    asked.append(QStringLiteral("quit"));
+}
+
+void NotedDesktop::exitNow()
+{
+    asked.append(QStringLiteral("exit"));
+}
+
+bool NotedDesktop::hasFullDiskAccess()
+{
+    return fullDiskAccess;
+}
+
+void NotedDesktop::requestNotificationPermission()
+{
+    asked.append(QStringLiteral("notify"));
+}
+
+bool NotedDesktop::startDetached(const QString & /*program*/, const QStringList & /*arguments*/)
+{
+    asked.append(QStringLiteral("start"));
+    return true;
+}

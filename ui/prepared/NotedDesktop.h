@@ -1,0 +1,29 @@
+#pragma once
+
+#include "model/Desktop.h"
+
+#include <QStringList>
+
+/// A desktop on which nothing happens: it notes in words what it was asked for.
+class NotedDesktop final : public Desktop
+{
+public:
+    /// "save", "print", "copy", "clear", "authenticate", "settings", "quit", "exit", "notify" and
+    /// "start", in their order.
+    QStringList asked;
+    bool fullDiskAccess = true;
+
+    void askSavePath(const QString &proposedName, const QString &message,
+                     std::function<void(const std::optional<QString> &)> answer) override;
+    void print(const QString &text) override;
+    qint64 copyConcealed(const QString &text) override;
+    qint64 clipboardChangeCount() override;
+    void clearClipboard() override;
+    void authenticate(const QString &reason, std::function<void(Authentication)> answer) override;
+    void openPrivacySettings() override;
+    void quit() override;
+    void exitNow() override;
+    bool hasFullDiskAccess() override;
+    void requestNotificationPermission() override;
+    bool startDetached(const QString &program, const QStringList &arguments) override;
+};

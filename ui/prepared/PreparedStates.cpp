@@ -1,0 +1,249 @@
+#include "ui/prepared/PreparedStates.h"
+
+#include "platform/Clock.h"
+
+#include <QMap>
+
+#include <functional>
+
+namespace {
+
+using Shown = AppModel::Shown;
+
+constexpr qint64 secondsOfHour = 3600;
+constexpr qint64 gigabyte = qint64{1000} * 1000 * 1000;
+
+RunRecord record(double hoursAgo, DestinationID destination, Outcome outcome = Outcome::ok)
+{
+    RunRecord made;
+    made.id = QUuid::createUuid();
+    made.date = Clock::now().addSecs(static_cast<qint64>(-hoursAgo * secondsOfHour));
+    made.destination = destination;
+    made.outcome = outcome;
+    made.message = QStringLiteral("128 file nuovi, 12 modificati, 340 MB salvati");
+    made.duration = 95;
+    return made;
+}
+
+RunRecord check(double hoursAgo, DestinationID destination, Outcome outcome = Outcome::ok)
+{
+    RunRecord made = record(hoursAgo, destination, outcome);
+    made.kind = QStringLiteral("check");
+    made.message = QStringLiteral("Verifica completata");
+    return made;
+}
+
+/// A repository with a version in each of the last hours of work, and older ones.
+RepoInfo repository(int versions)
+{
+    RepoInfo info;
+    for (int i = 0; i < versions; ++i) {
+        const qint64 hours = i < 9 ? i : qint64{24} * (i - 8);
+        info.snapshots.append(
+            {.id = QString::number(i, 16).rightJustified(64, u'0'),
+             .shortID = QString::number(i, 16).rightJustified(8, u'0'),
+             .date = Clock::now().addSecs(-hours * secondsOfHour - qint64{12} * 60),
+             .paths = {Paths::home()},
+             .host = Paths::hostname()});
+    }
+    info.size = gigabyte * 214;
+    return info;
+}
+
+RepoInfo unreadable(const QString &error)
+{
+    RepoInfo info;
+    info.error = error;
+    return info;
+}
+
+AppConfig ready()
+{
+    AppConfig config;
+    config.localEnabled = true;
+    config.localFolder = QStringLiteral("/Volumes/Archivio");
+    config.driveEnabled = true;
+    config.keySaved = true;
+    return config;
+}
+
+RunStatus running()
+{
+    RunStatus status;
+    status.startedAt = Clock::now().addSecs(-240);
+    status.destination = DestinationID::drive;
+    status.phase = QStringLiteral("Copia dei file");
+    status.percent = 0.424;
+    status.filesDone = 48213;
+    status.totalFiles = 113708;
+    status.bytesDone = gigabyte * 31;
+    status.totalBytes = gigabyte * 73;
+    status.secondsRemaining = 372;
+    status.currentFile = Paths::home() + QLatin1String("/Foto/2026/Estate/IMG_4211.heic");
+    return status;
+}
+
+Shown fresh()
+{
+    return {};
+}
+
+Shown waiting()
+{
+    Shown shown = fresh();
+    shown.config = ready();
+    shown.repos = {{DestinationID::local, {}}, {DestinationID::drive, {}}};
+    return shown;
+}
+
+Shown well()
+{
+    Shown shown = waiting();
+    shown.config.serverEnabled = true;
+    shown.history = {record(0.2, DestinationID::server), record(0.3, DestinationID::drive),
+                     record(0.4, DestinationID::local), check(50, DestinationID::local)};
+    shown.repos = {{DestinationID::local, repository(41)},
+                   {DestinationID::drive, repository(18)},
+                   {DestinationID::server, repository(1)}};
+    return shown;
+}
+
+Shown kit()
+{
+    Shown shown = waiting();
+    shown.config.keySaved = false;
+    return shown;
+}
+
+Shown launching()
+{
+    Shown shown = well();
+    shown.launching = true;
+    return shown;
+}
+
+Shown runningNow()
+{
+    Shown shown = well();
+    shown.status = running();
+    return shown;
+}
+
+Shown scanning()
+{
+    Shown shown = runningNow();
+    shown.status->phase = QStringLiteral("Analisi dei file");
+    shown.status->percent = 0;
+    shown.status->totalFiles = 0;
+    shown.status->currentFile = std::nullopt;
+    return shown;
+}
+
+Shown single()
+{
+    Shown shown = well();
+    shown.config.driveEnabled = false;
+    shown.config.serverEnabled = false;
+    shown.config.localFolder = Paths::home();
+    shown.config.keepDays = -1;
+    shown.repos = {{DestinationID::local, repository(1)}};
+    return shown;
+}
+
+Shown access()
+{
+    Shown shown = well();
+    shown.fullDiskAccess = false;
+    return shown;
+}
+
+Shown stale()
+{
+    Shown shown = well();
+    shown.history = {record(80, DestinationID::drive), record(81, DestinationID::local)};
+    return shown;
+}
+
+Shown failed()
+{
+    Shown shown = well();
+    RunRecord failure = record(1, DestinationID::drive, Outcome::failed);
+    failure.message = QStringLiteral("Connessione interrotta");
+    RunRecord verification = check(2, DestinationID::local, Outcome::failed);
+    verification.message = QStringLiteral("pack 3f2a1b0c: ciphertext verification failed");
+    shown.history = {failure, verification, record(30, DestinationID::local)};
+    shown.repos[DestinationID::server] =
+        unreadable(QStringLiteral("Fatal: unable to open repository: connection refused"));
+    return shown;
+}
+
+Shown keyError()
+{
+    Shown shown = fresh();
+    shown.keyError = QStringLiteral("Il portachiavi è bloccato (errore 3).");
+    return shown;
+}
+
+Shown longTexts()
+{
+    Shown shown = runningNow();
+    shown.status->phase = QStringLiteral("Copia <b>dei</b> file ").repeated(20);
+    shown.status->currentFile =
+        Paths::home() + u'/' + QStringLiteral("<img src=x>&amp; \"molto lungo\"/").repeated(140);
+    shown.status->filesDone = 123456789012;
+    shown.status->totalFiles = 987654321098;
+    shown.status->bytesDone = gigabyte * 123456;
+    shown.status->totalBytes = gigabyte * 987654;
+    shown.status->secondsRemaining = qint64{3600} * 999;
+    RunRecord verification = check(2, DestinationID::local, Outcome::failed);
+    verification.message = QStringLiteral("<i>errore</i> senza spazi ").repeated(30);
+    shown.history.prepend(verification);
+    shown.repos[DestinationID::server] =
+        unreadable(QStringLiteral("<a href=\"x\">Fatal</a>: a very long error ").repeated(20));
+    shown.keyError =
+        QStringLiteral("<b>Errore</b> del portachiavi che non finisce mai. ").repeated(8);
+    shown.kitNotice = Notice{QStringLiteral("Kit <u>salvato</u> in ~/") +
+                                 QStringLiteral("cartella/").repeated(40),
+                             true};
+    return shown;
+}
+
+struct Entry
+{
+    QString name;
+    std::function<Shown()> make;
+};
+
+const QList<Entry> &entries()
+{
+    static const QList<Entry> list{
+        {QStringLiteral("fresh"), fresh},       {QStringLiteral("kit"), kit},
+        {QStringLiteral("waiting"), waiting},   {QStringLiteral("launching"), launching},
+        {QStringLiteral("scanning"), scanning}, {QStringLiteral("running"), runningNow},
+        {QStringLiteral("well"), well},         {QStringLiteral("single"), single},
+        {QStringLiteral("access"), access},     {QStringLiteral("stale"), stale},
+        {QStringLiteral("failed"), failed},     {QStringLiteral("keyError"), keyError},
+        {QStringLiteral("long"), longTexts}};
+    return list;
+}
+
+} // namespace
+
+QStringList PreparedStates::names()
+{
+    QStringList list;
+    for (const Entry &entry : entries()) {
+        list.append(entry.name);
+    }
+    return list;
+}
+
+AppModel::Shown PreparedStates::state(const QString &name)
+{
+    for (const Entry &entry : entries()) {
+        if (entry.name == name) {
+            return entry.make();
+        }
+    }
+    return fresh();
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "model/AppModel.h"
+
+#include <QStringList>
+
+/// Named pictures of the model, as of now.
+namespace PreparedStates {
+
+/// The names, in the order in which a person would go through them:
+/// - "fresh": just installed;
+/// - "kit": destinations, and the key not saved;
+/// - "waiting": ready, and no backup yet;
+/// - "launching", "scanning", "running";
+/// - "well": three copies, verified;
+/// - "single": a disk alone, of the same machine's;
+/// - "access": without access to the whole disk;
+/// - "stale": no good backup for days;
+/// - "failed": a failed backup, a failed verification, a repository that can't be read;
+/// - "keyError": the key store doesn't answer;
+/// - "long": every text as long as it can get, with markup and odd signs.
+QStringList names();
+
+/// An unknown name is "fresh".
+AppModel::Shown state(const QString &name);
+
+} // namespace PreparedStates
