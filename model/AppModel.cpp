@@ -83,6 +83,7 @@ AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
     checkPermissions();
     poll();
     refreshAll();
+    refreshQuota();
 
     auto *timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &AppModel::poll);

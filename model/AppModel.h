@@ -178,6 +178,8 @@ public:
     /// Reads a destination's repository anew.
     void refresh(DestinationID destination);
     Q_INVOKABLE void refresh(Destination destination);
+    /// Asks the remote places that are connected how much room there is.
+    void refreshQuota();
 
     /// Starts a backup, with the questions that come before it.
     Q_INVOKABLE void startBackup();

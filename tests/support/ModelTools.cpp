@@ -29,6 +29,12 @@ void ModelTools::answer(const QString &command, const QString &repository,
     m_answers.insert(command + u' ' + repository, result);
 }
 
+void ModelTools::answerOfRclone(const QString &words, const ProcessResult &result)
+{
+    const std::lock_guard lock(m_mutex);
+    m_rcloneAnswers.insert(words, result);
+}
+
 void ModelTools::setRemotes(const QString &dump)
 {
     const std::lock_guard lock(m_mutex);
@@ -47,11 +53,18 @@ void ModelTools::hold()
     m_isHolding = true;
 }
 
+void ModelTools::holdRclone()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isHoldingRclone = true;
+}
+
 void ModelTools::letGo()
 {
     {
         const std::lock_guard lock(m_mutex);
         m_isHolding = false;
+        m_isHoldingRclone = false;
     }
     m_released.notify_all();
 }
@@ -116,7 +129,16 @@ ProcessResult ModelTools::run(const QString &path, const QStringList &arguments,
     std::unique_lock lock(m_mutex);
     m_calls.append({tool, command, repository, options.input.value_or(QString())});
     if (tool == QLatin1String("rclone")) {
-        return command == QLatin1String("config dump") ? ended(0, m_remotes) : ended(0);
+        if (command == QLatin1String("config dump")) {
+            return ended(0, m_remotes);
+        }
+        if (!command.startsWith(QLatin1String("config "))) {
+            ++m_held;
+            m_released.wait(lock, [this] { return !m_isHoldingRclone; });
+            --m_held;
+        }
+        // Limits of time follow the words of the question.
+        return m_rcloneAnswers.value(words.mid(0, 3).join(u' '), ended(0));
     }
     if (tool != QLatin1String("restic")) {
         return ended(0);

@@ -35,6 +35,8 @@ public:
     void answer(const QString &command, const ProcessResult &result);
     /// The same for one repository alone.
     void answer(const QString &command, const QString &repository, const ProcessResult &result);
+    /// What rclone answers to these three words, joined by blanks, where it would say nothing.
+    void answerOfRclone(const QString &words, const ProcessResult &result);
     /// Lets rclone tell of these remotes; a JSON object.
     void setRemotes(const QString &dump);
     /// Both remotes, connected.
@@ -42,6 +44,8 @@ public:
 
     /// Makes restic wait in each call from now on.
     void hold();
+    /// Makes rclone wait likewise, but for what concerns its configuration.
+    void holdRclone();
     /// Lets every call go on.
     void letGo();
     /// How many calls wait now.
@@ -67,7 +71,9 @@ private:
     QList<Call> m_calls;
     QMap<QString, ProcessResult> m_answers; ///< by command, or command and repository
     QString m_remotes = QStringLiteral("{}");
+    QMap<QString, ProcessResult> m_rcloneAnswers;
     bool m_isHolding = false;
+    bool m_isHoldingRclone = false;
     int m_held = 0;
     ScopedProcessRunner m_runner; // last: it uses all of the above
 };

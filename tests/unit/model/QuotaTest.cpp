@@ -1,0 +1,218 @@
+#include "model/Background.h"
+#include "tests/support/ModelFixture.h"
+#include "tests/support/Waiting.h"
+
+namespace {
+
+using Room = std::optional<Rclone::Quota>;
+
+/// Connections whose servers tell how much room they have.
+class Quota : public ModelFixture
+{
+protected:
+    void connectDrive() { tools.setRemotes(QStringLiteral(R"({"vellomar": {"token": "t"}})")); }
+    void connectServer()
+    {
+        tools.setRemotes(QStringLiteral(R"({"vellomar-server": {"type": "s3"}})"));
+    }
+    void tell(const QString &remote, qint64 used, qint64 total)
+    {
+        tools.answerOfRclone(
+            question(remote),
+            ModelTools::ended(0, QStringLiteral(R"({"total":%1,"used":%2})").arg(total).arg(used)));
+    }
+    void refuse(const QString &remote)
+    {
+        tools.answerOfRclone(question(remote), ModelTools::ended(1));
+    }
+    [[nodiscard]] qsizetype questions(const QString &remote)
+    {
+        return tools.count(QStringLiteral("rclone"), QStringLiteral("about %1:").arg(remote));
+    }
+    [[nodiscard]] qsizetype versioningQuestions()
+    {
+        return tools.count(QStringLiteral("rclone"), QStringLiteral("backend versioning"));
+    }
+    void tellVersioning(const QString &bucket, const QString &word)
+    {
+        tools.answerOfRclone(QLatin1String("backend versioning vellomar-server:") + bucket,
+                             ModelTools::ended(0, word + u'\n'));
+    }
+
+    const QString drive = QStringLiteral("vellomar");
+    const QString server = QStringLiteral("vellomar-server");
+
+private:
+    static QString question(const QString &remote)
+    {
+        return QStringLiteral("about %1: --json").arg(remote);
+    }
+};
+
+TEST_F(Quota, withNothingConnectedNobodyIsAsked)
+{
+    start();
+    settle();
+    model->refreshQuota();
+    settle();
+    EXPECT_EQ(questions(drive), 0);
+    EXPECT_EQ(questions(server), 0);
+    EXPECT_EQ(model->driveQuota(), std::nullopt);
+    EXPECT_EQ(model->serverQuota(), std::nullopt);
+}
+
+TEST_F(Quota, theStartAsksWhatIsConnected)
+{
+    tools.connectRemotes();
+    tell(drive, 5, 15);
+    tell(server, 7, 70);
+    start();
+    EXPECT_EQ(model->driveQuota(), std::nullopt);
+    settle();
+    EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
+    EXPECT_EQ(model->serverQuota(), Room({.used = 7, .total = 70}));
+    EXPECT_EQ(questions(drive), 1);
+    EXPECT_EQ(questions(server), 1);
+}
+
+TEST_F(Quota, connectedCountsAndNotInUse)
+{
+    connectDrive();
+    config.driveEnabled = false;
+    config.serverEnabled = true;
+    tell(drive, 5, 15);
+    start();
+    settle();
+    EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
+    EXPECT_EQ(questions(server), 0);
+}
+
+TEST_F(Quota, theEndOfARunDoesNotAsk)
+{
+    tools.connectRemotes();
+    start();
+    settle();
+    EngineLookalike engine;
+    leaveStatus(engine.pid());
+    tick();
+    ASSERT_TRUE(model->status());
+    engine.kill();
+    tick();
+    ASSERT_FALSE(model->status());
+    settle();
+    EXPECT_EQ(questions(drive), 1);
+    EXPECT_EQ(questions(server), 1);
+}
+
+TEST_F(Quota, anotherAnswerReplacesTheOldOneAndIsToldOnce)
+{
+    connectDrive();
+    tell(drive, 5, 15);
+    start();
+    settle();
+    const SignalCount told(model.get(), &AppModel::driveQuotaChanged);
+    model->refreshQuota();
+    settle();
+    EXPECT_EQ(told.count(), 0);
+    tell(drive, 6, 15);
+    model->refreshQuota();
+    // It stays on show while it is asked for anew.
+    EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
+    settle();
+    EXPECT_EQ(model->driveQuota(), Room({.used = 6, .total = 15}));
+    EXPECT_EQ(told.count(), 1);
+}
+
+TEST_F(Quota, whatIsAskedAndDoesNotAnswerHasNoneAnyMore)
+{
+    tools.connectRemotes();
+    tell(drive, 5, 15);
+    tell(server, 7, 70);
+    start();
+    settle();
+    refuse(drive);
+    tools.answerOfRclone(QStringLiteral("about vellomar-server: --json"),
+                         ModelTools::ended(0, QStringLiteral(R"({"used":7})")));
+    model->refreshQuota();
+    settle();
+    EXPECT_EQ(model->driveQuota(), std::nullopt);
+    EXPECT_EQ(model->serverQuota(), std::nullopt);
+    EXPECT_EQ(model->driveError(), std::nullopt);
+    EXPECT_EQ(model->serverError(), std::nullopt);
+}
+
+TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
+{
+    connectServer();
+    config.serverKind = ServerKind::s3;
+    config.serverPath = QStringLiteral("//bucket/and/more");
+    tellVersioning(QStringLiteral("bucket"), QStringLiteral("Enabled"));
+    start();
+    settle();
+    EXPECT_EQ(model->serverVersioning(), QStringLiteral("Enabled"));
+    tellVersioning(QStringLiteral("bucket"), QStringLiteral("Suspended"));
+    model->refreshQuota();
+    settle();
+    EXPECT_EQ(model->serverVersioning(), QStringLiteral("Suspended"));
+    tools.answerOfRclone(QStringLiteral("backend versioning vellomar-server:bucket"),
+                         ModelTools::ended(1));
+    model->refreshQuota();
+    settle();
+    EXPECT_EQ(model->serverVersioning(), std::nullopt);
+}
+
+TEST_F(Quota, anS3ServerWithoutABucketHasNoVersioning)
+{
+    connectServer();
+    config.serverKind = ServerKind::s3;
+    config.serverPath = QStringLiteral("/");
+    start();
+    settle();
+    EXPECT_EQ(model->serverVersioning(), std::nullopt);
+    EXPECT_EQ(versioningQuestions(), 0);
+    EXPECT_EQ(questions(server), 1);
+}
+
+TEST_F(Quota, otherServersAreNotAskedForVersioning)
+{
+    connectServer();
+    for (const ServerKind kind : {ServerKind::sftp, ServerKind::webdav, ServerKind::smb}) {
+        config.serverKind = kind;
+        start();
+        settle();
+        EXPECT_EQ(versioningQuestions(), 0);
+        EXPECT_EQ(model->serverVersioning(), std::nullopt);
+    }
+}
+
+TEST_F(Quota, aQuestionUnderWayKeepsTheSettingsThatItBeganWith)
+{
+    connectServer();
+    config.serverKind = ServerKind::s3;
+    config.serverPath = QStringLiteral("first/x");
+    tellVersioning(QStringLiteral("first"), QStringLiteral("Enabled"));
+    tools.holdRclone();
+    start();
+    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    change([](AppConfig &settings) { settings.serverPath = QStringLiteral("second/x"); });
+    tools.letGo();
+    settle();
+    EXPECT_EQ(model->serverVersioning(), QStringLiteral("Enabled"));
+}
+
+TEST_F(Quota, theWindowGoesOnMeanwhileAndTheModelMayGo)
+{
+    tools.connectRemotes();
+    tell(drive, 5, 15);
+    tools.holdRclone();
+    start();
+    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    EXPECT_EQ(model->driveQuota(), std::nullopt);
+    model.reset();
+    tools.letGo();
+    settle();
+    // The work came to its end, and nobody was there to take it.
+    EXPECT_EQ(questions(server), 1);
+}
+
+} // namespace
