@@ -63,3 +63,9 @@ void SmallDisk::makeRoom() const
 {
     QFile::remove(m_folder + QLatin1String("/filling"));
 }
+
+bool SmallDisk::makeReadOnly() const
+{
+    return ::mount("none", QFile::encodeName(m_folder).constData(), nullptr, MS_REMOUNT | MS_RDONLY,
+                   nullptr) == 0;
+}

@@ -22,6 +22,8 @@ public:
     void fill() const;
     /// Gives back what fill() took.
     void makeRoom() const;
+    /// Lets nobody write on it any more; false when that failed.
+    [[nodiscard]] bool makeReadOnly() const;
 
 private:
     QString m_folder;

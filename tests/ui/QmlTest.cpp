@@ -1,48 +1,12 @@
+#include "tests/ui/Eye.h"
+#include "tests/ui/ScreenReader.h"
+
 #include <QAccessible>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QTemporaryDir>
 #include <QtQuickTest>
 
 // Runs a file of tests written in QML, in a home of its own.
-
-/// What a screen reader sees of an item and does to it.
-class ScreenReader : public QObject
-{
-    Q_OBJECT
-
-public:
-    using QObject::QObject;
-
-    Q_INVOKABLE static int role(QQuickItem *item) { return seen(item)->role(); }
-    Q_INVOKABLE static QString name(QQuickItem *item)
-    {
-        return seen(item)->text(QAccessible::Name);
-    }
-    Q_INVOKABLE static QString description(QQuickItem *item)
-    {
-        return seen(item)->text(QAccessible::Description);
-    }
-    Q_INVOKABLE static bool checked(QQuickItem *item) { return seen(item)->state().checked; }
-    Q_INVOKABLE static QVariant value(QQuickItem *item)
-    {
-        QAccessibleValueInterface *value = seen(item)->valueInterface();
-        return value != nullptr ? value->currentValue() : QVariant();
-    }
-    Q_INVOKABLE static void perform(QQuickItem *item, const QString &action)
-    {
-        QAccessibleActionInterface *actions = seen(item)->actionInterface();
-        if (actions != nullptr) {
-            actions->doAction(action);
-        }
-    }
-
-private:
-    static QAccessibleInterface *seen(QQuickItem *item)
-    {
-        return QAccessible::queryAccessibleInterface(item);
-    }
-};
 
 class Setup : public QObject
 {
@@ -54,10 +18,12 @@ public Q_SLOTS:
     {
         engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
         qmlRegisterSingletonInstance("Vellomar.Testing", 1, 0, "ScreenReader", &m_reader);
+        qmlRegisterSingletonInstance("Vellomar.Testing", 1, 0, "Eye", &m_eye);
     }
 
 private:
     ScreenReader m_reader;
+    Eye m_eye;
 };
 
 int main(int argc, char *argv[])

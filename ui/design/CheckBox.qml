@@ -8,11 +8,14 @@ T.CheckBox {
 
     property bool ringed: visualFocus
 
-    // What a click does, for keys and screen readers that the template doesn't hear in full.
-    function press() {
-        toggle();
-        toggled();
-        clicked();
+    // What a click does, for what the template doesn't hear in full: Return, once however long it
+    // is held, and the screen reader, which finds disabled controls too.
+    function press(repeated: bool) {
+        if (enabled && !repeated) {
+            toggle();
+            toggled();
+            clicked();
+        }
     }
 
     focusPolicy: Qt.TabFocus
@@ -20,14 +23,14 @@ T.CheckBox {
     implicitHeight: 17
     opacity: enabled ? 1 : 0.38
 
-    Keys.onReturnPressed: control.press()
-    Keys.onEnterPressed: control.press()
+    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
+    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: checked
-    Accessible.onPressAction: control.press()
-    Accessible.onToggleAction: control.press()
+    Accessible.onPressAction: control.press(false)
+    Accessible.onToggleAction: control.press(false)
 
     indicator: Item {
         implicitWidth: 17

@@ -12,10 +12,11 @@ Item {
     property color color: Theme.text
     property real minimumScale: 1
 
+    // That of the zero; a single digit with more air around it would tear all others apart.
     readonly property real digitWidth: {
-        let widest = 0;
-        for (const digit of "0123456789") {
-            widest = Math.max(widest, metrics.advanceWidth(digit));
+        let widest = metrics.advanceWidth("0");
+        for (const digit of "123456789") {
+            widest = Math.max(widest, metrics.tightBoundingRect(digit).width);
         }
         return widest;
     }

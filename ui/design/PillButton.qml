@@ -20,6 +20,14 @@ T.Button {
         Ease { time: 100 }
     }
 
+    // A click by what the template doesn't hear: Return, once however long it is held, and the
+    // screen reader, which finds disabled buttons too.
+    function press(repeated: bool) {
+        if (enabled && !repeated) {
+            clicked();
+        }
+    }
+
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     horizontalPadding: large ? 34 : 16
@@ -36,10 +44,10 @@ T.Button {
         Ease {}
     }
 
-    Keys.onReturnPressed: control.clicked()
-    Keys.onEnterPressed: control.clicked()
+    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
+    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.Button
-    Accessible.onPressAction: control.clicked()
+    Accessible.onPressAction: control.press(false)
     Accessible.name: text
 
     contentItem: Label {

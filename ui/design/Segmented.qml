@@ -1,11 +1,12 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 
 // One choice of a few, all in sight. It shows the selection that it is given and asks for another
 // by chosen(); whoever uses it decides.
-T.Control {
+//
+// A plain item: a control without a role of its own would overrule the one given here.
+Item {
     id: control
 
     // A list of {value, label}.
@@ -14,6 +15,8 @@ T.Control {
     required property string name
 
     signal chosen(value: var)
+
+    readonly property alias contentItem: row
 
     // What the keyboard reaches: the selected option, or the first if none is.
     readonly property int current: Math.max(0, options.findIndex(o => o.value === selection))
@@ -30,26 +33,30 @@ T.Control {
     function step(by: int) {
         const next = current + by;
         if (next >= 0 && next < options.length) {
-            (contentItem.children[next] as Item).forceActiveFocus(Qt.TabFocusReason);
+            (row.children[next] as Item).forceActiveFocus(Qt.TabFocusReason);
             choose(next);
         }
     }
 
-    padding: 3
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    implicitWidth: row.implicitWidth + 6
+    implicitHeight: row.implicitHeight + 6
     opacity: enabled ? 1 : 0.38
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
-    background: Surface {
+    Surface {
+        anchors.fill: parent
         radius: height / 2
         fill: Theme.flat(Theme.black(0.24))
         rim: Theme.vertical(Theme.black(0.2), Theme.white(0.1))
         rimWidth: 1
     }
 
-    contentItem: Row {
+    Row {
+        id: row
+
+        x: 3
+        y: 3
         spacing: 2
 
         Repeater {

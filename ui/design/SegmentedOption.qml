@@ -9,6 +9,13 @@ T.RadioButton {
     required property bool selected
     property bool ringed: visualFocus
 
+    // The screen reader finds disabled options too.
+    function press() {
+        if (enabled) {
+            clicked();
+        }
+    }
+
     // Checked is what is selected, and not what was clicked last.
     checked: selected
     autoExclusive: false
@@ -22,14 +29,14 @@ T.RadioButton {
     font.pixelSize: 12
     font.weight: Font.DemiBold
 
-    Keys.onReturnPressed: option.clicked()
-    Keys.onEnterPressed: option.clicked()
+    Keys.onReturnPressed: option.press()
+    Keys.onEnterPressed: option.press()
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: selected
-    Accessible.onPressAction: option.clicked()
-    Accessible.onToggleAction: option.clicked()
+    Accessible.onPressAction: option.press()
+    Accessible.onToggleAction: option.press()
 
     contentItem: Label {
         text: option.text

@@ -2,22 +2,65 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A sheet over the window: nothing behind it can be reached while it is up, Escape closes it.
+// A sheet over the window: nothing behind it can be reached while it is up. It is never higher than
+// the window; what doesn't fit scrolls. It doesn't close by itself: the one who shows it also says
+// when it goes.
 T.Popup {
     id: sheet
 
     required property string name
+    property Item first: null // has the keyboard when the sheet comes up
+    readonly property real margin: 26
+    readonly property real distance: 24 // from the window's edges
+    default property alias content: body.data
+    readonly property alias scrolling: flickable
+    readonly property Item focused: parent ? parent.Window.activeFocusItem : null
+    property Item before: null // had the keyboard when this came up
+    property Item behind: null // the last one outside of all sheets that had it
+    property bool ringed: false // whether the keyboard came in with its ring
+
+    // By Escape or a cross: the person wants it closed.
+    signal dismissed()
+
+    function isBehind(item: Item): bool {
+        for (let i = item; i !== null; i = i.parent) {
+            if (i === parent) {
+                return false;
+            }
+        }
+        return item !== null && item !== parent.Window.contentItem;
+    }
+
+    // What the keyboard goes to is brought into sight.
+    function reveal(item: Item) {
+        if (!flickable.interactive || item === null || !flickable.holds(item)) {
+            return;
+        }
+        const place = item.mapToItem(flickable.contentItem, 0, 0);
+        const top = Math.max(0, place.y - sheet.margin);
+        const bottom = Math.min(flickable.contentHeight, place.y + item.height + sheet.margin);
+        if (top < flickable.contentY) {
+            flickable.contentY = top;
+        } else if (bottom > flickable.contentY + flickable.height) {
+            flickable.contentY = bottom - flickable.height;
+        }
+    }
 
     parent: T.Overlay.overlay
-    anchors.centerIn: parent
-    padding: 26
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round((parent.height - height) / 2) : 0
+    height: parent ? Math.min(implicitHeight, parent.height - 2 * distance) : implicitHeight
+    implicitHeight: Math.ceil(body.implicitHeight) + 2 * margin
     modal: true
     focus: true
-    closePolicy: T.Popup.CloseOnEscape
+    closePolicy: T.Popup.NoAutoClose
 
     T.Overlay.modal: Rectangle {
         color: Theme.black(0.45)
+
+        Behavior on opacity {
+            Ease {}
+        }
     }
 
     enter: Transition {
@@ -27,10 +70,61 @@ T.Popup {
         Ease { property: "opacity"; to: 0 }
     }
 
+    onAboutToShow: {
+        flickable.contentY = 0;
+        before = focused;
+        ringed = (focused as T.Control)?.visualFocus ?? false;
+        first?.forceActiveFocus(ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
+    }
+    onAboutToHide: {
+        // Another sheet may be on top and keep the keyboard; the one below may be gone.
+        const idle = focused === null || focused === parent.Window.contentItem;
+        const place = before?.visible ? before : behind;
+        if (idle && place?.visible) {
+            place.forceActiveFocus(ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
+        }
+    }
+    onFocusedChanged: {
+        if (isBehind(focused)) {
+            behind = focused;
+        }
+        reveal(focused);
+    }
+
     background: SheetGround {}
-    contentItem: Column {
-        spacing: 18
+    contentItem: Item {
         Accessible.role: Accessible.Dialog
         Accessible.name: sheet.name
+        Keys.onEscapePressed: sheet.dismissed()
+    }
+
+    Flickable {
+        id: flickable
+
+        function holds(item: Item): bool {
+            for (let i = item; i !== null; i = i.parent) {
+                if (i === body) {
+                    return true;
+                }
+            }
+            return false;
+        }
+
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: sheet.implicitHeight
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
+        clip: interactive
+        T.ScrollBar.vertical: ScrollBar {}
+
+        Column {
+            id: body
+
+            x: sheet.margin
+            y: sheet.margin
+            width: flickable.width - 2 * sheet.margin
+            spacing: 18
+        }
     }
 }

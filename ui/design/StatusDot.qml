@@ -26,6 +26,7 @@ Row {
         font.pixelSize: 12
         color: Theme.secondary
         elide: Text.ElideRight
+        maximumLineCount: 1
         Accessible.ignored: true
     }
 }

@@ -32,9 +32,10 @@ T.Slider {
         }
     }
 
-    // Asks for the option at a stop, unless it is the current one already.
+    // Asks for the option at a stop, unless it is the current one already. The screen reader finds
+    // disabled sliders too.
     function choose(stop: int) {
-        if (stop >= 0 && stop < options.length && options[stop].value !== selection) {
+        if (enabled && stop >= 0 && stop < options.length && options[stop].value !== selection) {
             chosen(options[stop].value);
         }
     }

@@ -34,6 +34,11 @@ QByteArray drawing(const QString &name, int weight)
                                   "stroke-width=\"" +
                                   QByteArray::number(width) + "\" ";
         svg.replace("<svg ", stroke);
+        // Room for the half of it that is beyond the drawing's own edge.
+        const QByteArray room =
+            "viewBox=\"" + QByteArray::number(-width / 2) + ' ' + QByteArray::number(-width / 2) +
+            ' ' + QByteArray::number(16 + width) + ' ' + QByteArray::number(16 + width) + '"';
+        svg.replace("viewBox=\"0 0 16 16\"", room);
     }
     return svg;
 }
@@ -89,7 +94,10 @@ QImage Symbol::picture(const QString &name, int pixels, int weight, const QColor
     } else if (!name.isEmpty()) {
         qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
     }
-    store.insert(key, new QImage(image), std::max(1, static_cast<int>(image.sizeInBytes() / 1024)));
+    // A huge one, shown once, would push out all others.
+    if (const qsizetype kilobytes = image.sizeInBytes() / 1024; kilobytes < 1'024) {
+        store.insert(key, new QImage(image), std::max(1, static_cast<int>(kilobytes)));
+    }
     return image;
 }
 

@@ -7,9 +7,11 @@ set(symbols
   checkmark.circle=check-circle
   checkmark.circle.fill=check-circle-fill
   checkmark.shield=shield-check
+  chevron.down=chevron-down
   chevron.right=chevron-right
   clock.arrow.circlepath=clock-history
   cloud=cloud
+  ellipsis=three-dots
   exclamationmark.circle.fill=exclamation-circle-fill
   exclamationmark.shield=shield-exclamation
   exclamationmark.triangle=exclamation-triangle

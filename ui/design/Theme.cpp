@@ -100,6 +100,16 @@ VerticalGradient Theme::knobGradient()
     return vertical(white(1), gray(0.84));
 }
 
+VerticalGradient Theme::bezelGradient()
+{
+    return vertical(rgb(0.135, 0.375, 0.405), rgb(0.045, 0.165, 0.185));
+}
+
+VerticalGradient Theme::wellGradient()
+{
+    return vertical(rgb(0.03, 0.125, 0.14), rgb(0.065, 0.225, 0.245));
+}
+
 QString Theme::textFamily()
 {
     return familyOr(QStringLiteral("Inter"), systemFamily());

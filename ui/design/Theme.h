@@ -31,6 +31,8 @@ class Theme : public QObject
     Q_PROPERTY(VerticalGradient panelGradient READ panelGradient CONSTANT FINAL)
     Q_PROPERTY(VerticalGradient rim READ rim CONSTANT FINAL)
     Q_PROPERTY(VerticalGradient knobGradient READ knobGradient CONSTANT FINAL)
+    Q_PROPERTY(VerticalGradient bezelGradient READ bezelGradient CONSTANT FINAL)
+    Q_PROPERTY(VerticalGradient wellGradient READ wellGradient CONSTANT FINAL)
 
     Q_PROPERTY(QString textFamily READ textFamily CONSTANT FINAL)
     Q_PROPERTY(QString roundedFamily READ roundedFamily CONSTANT FINAL)
@@ -54,6 +56,8 @@ public:
     static VerticalGradient panelGradient();
     static VerticalGradient rim(); ///< light caught by the upper edge of a panel
     static VerticalGradient knobGradient();
+    static VerticalGradient bezelGradient(); ///< ground of the dial
+    static VerticalGradient wellGradient();  ///< the recessed disc in it
 
     /// Inter, or the system's own where it isn't installed.
     static QString textFamily();

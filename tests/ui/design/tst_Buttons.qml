@@ -89,6 +89,7 @@ Item {
             const button = made(data.component, {enabled: false});
             fuzzyCompare(button.opacity, 0.38, 1e-6);
             mouseClick(button);
+            ScreenReader.perform(button, "Press");
             compare(clicks.count, 0);
             mouseMove(button, 5, 5);
             compare(button.scale, 1);

@@ -63,6 +63,7 @@ Item {
         Sheet {
             name: "Kit di recupero"
             width: 300
+            onDismissed: close()
             PillButton { objectName: "button"; text: "Continua"; focus: true }
         }
     }

@@ -1,0 +1,187 @@
+#include "tests/ui/ScreenReader.h"
+
+#include <QAccessible>
+#include <QMetaEnum>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <algorithm>
+
+namespace {
+
+QAccessibleInterface *seen(QObject *object)
+{
+    return QAccessible::queryAccessibleInterface(object);
+}
+
+QString line(QAccessibleInterface *element)
+{
+    const auto roles = QMetaEnum::fromType<QAccessible::Role>();
+    return QLatin1String(roles.valueToKey(element->role())) + QLatin1String(": ") +
+           element->text(QAccessible::Name);
+}
+
+/// An element and all below it, as far as they are on show.
+void collect(QAccessibleInterface *element, QList<QAccessibleInterface *> &elements)
+{
+    if (element == nullptr || element->state().invisible) {
+        return;
+    }
+    elements.append(element);
+    for (int i = 0; i < element->childCount(); ++i) {
+        collect(element->child(i), elements);
+    }
+}
+
+QQuickItem *rootItem(QObject *root)
+{
+    auto *window = qobject_cast<QQuickWindow *>(root);
+    return window != nullptr ? window->contentItem() : qobject_cast<QQuickItem *>(root);
+}
+
+QList<QAccessibleInterface *> elements(QObject *root)
+{
+    QList<QAccessibleInterface *> list;
+    QAccessibleInterface *own = seen(root);
+    if (own != nullptr && own->window() != nullptr && own->object() == own->window()) {
+        for (int i = 0; i < own->childCount(); ++i) {
+            collect(own->child(i), list);
+        }
+    } else {
+        collect(own, list);
+    }
+    return list;
+}
+
+bool isPressed(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::Button:
+    case QAccessible::ButtonMenu:
+    case QAccessible::CheckBox:
+    case QAccessible::MenuItem:
+    case QAccessible::PageTab:
+    case QAccessible::RadioButton:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QStringList actions(QAccessibleInterface *element)
+{
+    QAccessibleActionInterface *actions = element->actionInterface();
+    return actions != nullptr ? actions->actionNames() : QStringList();
+}
+
+/// Whether the name, description or value of one of the elements says the text.
+bool isTold(const QString &text, const QList<QAccessibleInterface *> &elements)
+{
+    for (QAccessibleInterface *element : elements) {
+        for (const auto part : {QAccessible::Name, QAccessible::Description, QAccessible::Value}) {
+            if (element->text(part).contains(text, Qt::CaseInsensitive)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void examine(QQuickItem *item, const QList<QAccessibleInterface *> &elements, QStringList &faults)
+{
+    if (!item->isVisible() || qFuzzyIsNull(item->opacity())) {
+        return;
+    }
+    const bool isMet =
+        std::any_of(elements.cbegin(), elements.cend(),
+                    [item](QAccessibleInterface *element) { return element->object() == item; });
+    if (item->activeFocusOnTab() && item->isEnabled() && !isMet) {
+        faults.append(QStringLiteral("the keyboard reaches a %1 that isn't told")
+                          .arg(QLatin1String(item->metaObject()->className())));
+    }
+    if (item->inherits("QQuickText")) {
+        const QString text = item->property("text").toString().trimmed();
+        if (!text.isEmpty() && !isTold(text, elements)) {
+            faults.append(QStringLiteral("the text \"%1\" isn't told").arg(text));
+        }
+    }
+    for (QQuickItem *child : item->childItems()) {
+        examine(child, elements, faults);
+    }
+}
+
+} // namespace
+
+int ScreenReader::role(QQuickItem *item)
+{
+    return seen(item)->role();
+}
+
+QString ScreenReader::name(QQuickItem *item)
+{
+    return seen(item)->text(QAccessible::Name);
+}
+
+QString ScreenReader::description(QQuickItem *item)
+{
+    return seen(item)->text(QAccessible::Description);
+}
+
+bool ScreenReader::checked(QQuickItem *item)
+{
+    return seen(item)->state().checked;
+}
+
+bool ScreenReader::selected(QQuickItem *item)
+{
+    return seen(item)->state().selected;
+}
+
+QVariant ScreenReader::value(QQuickItem *item)
+{
+    QAccessibleValueInterface *value = seen(item)->valueInterface();
+    return value != nullptr ? value->currentValue() : QVariant();
+}
+
+void ScreenReader::perform(QQuickItem *item, const QString &action)
+{
+    QAccessibleActionInterface *actions = seen(item)->actionInterface();
+    if (actions != nullptr) {
+        actions->doAction(action);
+    }
+}
+
+QStringList ScreenReader::tree(QObject *root)
+{
+    QStringList lines;
+    for (QAccessibleInterface *element : elements(root)) {
+        lines.append(line(element));
+    }
+    return lines;
+}
+
+QStringList ScreenReader::faults(QObject *root)
+{
+    QStringList faults;
+    const QList<QAccessibleInterface *> met = elements(root);
+    for (QAccessibleInterface *element : met) {
+        if (element->role() == QAccessible::NoRole || element->role() == QAccessible::Client) {
+            faults.append(QStringLiteral("no role: ") + line(element));
+        }
+        if (element->text(QAccessible::Name).trimmed().isEmpty() &&
+            element->role() != QAccessible::Separator) {
+            faults.append(QStringLiteral("no name: ") + line(element));
+        }
+        if (isPressed(element->role()) && !element->state().disabled &&
+            !actions(element).contains(QAccessibleActionInterface::pressAction())) {
+            faults.append(QStringLiteral("can't be pressed: ") + line(element));
+        }
+    }
+    if (met.isEmpty()) {
+        faults.append(QStringLiteral("nothing is told"));
+    }
+    if (QQuickItem *item = rootItem(root)) {
+        examine(item, met, faults);
+    }
+    return faults;
+}

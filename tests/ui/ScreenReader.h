@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+class QAccessibleInterface;
+class QQuickItem;
+
+/// What a screen reader sees of an item and does to it. QML tests know it as the singleton
+/// ScreenReader of Vellomar.Testing.
+class ScreenReader : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    Q_INVOKABLE static int role(QQuickItem *item);
+    Q_INVOKABLE static QString name(QQuickItem *item);
+    Q_INVOKABLE static QString description(QQuickItem *item);
+    Q_INVOKABLE static bool checked(QQuickItem *item);
+    Q_INVOKABLE static bool selected(QQuickItem *item);
+    Q_INVOKABLE static QVariant value(QQuickItem *item);
+    Q_INVOKABLE static void perform(QQuickItem *item, const QString &action);
+
+    /// All that is on show in an item or a window, in order, each as "Role: name".
+    Q_INVOKABLE static QStringList tree(QObject *root);
+    /// What is wrong with that: elements without a role or a name, controls that nothing can be
+    /// done to, what the keyboard reaches but the reader doesn't, and texts on show that are in no
+    /// name and no description.
+    Q_INVOKABLE static QStringList faults(QObject *root);
+};
