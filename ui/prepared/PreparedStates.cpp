@@ -164,6 +164,13 @@ Shown stale()
     return shown;
 }
 
+Shown staleRunning()
+{
+    Shown shown = stale();
+    shown.status = running();
+    return shown;
+}
+
 Shown failed()
 {
     Shown shown = well();
@@ -216,14 +223,20 @@ struct Entry
 
 const QList<Entry> &entries()
 {
-    static const QList<Entry> list{
-        {QStringLiteral("fresh"), fresh},       {QStringLiteral("kit"), kit},
-        {QStringLiteral("waiting"), waiting},   {QStringLiteral("launching"), launching},
-        {QStringLiteral("scanning"), scanning}, {QStringLiteral("running"), runningNow},
-        {QStringLiteral("well"), well},         {QStringLiteral("single"), single},
-        {QStringLiteral("access"), access},     {QStringLiteral("stale"), stale},
-        {QStringLiteral("failed"), failed},     {QStringLiteral("keyError"), keyError},
-        {QStringLiteral("long"), longTexts}};
+    static const QList<Entry> list{{QStringLiteral("fresh"), fresh},
+                                   {QStringLiteral("kit"), kit},
+                                   {QStringLiteral("waiting"), waiting},
+                                   {QStringLiteral("launching"), launching},
+                                   {QStringLiteral("scanning"), scanning},
+                                   {QStringLiteral("running"), runningNow},
+                                   {QStringLiteral("well"), well},
+                                   {QStringLiteral("single"), single},
+                                   {QStringLiteral("access"), access},
+                                   {QStringLiteral("stale"), stale},
+                                   {QStringLiteral("staleRunning"), staleRunning},
+                                   {QStringLiteral("failed"), failed},
+                                   {QStringLiteral("keyError"), keyError},
+                                   {QStringLiteral("long"), longTexts}};
     return list;
 }
 

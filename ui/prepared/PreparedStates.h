@@ -16,6 +16,7 @@ namespace PreparedStates {
 /// - "single": a disk alone, of the same machine's;
 /// - "access": without access to the whole disk;
 /// - "stale": no good backup for days;
+/// - "staleRunning": the same, with a backup that runs now;
 /// - "failed": a failed backup, a failed verification, a repository that can't be read;
 /// - "keyError": the key store doesn't answer;
 /// - "long": every text as long as it can get, with markup and odd signs.

@@ -1,0 +1,393 @@
+#include "ui/glance/Summary.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/ModelFixture.h"
+#include "ui/prepared/NotedDesktop.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// What a summary tells of, in order.
+class Told
+{
+public:
+    explicit Told(const Summary &summary)
+    {
+        note(summary, &Summary::modelChanged, "model");
+        note(summary, &Summary::ticksChanged, "ticks");
+        note(summary, &Summary::checksChanged, "checks");
+        note(summary, &Summary::panelDestinationsChanged, "destinations");
+        note(summary, &Summary::changed, "rest");
+    }
+
+    std::vector<std::string> take() { return std::exchange(m_words, {}); }
+
+private:
+    template <typename Signal>
+    void note(const Summary &summary, Signal signal, const char *word)
+    {
+        QObject::connect(&summary, signal, &m_context,
+                         [this, word] { m_words.emplace_back(word); });
+    }
+
+    QObject m_context;
+    std::vector<std::string> m_words;
+};
+
+using Words = std::vector<std::string>;
+
+class SummaryTest : public testing::Test
+{
+protected:
+    SummaryTest()
+    {
+        shown.config.localEnabled = true;
+        shown.config.driveEnabled = true;
+        shown.config.keySaved = true;
+        show();
+        summary.setModel(model.get());
+        told.take();
+    }
+
+    void show() { model->show(shown); }
+
+    /// A version on the disk, so many minutes ago.
+    void store(qint64 minutesAgo)
+    {
+        Snap version;
+        version.date = Clock::now().addSecs(-60 * minutesAgo);
+        shown.repos[DestinationID::local].snapshots.append(version);
+    }
+
+    void run(double percent)
+    {
+        shown.status = RunStatus();
+        shown.status->destination = DestinationID::drive;
+        shown.status->phase = QStringLiteral("Copia dei file");
+        shown.status->percent = percent;
+    }
+
+    void record(qint64 minutesAgo, Outcome outcome, const std::optional<QString> &kind = {})
+    {
+        RunRecord made;
+        made.id = QUuid::createUuid();
+        made.date = Clock::now().addSecs(-60 * minutesAgo);
+        made.outcome = outcome;
+        made.kind = kind;
+        shown.history.prepend(made);
+    }
+
+    [[nodiscard]] QList<qsizetype> litTicks() const
+    {
+        const QList<bool> ticks = summary.litTicks();
+        QList<qsizetype> lit;
+        for (qsizetype i = 0; i < ticks.size(); ++i) {
+            if (ticks[i]) {
+                lit.append(i);
+            }
+        }
+        return lit;
+    }
+
+    [[nodiscard]] std::string detailOf(const QString &id) const
+    {
+        for (const CheckView &check : summary.checks()) {
+            if (check.id == id) {
+                return check.detail.toStdString();
+            }
+        }
+        return {};
+    }
+
+    TestApplication application;
+    ManualClock clock{QDateTime(QDate(2026, 7, 15), QTime(12, 0)).toUTC()};
+    ScopedClock clockInForce{clock};
+    AppModel::Shown shown;
+    std::shared_ptr<NotedDesktop> desktop = std::make_shared<NotedDesktop>();
+    std::unique_ptr<AppModel> model = std::make_unique<AppModel>(desktop, AppModel::Shown());
+    Summary summary;
+    Told told{summary};
+};
+
+TEST_F(SummaryTest, withoutAModelItSaysWhatAFreshInstallationIs)
+{
+    const Summary alone;
+    EXPECT_EQ(alone.title().toStdString(), "Nessuna destinazione configurata");
+    EXPECT_EQ(alone.dialValue().toStdString(), "--");
+    EXPECT_EQ(alone.litTicks(), QList<bool>(48, false));
+    EXPECT_EQ(alone.action(), Summary::Action::Choose);
+    EXPECT_EQ(alone.checks().size(), 4);
+}
+
+TEST_F(SummaryTest, aFreshInstallationWithoutAccessHasThreeThingsToPutInOrder)
+{
+    shown.config = AppConfig();
+    shown.fullDiskAccess = false;
+    show();
+    EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
+    EXPECT_EQ(summary.dialValue().toStdString(), "--");
+    EXPECT_EQ(summary.dialCaption().toStdString(), "nessun backup");
+    EXPECT_EQ(summary.actionLabel().toStdString(), "Scegli una destinazione");
+    EXPECT_EQ(litTicks(), QList<qsizetype>());
+    EXPECT_EQ(summary.checks().size(), 4);
+    EXPECT_EQ(summary.badge().toStdString(), "3 da sistemare");
+}
+
+TEST_F(SummaryTest, aRunReachesIt)
+{
+    run(0.5);
+    show();
+    EXPECT_EQ(told.take(), Words({"ticks", "rest"}));
+    EXPECT_EQ(summary.dialValue().toStdString(), "50%");
+    EXPECT_EQ(summary.dialCaption().toStdString(), "Copia dei file");
+    EXPECT_EQ(summary.percent(), 0.5);
+    EXPECT_TRUE(summary.isRunning());
+    EXPECT_EQ(summary.actionLabel().toStdString(), "Interrompi");
+}
+
+TEST_F(SummaryTest, aLaunchReachesIt)
+{
+    shown.launching = true;
+    show();
+    EXPECT_EQ(told.take(), Words({"rest"}));
+    EXPECT_EQ(summary.dialValue().toStdString(), "...");
+    EXPECT_EQ(summary.actionLabel().toStdString(), "Avvio in corso...");
+    EXPECT_FALSE(summary.isRunning());
+}
+
+TEST_F(SummaryTest, anotherSettingReachesIt)
+{
+    AppConfig config = model->config();
+    config.keepDays = -1;
+    config.driveEnabled = false;
+    model->setConfig(config);
+    EXPECT_EQ(told.take(), Words({"checks", "destinations"}));
+    EXPECT_EQ(detailOf(QStringLiteral("versions")), "Un file rovinato non si recupera più");
+    EXPECT_EQ(summary.panelDestinations(), QList<int>({0}));
+    EXPECT_EQ(summary.badge().toStdString(), "2 da sistemare");
+    EXPECT_FALSE(summary.isProtectedWell());
+}
+
+TEST_F(SummaryTest, theHistoryReachesIt)
+{
+    record(5, Outcome::ok);
+    show();
+    EXPECT_EQ(told.take(), Words({"rest"}));
+    EXPECT_EQ(summary.dialValue().toStdString(), "5 min");
+    record(3, Outcome::ok, QStringLiteral("check"));
+    show();
+    EXPECT_EQ(told.take(), Words({"checks"}));
+    EXPECT_EQ(summary.checks().size(), 5);
+}
+
+TEST_F(SummaryTest, theVersionsReachIt)
+{
+    store(30);
+    show();
+    EXPECT_EQ(told.take(), Words({"ticks"}));
+    EXPECT_EQ(litTicks(), QList<qsizetype>({23}));
+}
+
+TEST_F(SummaryTest, accessToTheDiskReachesIt)
+{
+    shown.fullDiskAccess = false;
+    show();
+    EXPECT_EQ(told.take(), Words({"checks"}));
+    EXPECT_EQ(detailOf(QStringLiteral("access")), "Mail, Safari e Messaggi restano fuori");
+}
+
+TEST_F(SummaryTest, nothingIsToldWhenAllIsAsBefore)
+{
+    run(0.5);
+    record(5, Outcome::ok);
+    store(30);
+    show();
+    told.take();
+    show();
+    Q_EMIT model->statusChanged();
+    Q_EMIT model->summaryChanged();
+    Q_EMIT model->minutePassed();
+    EXPECT_EQ(told.take(), Words());
+}
+
+TEST_F(SummaryTest, aSecondOfARunTellsOfNothingElse)
+{
+    run(0.51);
+    show();
+    told.take();
+    shown.status->percent = 0.52;
+    show();
+    EXPECT_EQ(told.take(), Words({"rest"}));
+    shown.status->percent = 0.53;
+    show();
+    EXPECT_EQ(told.take(), Words({"ticks", "rest"}));
+}
+
+TEST_F(SummaryTest, whoDrawsTheTicksFindsThePercentThatTheyAreFor)
+{
+    double found = -1;
+    QObject::connect(&summary, &Summary::ticksChanged, model.get(),
+                     [&] { found = summary.percent(); });
+    run(0.3);
+    show();
+    EXPECT_EQ(found, 0.3);
+}
+
+TEST_F(SummaryTest, aMinuteMovesTheMarker)
+{
+    EXPECT_EQ(summary.nowFraction(), 0.5);
+    clock.advance(std::chrono::minutes(1));
+    Q_EMIT model->minutePassed();
+    EXPECT_EQ(told.take(), Words({"rest"}));
+    EXPECT_EQ(summary.nowFraction(), 721.0 / 1440);
+}
+
+TEST_F(SummaryTest, theTickOfAVersionGoesOutAfterADay)
+{
+    store(0);
+    show();
+    told.take();
+    clock.advance(std::chrono::hours(24));
+    Q_EMIT model->minutePassed();
+    EXPECT_EQ(told.take(), Words({"ticks"}));
+    EXPECT_EQ(litTicks(), QList<qsizetype>());
+}
+
+TEST_F(SummaryTest, theRingFillsWithTheRunWhateverVersionsThereAre)
+{
+    store(30);
+    const auto lit = [this](double percent) {
+        run(percent);
+        show();
+        return litTicks().size();
+    };
+    EXPECT_EQ(lit(-1), 0);
+    EXPECT_EQ(lit(0), 0);
+    EXPECT_EQ(lit(1e-9), 1);
+    EXPECT_EQ(lit(0.5), 24);
+    EXPECT_EQ(lit(1), 48);
+    EXPECT_EQ(lit(7), 48);
+    shown.status.reset();
+    show();
+    EXPECT_EQ(litTicks(), QList<qsizetype>({23}));
+}
+
+TEST_F(SummaryTest, aModelThatGoesAwayLeavesNothingBehind)
+{
+    run(0.5);
+    show();
+    told.take();
+    model.reset();
+    EXPECT_EQ(told.take(), Words({"model", "ticks", "checks", "rest"}));
+    EXPECT_EQ(summary.model(), nullptr);
+    EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
+    summary.act();
+    summary.remedy(QStringLiteral("copies"));
+    EXPECT_EQ(told.take(), Words());
+}
+
+TEST_F(SummaryTest, aModelThatIsTakenAwayIsHeardNoMore)
+{
+    AppModel other(desktop, AppModel::Shown());
+    summary.setModel(&other);
+    EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
+    told.take();
+    run(0.5);
+    show();
+    model.reset();
+    EXPECT_EQ(told.take(), Words());
+    summary.setModel(&other);
+    EXPECT_EQ(told.take(), Words());
+}
+
+TEST_F(SummaryTest, withNoDestinationTheButtonLeadsToThem)
+{
+    shown.config = AppConfig();
+    show();
+    EXPECT_EQ(summary.actionLabel().toStdString(), "Scegli una destinazione");
+    summary.act();
+    EXPECT_EQ(model->section(), AppModel::Section::Destinations);
+    EXPECT_EQ(desktop->asked, QStringList());
+}
+
+TEST_F(SummaryTest, otherwiseItStartsABackup)
+{
+    EXPECT_EQ(summary.actionLabel().toStdString(), "Esegui backup ora");
+    summary.act();
+    EXPECT_TRUE(desktop->asked.contains(QStringLiteral("start")));
+    EXPECT_EQ(summary.action(), Summary::Action::Starting);
+    EXPECT_EQ(model->section(), AppModel::Section::Overview);
+}
+
+TEST_F(SummaryTest, whileOneStartsItDoesNothing)
+{
+    shown.launching = true;
+    show();
+    summary.act();
+    EXPECT_EQ(desktop->asked, QStringList());
+}
+
+TEST_F(SummaryTest, whileOneRunsItStopsIt)
+{
+    EngineLookalike engine;
+    run(0.5);
+    shown.status->pid = static_cast<std::int32_t>(engine.pid());
+    show();
+    summary.act();
+    EXPECT_TRUE(engine.wasEndedBySignal());
+    EXPECT_EQ(desktop->asked, QStringList());
+}
+
+TEST_F(SummaryTest, aKeyThatIsNotSavedIsMendedByTheKit)
+{
+    shown.config.keySaved = false;
+    show();
+    summary.remedy(QStringLiteral("key"));
+    EXPECT_TRUE(model->isShowingRecoveryKit());
+    EXPECT_EQ(model->section(), AppModel::Section::Overview);
+}
+
+TEST_F(SummaryTest, missingCopiesAreMendedAmongTheDestinations)
+{
+    shown.config.driveEnabled = false;
+    show();
+    summary.remedy(QStringLiteral("copies"));
+    EXPECT_EQ(model->section(), AppModel::Section::Destinations);
+}
+
+TEST_F(SummaryTest, missingVersionsAreMendedInTheSettings)
+{
+    shown.config.keepDays = -1;
+    show();
+    summary.remedy(QStringLiteral("versions"));
+    EXPECT_EQ(model->section(), AppModel::Section::Settings);
+}
+
+TEST_F(SummaryTest, missingAccessIsMendedInTheSystemsSettings)
+{
+    shown.fullDiskAccess = false;
+    show();
+    summary.remedy(QStringLiteral("access"));
+    EXPECT_EQ(desktop->asked, QStringList({QStringLiteral("settings")}));
+    EXPECT_EQ(model->section(), AppModel::Section::Overview);
+}
+
+TEST_F(SummaryTest, aFailedVerificationLeadsToTheActivity)
+{
+    record(3, Outcome::failed, QStringLiteral("check"));
+    show();
+    summary.remedy(QStringLiteral("integrity"));
+    EXPECT_EQ(model->section(), AppModel::Section::Activity);
+}
+
+TEST_F(SummaryTest, whatIsInOrderOrUnknownNeedsNoMending)
+{
+    for (const char *id : {"key", "copies", "versions", "access", "integrity", "", "other"}) {
+        summary.remedy(QString::fromLatin1(id));
+    }
+    EXPECT_EQ(model->section(), AppModel::Section::Overview);
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_EQ(desktop->asked, QStringList());
+}
+
+} // namespace

@@ -1,0 +1,202 @@
+#include "ui/glance/Summary.h"
+
+#include "platform/Clock.h"
+#include "ui/summary/DialFace.h"
+#include "ui/summary/ShellTexts.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Whether the value is another one than before.
+template <typename T>
+bool assign(T &field, const T &value)
+{
+    if (field == value) {
+        return false;
+    }
+    field = value;
+    return true;
+}
+
+} // namespace
+
+Summary::Summary(QObject *parent)
+    : QObject(parent)
+{
+    update();
+}
+
+void Summary::setModel(AppModel *model)
+{
+    if (m_model == model) {
+        return;
+    }
+    if (m_model) {
+        m_model->disconnect(this);
+    }
+    m_model = model;
+    if (model != nullptr) {
+        for (auto signal : {&AppModel::summaryChanged, &AppModel::minutePassed,
+                            &AppModel::fullDiskAccessChanged, &AppModel::reposChanged}) {
+            connect(model, signal, this, &Summary::update);
+        }
+        for (auto signal : {&AppModel::statusChanged, &AppModel::launchingChanged}) {
+            connect(model, signal, this, &Summary::updateRun);
+        }
+        connect(model, &QObject::destroyed, this, [this] {
+            Q_EMIT modelChanged();
+            update();
+        });
+    }
+    Q_EMIT modelChanged();
+    update();
+}
+
+void Summary::update()
+{
+    m_situation = m_model ? Situation::of(*m_model) : Situation();
+    QList<QDateTime> versions;
+    if (m_model) {
+        for (const RepoInfo &repo : m_model->repos()) {
+            for (const Snap &snapshot : repo.snapshots) {
+                versions.append(snapshot.date);
+            }
+        }
+    }
+    m_halfHours = DialFace::litSlots(versions, Clock::now());
+    tell();
+}
+
+// Once a second while a run goes on: neither the versions nor the disk are looked at for that.
+void Summary::updateRun()
+{
+    m_situation.status = m_model->status();
+    m_situation.launching = m_model->isLaunching();
+    tell();
+}
+
+void Summary::tell()
+{
+    QList<int> destinations;
+    for (const DestinationID destination : ShellTexts::panelDestinations(m_situation)) {
+        destinations.append(static_cast<int>(destination));
+    }
+    const bool isOther = assign(m_told, told());
+    const bool hasOtherTicks = assign(m_litTicks, ticks());
+    const bool hasOtherChecks = assign(m_checks, ProtectionChecks::checks(m_situation));
+    const bool hasOtherDestinations = assign(m_panelDestinations, destinations);
+    if (hasOtherTicks) {
+        Q_EMIT ticksChanged();
+    }
+    if (hasOtherChecks) {
+        Q_EMIT checksChanged();
+    }
+    if (hasOtherDestinations) {
+        Q_EMIT panelDestinationsChanged();
+    }
+    if (isOther) {
+        Q_EMIT changed();
+    }
+}
+
+Summary::Told Summary::told() const
+{
+    return {
+        .title = OverviewTexts::title(m_situation),
+        .detail = OverviewTexts::detail(m_situation),
+        .currentFile = OverviewTexts::currentFile(m_situation),
+        .action = static_cast<Action>(OverviewTexts::action(m_situation)),
+        .dialValue = DialFace::value(m_situation),
+        .dialCaption = DialFace::caption(m_situation),
+        .percent = m_situation.status ? m_situation.status->percent : 0,
+        .nowFraction = DialFace::nowFraction(Clock::now()),
+        .running = m_situation.status.has_value(),
+        .sidebarState = ShellTexts::sidebarState(m_situation),
+        .sidebarTone = ShellTexts::sidebarTone(m_situation),
+        .panelEyebrow = ShellTexts::panelEyebrow(m_situation),
+        .panelHeadline = ShellTexts::panelHeadline(m_situation),
+        .panelDetail = ShellTexts::panelDetail(m_situation),
+    };
+}
+
+QList<bool> Summary::ticks() const
+{
+    const auto percent =
+        m_situation.status ? std::optional(m_situation.status->percent) : std::nullopt;
+    QList<bool> lit;
+    for (int tick = 0; tick < DialFace::tickCount; ++tick) {
+        lit.append(DialFace::isLit(tick, percent, m_halfHours));
+    }
+    return lit;
+}
+
+QString Summary::actionLabel() const
+{
+    return OverviewTexts::label(static_cast<OverviewTexts::Action>(m_told.action));
+}
+
+QList<CheckView> Summary::checks() const
+{
+    return {m_checks.cbegin(), m_checks.cend()};
+}
+
+QString Summary::badge() const
+{
+    return ProtectionChecks::badge(m_checks);
+}
+
+bool Summary::isProtectedWell() const
+{
+    return std::all_of(m_checks.cbegin(), m_checks.cend(),
+                       [](const ProtectionChecks::Check &check) { return check.ok; });
+}
+
+void Summary::act()
+{
+    if (!m_model) {
+        return;
+    }
+    switch (action()) {
+    case Action::Choose:
+        m_model->setSection(AppModel::Section::Destinations);
+        return;
+    case Action::Start:
+        m_model->startBackup();
+        return;
+    case Action::Starting:
+        return;
+    case Action::Stop:
+        m_model->cancelBackup();
+        return;
+    }
+}
+
+void Summary::remedy(const QString &id)
+{
+    const auto check =
+        std::find_if(m_checks.cbegin(), m_checks.cend(),
+                     [&id](const ProtectionChecks::Check &row) { return row.id == id; });
+    if (!m_model || check == m_checks.cend()) {
+        return;
+    }
+    switch (check->remedy) {
+    case ProtectionChecks::Remedy::none:
+        return;
+    case ProtectionChecks::Remedy::recoveryKit:
+        m_model->openRecoveryKit();
+        return;
+    case ProtectionChecks::Remedy::destinations:
+        m_model->setSection(AppModel::Section::Destinations);
+        return;
+    case ProtectionChecks::Remedy::settings:
+        m_model->setSection(AppModel::Section::Settings);
+        return;
+    case ProtectionChecks::Remedy::access:
+        m_model->openFullDiskAccessSettings();
+        return;
+    case ProtectionChecks::Remedy::activity:
+        m_model->setSection(AppModel::Section::Activity);
+        return;
+    }
+}

@@ -1,0 +1,158 @@
+#pragma once
+
+#include "ui/summary/OverviewTexts.h"
+#include "ui/summary/ProtectionChecks.h"
+#include "ui/summary/Situation.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+/// One row of the protection panel, for QML.
+struct CheckView : ProtectionChecks::Check
+{
+    Q_GADGET
+    QML_VALUE_TYPE(checkView)
+    Q_PROPERTY(QString id MEMBER id CONSTANT FINAL)
+    Q_PROPERTY(bool ok MEMBER ok CONSTANT FINAL)
+    Q_PROPERTY(QString title MEMBER title CONSTANT FINAL)
+    Q_PROPERTY(QString detail MEMBER detail CONSTANT FINAL)
+    Q_PROPERTY(bool hasRemedy READ hasRemedy CONSTANT FINAL)
+
+public:
+    CheckView() = default;
+    explicit CheckView(const ProtectionChecks::Check &check)
+        : ProtectionChecks::Check(check)
+    {
+    }
+
+    [[nodiscard]] bool hasRemedy() const { return remedy != ProtectionChecks::Remedy::none; }
+};
+
+/// What overview, sidebar and tray panel say of the present situation, told anew whenever the model
+/// changes, and each minute. What comes out the same isn't told of, so that a run, which is seen
+/// anew each second, disturbs only what is about the run.
+class Summary : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(AppModel *model READ model WRITE setModel NOTIFY modelChanged REQUIRED FINAL)
+
+    Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed FINAL)
+    Q_PROPERTY(QString currentFile READ currentFile NOTIFY changed FINAL)
+    Q_PROPERTY(Action action READ action NOTIFY changed FINAL)
+    Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed FINAL)
+
+    Q_PROPERTY(QString dialValue READ dialValue NOTIFY changed FINAL)
+    Q_PROPERTY(QString dialCaption READ dialCaption NOTIFY changed FINAL)
+    Q_PROPERTY(double percent READ percent NOTIFY changed FINAL)
+    Q_PROPERTY(QList<bool> litTicks READ litTicks NOTIFY ticksChanged FINAL)
+    Q_PROPERTY(double nowFraction READ nowFraction NOTIFY changed FINAL)
+
+    Q_PROPERTY(QList<CheckView> checks READ checks NOTIFY checksChanged FINAL)
+    Q_PROPERTY(QString badge READ badge NOTIFY checksChanged FINAL)
+    Q_PROPERTY(bool protectedWell READ isProtectedWell NOTIFY checksChanged FINAL)
+
+    Q_PROPERTY(bool running READ isRunning NOTIFY changed FINAL)
+    Q_PROPERTY(QString sidebarState READ sidebarState NOTIFY changed FINAL)
+    Q_PROPERTY(AppModel::Tone sidebarTone READ sidebarTone NOTIFY changed FINAL)
+    Q_PROPERTY(QString panelEyebrow READ panelEyebrow NOTIFY changed FINAL)
+    Q_PROPERTY(QString panelHeadline READ panelHeadline NOTIFY changed FINAL)
+    Q_PROPERTY(QString panelDetail READ panelDetail NOTIFY changed FINAL)
+    Q_PROPERTY(
+        QList<int> panelDestinations READ panelDestinations NOTIFY panelDestinationsChanged FINAL)
+
+public:
+    /// What the large button of the overview does: OverviewTexts::Action.
+    enum class Action { Choose, Start, Starting, Stop };
+    Q_ENUM(Action)
+
+    explicit Summary(QObject *parent = nullptr);
+
+    [[nodiscard]] AppModel *model() const { return m_model; }
+    void setModel(AppModel *model);
+
+    [[nodiscard]] QString title() const { return m_told.title; }
+    [[nodiscard]] QString detail() const { return m_told.detail; }
+    [[nodiscard]] QString currentFile() const { return m_told.currentFile; }
+    [[nodiscard]] Action action() const { return m_told.action; }
+    [[nodiscard]] QString actionLabel() const;
+
+    [[nodiscard]] QString dialValue() const { return m_told.dialValue; }
+    [[nodiscard]] QString dialCaption() const { return m_told.dialCaption; }
+    /// Of the run in progress, as it stands; 0 when nothing runs.
+    [[nodiscard]] double percent() const { return m_told.percent; }
+    /// One for each tick of the dial.
+    [[nodiscard]] QList<bool> litTicks() const { return m_litTicks; }
+    /// From 0 at the top to 1.
+    [[nodiscard]] double nowFraction() const { return m_told.nowFraction; }
+
+    [[nodiscard]] QList<CheckView> checks() const;
+    [[nodiscard]] QString badge() const;
+    [[nodiscard]] bool isProtectedWell() const;
+
+    /// Whether a run is seen; a launch alone is none.
+    [[nodiscard]] bool isRunning() const { return m_told.running; }
+    [[nodiscard]] QString sidebarState() const { return m_told.sidebarState; }
+    [[nodiscard]] AppModel::Tone sidebarTone() const { return m_told.sidebarTone; }
+    [[nodiscard]] QString panelEyebrow() const { return m_told.panelEyebrow; }
+    [[nodiscard]] QString panelHeadline() const { return m_told.panelHeadline; }
+    [[nodiscard]] QString panelDetail() const { return m_told.panelDetail; }
+    /// Values of AppModel.Destination.
+    [[nodiscard]] QList<int> panelDestinations() const { return m_panelDestinations; }
+
+    /// Does what the large button says.
+    Q_INVOKABLE void act();
+    /// Does what a click on the check of that id does; nothing where there is nothing to do.
+    Q_INVOKABLE void remedy(const QString &id);
+
+Q_SIGNALS:
+    void modelChanged();
+    /// Other ticks shine. Comes before changed(), so that who draws them can tell whether that is a
+    /// step of the run.
+    void ticksChanged();
+    void checksChanged();
+    void panelDestinationsChanged();
+    /// Any of the other values is another one.
+    void changed();
+
+private:
+    /// What changes with a run from one second to the next.
+    struct Told
+    {
+        QString title;
+        QString detail;
+        QString currentFile;
+        Action action = Action::Choose;
+        QString dialValue;
+        QString dialCaption;
+        double percent = 0;
+        double nowFraction = 0;
+        bool running = false;
+        QString sidebarState;
+        AppModel::Tone sidebarTone = AppModel::Tone::Off;
+        QString panelEyebrow;
+        QString panelHeadline;
+        QString panelDetail;
+
+        bool operator==(const Told &) const = default;
+    };
+
+    void update();
+    void updateRun();
+    void tell();
+    [[nodiscard]] Told told() const;
+    [[nodiscard]] QList<bool> ticks() const;
+
+    QPointer<AppModel> m_model;
+    Situation m_situation;
+    QSet<int> m_halfHours; ///< those of the last day in which a version was made
+    Told m_told;
+    QList<bool> m_litTicks;
+    QList<ProtectionChecks::Check> m_checks;
+    QList<int> m_panelDestinations;
+};

@@ -1,0 +1,23 @@
+import QtQuick
+import Vellomar.Design
+import Vellomar.Glance
+
+// A state in a word, in the colour of what it means to the person.
+StatusDot {
+    id: root
+
+    required property int tone // a value of AppModel.Tone
+
+    color: {
+        switch (root.tone) {
+        case AppModel.Tone.Attention:
+            return Theme.amber;
+        case AppModel.Tone.Wrong:
+            return Theme.coral;
+        case AppModel.Tone.Well:
+            return Theme.mint;
+        default:
+            return Theme.white(0.35);
+        }
+    }
+}

@@ -1,0 +1,135 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Overview
+
+// A destination at a glance; a click goes to the page of the destinations.
+T.AbstractButton {
+    id: control
+
+    required property AppModel model
+    required property int destination // a value of AppModel.Destination
+    property bool hovering: hovered
+    property bool ringed: visualFocus
+
+    readonly property var shown: model.destinations[destination]
+    readonly property bool counted: shown.known && shown.error === undefined && shown.enabled
+    readonly property string unit: shown.snapshotCount === 1 ? qsTr("versione") : qsTr("versioni")
+
+    // A click by Return, once however long it is held, or by the screen reader.
+    function press(repeated: bool) {
+        if (enabled && !repeated) {
+            clicked();
+        }
+    }
+
+    hoverEnabled: true
+    focusPolicy: Qt.TabFocus
+    implicitHeight: content.height + 22
+    text: shown.title
+    onClicked: model.section = AppModel.Section.Destinations
+
+    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
+    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
+    Accessible.role: Accessible.Button
+    Accessible.name: qsTr("%1: %2").arg(text).arg(shown.stateText)
+    Accessible.description: counted ? qsTr("%1 %2").arg(shown.snapshotCount).arg(unit) : ""
+    Accessible.onPressAction: control.press(false)
+
+    background: Raised {
+        lifted: control.hovering
+
+        FocusRing {
+            shown: control.ringed
+            around: 14
+        }
+    }
+
+    Item {
+        id: content
+
+        x: 14
+        y: 11
+        width: control.width - 28
+        height: Math.max(well.height, texts.height, versions.height)
+
+        DestinationSymbol {
+            id: well
+
+            objectName: "well"
+            anchors.verticalCenter: parent.verticalCenter
+            destination: control.destination
+        }
+
+        Column {
+            id: texts
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: well.width + 12
+            width: Math.max(0, trailing.x - 12 - x)
+            spacing: 4
+
+            OneLine {
+                objectName: "title"
+                width: parent.width
+                line: control.text
+                font.pixelSize: 14
+                font.weight: Font.DemiBold
+            }
+
+            ToneDot {
+                objectName: "state"
+                width: parent.width
+                text: control.shown.stateText
+                tone: control.shown.stateTone
+                Accessible.ignored: true
+            }
+        }
+
+        Item {
+            id: trailing
+
+            x: content.width - width
+            width: control.counted ? versions.width : chevron.width
+            height: content.height
+
+            Column {
+                id: versions
+
+                objectName: "versions"
+                anchors.verticalCenter: parent.verticalCenter
+                visible: control.counted
+
+                Digits {
+                    objectName: "count"
+                    anchors.right: parent.right
+                    text: control.shown.snapshotCount
+                    font: Qt.font({family: Theme.textFamily, pixelSize: 17, weight: Font.DemiBold})
+                    Accessible.ignored: true
+                }
+
+                Label {
+                    objectName: "unit"
+                    anchors.right: parent.right
+                    text: control.unit
+                    font.pixelSize: 11
+                    color: Theme.secondary
+                    Accessible.ignored: true
+                }
+            }
+
+            Symbol {
+                id: chevron
+
+                objectName: "chevron"
+                anchors.verticalCenter: parent.verticalCenter
+                visible: !control.counted
+                name: "chevron.right"
+                points: 11
+                weight: Font.DemiBold
+                color: Theme.tertiary
+            }
+        }
+    }
+}

@@ -1,0 +1,98 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Overview
+
+// What protects the data and what is still missing, point by point.
+Item {
+    id: root
+
+    required property Summary summary
+
+    implicitHeight: column.height + 32
+    Accessible.role: Accessible.Grouping
+    Accessible.name: heading.text
+
+    Raised {
+        anchors.fill: parent
+    }
+
+    Column {
+        id: column
+
+        x: 10
+        y: 16
+        width: root.width - 20
+        spacing: 12
+
+        Item {
+            objectName: "head"
+            x: 8
+            width: parent.width - 16
+            height: Math.max(heading.height, badge.height)
+
+            Eyebrow {
+                id: heading
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width - badge.width - 8
+                text: qsTr("Protezione")
+                elide: Text.ElideRight
+            }
+
+            Surface {
+                id: badge
+
+                readonly property color color: root.summary.protectedWell ? Theme.mint : Theme.amber
+
+                objectName: "badge"
+                anchors.verticalCenter: parent.verticalCenter
+                x: parent.width - width
+                width: Math.ceil(badgeText.implicitWidth) + 18
+                height: Math.ceil(badgeText.implicitHeight) + 8
+                radius: height / 2
+                fill: Theme.flat(Theme.faded(color, 0.14))
+
+                Label {
+                    id: badgeText
+
+                    objectName: "badgeText"
+                    x: 9
+                    y: 4
+                    text: root.summary.badge
+                    font.pixelSize: 11
+                    font.weight: Font.DemiBold
+                    color: badge.color
+                }
+            }
+        }
+
+        Column {
+            width: parent.width
+            spacing: 2
+
+            // As many rows as there can be, each for good, so that the keyboard stays where it is
+            // when one comes to be or changes.
+            Repeater {
+                model: 5
+
+                ProtectionRow {
+                    id: row
+
+                    required property int index
+                    readonly property var check: root.summary.checks[index]
+
+                    objectName: check ? check.id : ""
+                    width: parent ? (parent as Item).width : 0
+                    visible: check !== undefined
+                    ok: check?.ok ?? true
+                    title: check?.title ?? ""
+                    detail: check?.detail ?? ""
+                    hasRemedy: check?.hasRemedy ?? false
+                    onClicked: root.summary.remedy(row.check.id)
+                }
+            }
+        }
+    }
+}
