@@ -1,0 +1,245 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtTest
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Prepared
+import Vellomar.Sheets
+import Vellomar.Testing
+import "Finding.js" as Finding
+
+Item {
+    id: root
+
+    width: 980
+    height: 660
+
+    Component {
+        id: scene
+
+        Item {
+            readonly property alias prepared: prepared
+            readonly property AppModel model: prepared.model
+            readonly property alias sheet: sheet
+
+            function part(name) {
+                return Finding.named(sheet.contentItem, name);
+            }
+
+            anchors.fill: parent
+
+            PreparedModel { id: prepared; state: "access" }
+            AccessSheet { id: sheet; model: prepared.model }
+        }
+    }
+
+    SignalSpy {
+        id: measurements
+        signalName: "measuringChanged"
+    }
+
+    SheetCase {
+        name: "AccessSheet"
+        scene: root
+
+        function made() {
+            const item = createTemporaryObject(scene, root);
+            item.prepared.takeAsked();
+            measurements.target = item.model;
+            measurements.clear();
+            return item;
+        }
+
+        function shown(action) {
+            const item = made();
+            item.model.accessRequest = action ?? AppModel.GatedAction.Backup;
+            tryCompare(item.sheet, "opened", true);
+            settle();
+            return item;
+        }
+
+        // Each action in each way.
+        function answers() {
+            const rows = [];
+            for (const [name, action] of [["backup", AppModel.GatedAction.Backup],
+                     ["measurement", AppModel.GatedAction.Measure]]) {
+                for (const {tag, way} of ways()) {
+                    rows.push({tag: name + " by " + tag, action: action, way: way});
+                }
+            }
+            return rows;
+        }
+
+        // The backup or the measurement runs, and never the other one.
+        function runs(item, action) {
+            if (action === AppModel.GatedAction.Backup) {
+                compare(item.prepared.takeAsked(), ["start"]);
+                verify(item.model.launching);
+                compare(measurements.count, 0);
+            } else {
+                tryCompare(measurements, "count", 2); // it begins and ends
+                verify(!item.model.measuring);
+                compare(item.prepared.takeAsked(), []);
+                verify(!item.model.launching);
+            }
+        }
+
+        function test_showsTheseTextsInThisOrder() {
+            const item = shown();
+            compare(Finding.texts(item.sheet.contentItem),
+                    ["Serve l'accesso completo al disco", "Si concede una volta sola",
+                        "Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.",
+                        "1", "Apri Impostazioni di Sistema.",
+                        "2", "Attiva Vellomar nell'elenco.",
+                        "3", "Quando macOS lo chiede, scegli Esci e riapri.",
+                        "Continua senza", "Apri Impostazioni"]);
+            compare(item.part("settings").kind, PillButton.Kind.Primary);
+            compare(item.part("without").kind, PillButton.Kind.Outline);
+            compare(item.part("well").symbol, "lock.open");
+        }
+
+        function test_aStepsNumeralIsBoldOnAnAmberDisc() {
+            const item = shown();
+            for (const number of [1, 2, 3]) {
+                const step = item.part("step" + number);
+                const disc = Finding.named(step, "disc");
+                const numeral = Finding.named(step, "numeral");
+                compare(disc.width, 22);
+                compare(disc.height, 22);
+                compare(disc.radius, 11);
+                compare(disc.fill, Theme.amberGradient);
+                compare(numeral.font.pixelSize, 12);
+                compare(numeral.font.weight, Font.Bold);
+                compare(numeral.color.toString(), Theme.ink.toString());
+            }
+        }
+
+        function test_aBackupWithoutAccessBringsItUp() {
+            const item = made();
+            item.model.startBackup();
+            tryCompare(item.sheet, "opened", true);
+            compare(item.sheet.action, AppModel.GatedAction.Backup);
+            compare(item.prepared.takeAsked(), []);
+        }
+
+        function test_soDoesAMeasurement() {
+            const item = made();
+            item.model.measureSources();
+            tryCompare(item.sheet, "opened", true);
+            compare(item.sheet.action, AppModel.GatedAction.Measure);
+            compare(measurements.count, 0);
+        }
+
+        function test_continuingWithoutAccessRunsTheBackupOrTheMeasurement_data() {
+            return answers();
+        }
+        function test_continuingWithoutAccessRunsTheBackupOrTheMeasurement(data) {
+            const item = shown(data.action);
+            press(item.part("without"), data.way);
+            compare(item.model.accessRequest, AppModel.GatedAction.None);
+            tryCompare(item.sheet, "visible", false);
+            runs(item, data.action);
+        }
+
+        function test_theSettingsRememberWhatWaits_data() { return answers(); }
+        function test_theSettingsRememberWhatWaits(data) {
+            const item = shown(data.action);
+            press(item.part("settings"), data.way);
+            compare(item.prepared.takeAsked(), ["settings"]);
+            compare(item.model.accessRequest, AppModel.GatedAction.None);
+            tryCompare(item.sheet, "visible", false);
+            compare(measurements.count, 0);
+            verify(!item.model.launching);
+            // The person comes back with the access given.
+            item.prepared.state = "well";
+            item.model.becomeActive();
+            if (data.action === AppModel.GatedAction.Backup) {
+                tryCompare(item.model, "launching", true);
+            }
+            runs(item, data.action);
+        }
+
+        function test_closedItAbandonsWhatWaited_data() {
+            return ways().map(({tag, way}) => ({tag: "cross by " + tag, way: way}))
+                .concat([{tag: "escape", way: "escape"}]);
+        }
+        function test_closedItAbandonsWhatWaited(data) {
+            const item = shown();
+            if (data.way === "escape") {
+                keyClick(Qt.Key_Escape);
+            } else {
+                press(item.part("cross"), data.way);
+            }
+            tryCompare(item.sheet, "visible", false);
+            compare(item.model.accessRequest, AppModel.GatedAction.None);
+            // Nothing is taken up later either. What is taken up comes before a posted call.
+            item.prepared.state = "well";
+            item.model.becomeActive();
+            let passed = false;
+            Qt.callLater(() => passed = true);
+            tryVerify(() => passed);
+            compare(item.prepared.takeAsked(), []);
+            compare(measurements.count, 0);
+            verify(!item.model.busy);
+        }
+
+        function test_itIsThereForTheActionThatAskedLast() {
+            const item = made();
+            item.model.measureSources();
+            tryCompare(item.sheet, "opened", true);
+            item.model.startBackup();
+            compare(item.sheet.action, AppModel.GatedAction.Backup);
+            verify(item.sheet.opened);
+            mouseClick(item.part("without"));
+            runs(item, AppModel.GatedAction.Backup);
+        }
+
+        function test_itFollowsTheModel() {
+            const item = made();
+            verify(!item.sheet.visible);
+            for (const action of [AppModel.GatedAction.Backup, AppModel.GatedAction.Measure]) {
+                item.model.accessRequest = action;
+                tryCompare(item.sheet, "opened", true);
+                item.model.accessRequest = AppModel.GatedAction.None;
+                tryCompare(item.sheet, "visible", false);
+            }
+            compare(item.prepared.takeAsked(), []);
+        }
+
+        function test_accessGivenMeanwhileClosesIt() {
+            const item = shown();
+            // Sent to the settings once before, the person comes back with the access.
+            item.model.requestAccessInSettings(AppModel.GatedAction.Backup);
+            item.model.accessRequest = AppModel.GatedAction.Backup;
+            tryCompare(item.sheet, "opened", true);
+            item.prepared.takeAsked();
+            item.prepared.state = "well";
+            item.model.becomeActive();
+            tryCompare(item.sheet, "visible", false);
+            compare(item.prepared.takeAsked(), ["start"]);
+        }
+
+        function test_aRunUnderWayIsNotStartedTwice() {
+            const item = shown();
+            item.prepared.state = "running";
+            item.model.accessRequest = AppModel.GatedAction.Backup;
+            mouseClick(item.part("without"));
+            compare(item.prepared.takeAsked(), []);
+            tryCompare(item.sheet, "visible", false);
+        }
+
+        function test_theScreenReaderFindsItWhole() {
+            const item = shown();
+            compare(ScreenReader.role(item.sheet.contentItem), Accessible.Dialog);
+            compare(ScreenReader.name(item.sheet.contentItem),
+                    "Serve l'accesso completo al disco");
+            for (const [name, text] of [["cross", "Chiudi"], ["without", "Continua senza"],
+                     ["settings", "Apri Impostazioni"]]) {
+                compare(ScreenReader.role(item.part(name)), Accessible.Button);
+                compare(ScreenReader.name(item.part(name)), text);
+            }
+            compare(ScreenReader.role(item.part("step2")), Accessible.ListItem);
+            compare(ScreenReader.name(item.part("step2")), "2. Attiva Vellomar nell'elenco.");
+        }
+    }
+}

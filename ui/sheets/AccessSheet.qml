@@ -1,0 +1,82 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Sheets
+
+// Asks for access to the whole disk at the moment when an action needs it. It is up for as long as
+// the model has an action that waits for the answer.
+Sheet {
+    id: root
+
+    required property AppModel model
+    readonly property int action: model.accessRequest // an AppModel.GatedAction
+
+    name: head.title
+    width: 480
+    visible: action !== AppModel.GatedAction.None
+    first: settings
+    onDismissed: model.accessRequest = AppModel.GatedAction.None
+
+    SheetHead {
+        id: head
+
+        width: parent.width
+        symbol: "lock.open"
+        title: qsTr("Serve l'accesso completo al disco")
+        subtitle: qsTr("Si concede una volta sola")
+        onDismissed: root.dismissed()
+    }
+
+    Label {
+        objectName: "explanation"
+        width: parent.width
+        wrapMode: Text.Wrap
+        text: qsTr("Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.")
+    }
+
+    Column {
+        width: parent.width
+        spacing: 10
+        Accessible.role: Accessible.List
+        Accessible.name: head.title
+
+        Repeater {
+            model: [
+                qsTr("Apri Impostazioni di Sistema."),
+                qsTr("Attiva Vellomar nell'elenco."),
+                qsTr("Quando macOS lo chiede, scegli Esci e riapri.")
+            ]
+
+            Step {
+                required property string modelData
+                required property int index
+
+                objectName: "step" + number
+                width: parent ? (parent as Item).width : 0
+                number: index + 1
+                text: modelData
+            }
+        }
+    }
+
+    Row {
+        anchors.right: parent.right
+        spacing: 10
+
+        PillButton {
+            objectName: "without"
+            kind: PillButton.Kind.Outline
+            text: qsTr("Continua senza")
+            onClicked: root.model.continueWithoutAccess()
+        }
+
+        PillButton {
+            id: settings
+
+            objectName: "settings"
+            text: qsTr("Apri Impostazioni")
+            onClicked: root.model.requestAccessInSettings(root.action)
+        }
+    }
+}

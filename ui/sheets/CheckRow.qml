@@ -1,0 +1,47 @@
+import QtQuick
+import Vellomar.Design
+
+// A box to check with its sentence. A click anywhere in the row toggles it.
+Item {
+    id: root
+
+    required property string text
+    required property bool checked
+
+    signal toggled(checked: bool)
+
+    implicitHeight: Math.max(box.height, words.implicitHeight) + 8
+
+    CheckBox {
+        id: box
+
+        objectName: "box"
+        y: words.y + Math.max(0, (metrics.height - height) / 2)
+        text: root.text
+        checked: root.checked
+        onToggled: root.toggled(box.checked)
+    }
+
+    FontMetrics {
+        id: metrics
+        font: words.font
+    }
+
+    Label {
+        id: words
+
+        objectName: "words"
+        anchors.left: box.right
+        anchors.leftMargin: 10
+        anchors.right: parent.right
+        y: 4
+        text: root.text
+        wrapMode: Text.Wrap
+        Accessible.ignored: true
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        onClicked: box.press(false)
+    }
+}

@@ -1,0 +1,114 @@
+import QtQuick
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Sheets
+
+// Gets the key out of this machine: saved, printed or copied, and confirmed by the person before
+// the first backup. It is up for as long as the model says so.
+Sheet {
+    id: root
+
+    required property AppModel model
+    property bool confirmed: false
+    // Once the person has gone on, it fades away as it was.
+    property bool leaving: false
+    readonly property bool asking: leaving || !model.config.keySaved
+
+    name: head.title
+    width: 480
+    visible: model.showingRecoveryKit
+    first: save
+    onAboutToShow: {
+        confirmed = false;
+        leaving = false;
+    }
+    onDismissed: model.showingRecoveryKit = false
+
+    SheetHead {
+        id: head
+
+        width: parent.width
+        title: qsTr("Kit di recupero")
+        subtitle: qsTr("Da conservare fuori da questo Mac")
+        onDismissed: root.dismissed()
+    }
+
+    Label {
+        objectName: "explanation"
+        width: parent.width
+        wrapMode: Text.Wrap
+        text: qsTr("I backup sono cifrati con questa chiave. Se il Mac si rompe o viene rubato, senza la chiave non si recupera nulla.")
+    }
+
+    FlowLayout {
+        width: parent.width
+        spacing: 10
+
+        PillButton {
+            id: save
+
+            objectName: "save"
+            kind: PillButton.Kind.Outline
+            text: qsTr("Salva il kit")
+            onClicked: root.model.saveRecoveryKit()
+        }
+
+        PillButton {
+            objectName: "print"
+            kind: PillButton.Kind.Outline
+            text: qsTr("Stampa")
+            onClicked: root.model.printRecoveryKit()
+        }
+
+        PillButton {
+            objectName: "copy"
+            kind: PillButton.Kind.Outline
+            text: root.model.keyCopied ? qsTr("Copiata per un minuto") : qsTr("Copia la chiave")
+            onClicked: root.model.copyKey()
+        }
+    }
+
+    NoticeLine {
+        readonly property bool warning: root.model.kitNotice?.warning ?? false
+
+        objectName: "notice"
+        width: parent.width
+        visible: root.model.kitNotice !== undefined
+        text: root.model.kitNotice?.text ?? ""
+        symbol: warning ? "exclamationmark.triangle" : "checkmark.circle"
+        color: warning ? Theme.coral : Theme.mint
+    }
+
+    NoticeLine {
+        objectName: "error"
+        width: parent.width
+        visible: root.model.keyError !== undefined
+        text: root.model.keyError ?? ""
+        color: Theme.coral
+    }
+
+    CheckRow {
+        objectName: "confirmation"
+        width: parent.width
+        visible: root.asking
+        text: qsTr("Ho messo la chiave in un posto sicuro, fuori da questo Mac")
+        checked: root.confirmed
+        onToggled: checked => root.confirmed = checked
+    }
+
+    PillButton {
+        objectName: "last"
+        anchors.right: parent.right
+        kind: root.asking ? PillButton.Kind.Primary : PillButton.Kind.Outline
+        text: root.asking ? qsTr("Continua") : qsTr("Chiudi")
+        enabled: !root.asking || root.confirmed
+        onClicked: {
+            if (root.asking) {
+                root.leaving = true;
+                root.model.confirmKeySaved();
+            } else {
+                root.dismissed();
+            }
+        }
+    }
+}

@@ -1,0 +1,62 @@
+import QtQuick
+import Vellomar.Design
+
+// The top of a sheet: what it is about, and the cross that closes it.
+Item {
+    id: root
+
+    required property string title
+    required property string subtitle
+    property string symbol: ""
+
+    signal dismissed()
+
+    implicitHeight: Math.max(texts.implicitHeight, well.visible ? well.height : 0, cross.height)
+
+    GlyphWell {
+        id: well
+
+        objectName: "well"
+        anchors.verticalCenter: texts.verticalCenter
+        visible: root.symbol !== ""
+        size: 44
+        points: 20
+        symbol: root.symbol
+    }
+
+    Column {
+        id: texts
+
+        anchors.left: well.visible ? well.right : parent.left
+        anchors.leftMargin: well.visible ? 14 : 0
+        anchors.right: cross.left
+        anchors.rightMargin: 14
+        spacing: 3
+
+        Label {
+            width: parent.width
+            text: root.title
+            font.pixelSize: 18
+            font.weight: Font.Bold
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.Heading
+        }
+
+        Label {
+            width: parent.width
+            text: root.subtitle
+            color: Theme.secondary
+            wrapMode: Text.Wrap
+        }
+    }
+
+    IconButton {
+        id: cross
+
+        objectName: "cross"
+        anchors.right: parent.right
+        symbol: "xmark"
+        help: qsTr("Chiudi")
+        onClicked: root.dismissed()
+    }
+}
