@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Vellomar.Design
+import Vellomar.Glance
 
 // Everything the window is made of, in every state, on prepared data. A new page is one more entry
 // in the list.
@@ -43,8 +44,138 @@ Item {
             source: "TextsPage.qml"
         },
         GalleryPage {
-            name: "sheet"
+            name: "dials"
+            source: "OverviewPageDials.qml"
+        },
+        GalleryPage {
+            name: "overview-fresh"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "fresh"})
+        },
+        GalleryPage {
+            name: "overview-kit"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "kit"})
+        },
+        GalleryPage {
+            name: "overview-launching"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "launching"})
+        },
+        GalleryPage {
+            name: "overview-running"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "running"})
+        },
+        GalleryPage {
+            name: "overview-well"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "well"})
+        },
+        GalleryPage {
+            name: "overview-single"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "single"})
+        },
+        GalleryPage {
+            name: "overview-failed"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "failed"})
+        },
+        GalleryPage {
+            name: "overview-key-error"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "keyError"})
+        },
+        GalleryPage {
+            name: "overview-long"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "long"})
+        },
+        GalleryPage {
+            name: "sheet-kit"
             source: "SheetPage.qml"
+            given: ({prepared: "kit"})
+        },
+        GalleryPage {
+            name: "sheet-kit-saved"
+            source: "SheetPage.qml"
+            given: ({prepared: "well"})
+        },
+        GalleryPage {
+            name: "sheet-kit-notice"
+            source: "SheetPage.qml"
+            given: ({prepared: "long"})
+        },
+        GalleryPage {
+            name: "sheet-access"
+            source: "SheetPage.qml"
+            given: ({prepared: "access", waiting: AppModel.GatedAction.Backup})
+        },
+        GalleryPage {
+            name: "window-overview"
+            source: "WindowPage.qml"
+            given: ({prepared: "well", section: AppModel.Section.Overview})
+        },
+        GalleryPage {
+            name: "window-restore"
+            source: "WindowPage.qml"
+            given: ({prepared: "well", section: AppModel.Section.Restore})
+        },
+        GalleryPage {
+            name: "window-sources"
+            source: "WindowPage.qml"
+            given: ({prepared: "fresh", section: AppModel.Section.Sources})
+        },
+        GalleryPage {
+            name: "window-destinations"
+            source: "WindowPage.qml"
+            given: ({prepared: "stale", section: AppModel.Section.Destinations})
+        },
+        GalleryPage {
+            name: "window-activity"
+            source: "WindowPage.qml"
+            given: ({prepared: "running", section: AppModel.Section.Activity})
+        },
+        GalleryPage {
+            name: "window-settings"
+            source: "WindowPage.qml"
+            given: ({prepared: "long", section: AppModel.Section.Settings})
+        },
+        GalleryPage {
+            name: "tray-panel-fresh"
+            source: "TrayPanelPage.qml"
+            given: ({prepared: "fresh"})
+        },
+        GalleryPage {
+            name: "tray-panel-running"
+            source: "TrayPanelPage.qml"
+            given: ({prepared: "running"})
+        },
+        GalleryPage {
+            name: "tray-panel-well"
+            source: "TrayPanelPage.qml"
+            given: ({prepared: "well"})
+        },
+        GalleryPage {
+            name: "tray-panel-stale"
+            source: "TrayPanelPage.qml"
+            given: ({prepared: "stale"})
+        },
+        GalleryPage {
+            name: "tray-panel-long"
+            source: "TrayPanelPage.qml"
+            given: ({prepared: "long"})
+        },
+        GalleryPage {
+            name: "licenses"
+            source: "LicensesPage.qml"
+            given: ({})
+        },
+        GalleryPage {
+            name: "about"
+            source: "AboutPage.qml"
+            given: ({})
         }
     ]
 
@@ -88,8 +219,10 @@ Item {
     }
 
     Loader {
+        readonly property GalleryPage page: root.pages[root.current]
+
         anchors.fill: parent
         anchors.leftMargin: list.width
-        source: root.pages[root.current].source
+        onPageChanged: setSource(page.source, page.given)
     }
 }

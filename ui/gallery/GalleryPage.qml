@@ -4,4 +4,5 @@ import QtQml
 QtObject {
     required property string name
     required property url source
+    property var given: ({}) // values of the source's properties
 }

@@ -1,39 +1,32 @@
 import QtQuick
-import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Prepared
+import Vellomar.Window
 
+// The whole window with a sheet over it: the access sheet for what waits for it, otherwise the
+// recovery kit. What opens a sheet in the program opens it here again.
 Item {
-    SheetSurface {
-        anchors.centerIn: parent
-        width: 460
+    id: root
 
-        Row {
-            width: parent.width
-            spacing: 14
+    required property string prepared
+    property int waiting: AppModel.GatedAction.None // an AppModel.GatedAction
 
-            GlyphWell { id: well; symbol: "lock.open" }
+    Component.onCompleted: {
+        state.model.accessRequest = root.waiting;
+        state.model.showingRecoveryKit = root.waiting === AppModel.GatedAction.None;
+    }
 
-            PageHeader {
-                width: parent.width - well.width - close.width - 28
-                title: "Kit di recupero"
-                subtitle: "Da conservare fuori da questo computer"
-            }
+    PreparedModel {
+        id: state
 
-            IconButton { id: close; symbol: "xmark"; help: "Chiudi" }
+        state: root.prepared
+    }
+
+    RootView {
+        anchors.fill: parent
+        model: state.model
+        summary: Summary {
+            model: state.model
         }
-
-        Label {
-            width: parent.width
-            wrapMode: Text.Wrap
-            text: "I backup sono cifrati con questa chiave."
-        }
-
-        Row {
-            spacing: 10
-
-            CheckBox { text: "Ho messo la chiave in un posto sicuro"; checked: true }
-            Label { text: "Ho messo la chiave in un posto sicuro" }
-        }
-
-        PillButton { text: "Continua" }
     }
 }

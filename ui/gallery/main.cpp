@@ -7,8 +7,10 @@
 #include <QQmlListReference>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QTemporaryDir>
 
 #include <cstdio>
+#include <optional>
 
 // For developers: everything the window is made of, in a window to play with, or straight to
 // pictures.
@@ -25,6 +27,8 @@ bool savePictures(QQuickView &view, const QDir &folder)
     const QQmlListReference pages(gallery, "pages");
     for (int i = 0; i < pages.count(); ++i) {
         gallery->setProperty("current", i);
+        // The page before goes with all that it has put over the window.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
         const QString file =
             folder.filePath(pages.at(i)->property("name").toString() + QStringLiteral(".png"));
@@ -38,10 +42,36 @@ bool savePictures(QQuickView &view, const QDir &folder)
     return true;
 }
 
+/// The prepared data tell of a home folder that is nobody's. Before anything asks which it is.
+void moveInto(const QTemporaryDir &home)
+{
+    if (!qEnvironmentVariableIsSet("XAUTHORITY")) {
+        qputenv("XAUTHORITY", qgetenv("HOME") + "/.Xauthority");
+    }
+    qputenv("HOME", home.path().toUtf8());
+    for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
+        qunsetenv(name);
+    }
+}
+
+/// Two lengths as in "980x660".
+std::optional<QSize> size(const QString &text)
+{
+    const QStringList lengths = text.split(u'x');
+    const QSize size(lengths.value(0).toInt(), lengths.value(1).toInt());
+    return lengths.size() == 2 && !size.isEmpty() ? std::optional(size) : std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    // Static, since the parser below may end the program by itself.
+    static const QTemporaryDir home;
+    if (!home.isValid()) {
+        return 1;
+    }
+    moveInto(home);
     // The scale must be known before there is an application.
     for (int i = 1; i + 1 < argc; ++i) {
         if (qstrcmp(argv[i], "--scale") == 0) {
@@ -58,9 +88,17 @@ int main(int argc, char *argv[])
                                       QStringLiteral("folder"));
     const QCommandLineOption scale(QStringLiteral("scale"), QStringLiteral("Pixels a point."),
                                    QStringLiteral("factor"));
+    const QCommandLineOption extent(QStringLiteral("size"),
+                                    QStringLiteral("Width and height of the window."),
+                                    QStringLiteral("lengths"), QStringLiteral("980x660"));
     parser.addOption(pictures);
     parser.addOption(scale);
+    parser.addOption(extent);
     parser.process(application);
+    const std::optional<QSize> windowSize = size(parser.value(extent));
+    if (!windowSize) {
+        parser.showHelp(1);
+    }
 
     QQuickView view;
     view.engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -70,7 +108,7 @@ int main(int argc, char *argv[])
     if (view.status() != QQuickView::Ready) {
         return 1;
     }
-    view.resize(980, 660);
+    view.resize(*windowSize);
     view.show();
     if (parser.isSet(pictures)) {
         const QDir folder(parser.value(pictures));

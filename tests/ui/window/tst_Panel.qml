@@ -1,0 +1,399 @@
+import QtQuick
+import QtTest
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Prepared
+import Vellomar.Testing
+import Vellomar.Window
+import "Grounds.js" as Grounds
+
+Item {
+    id: root
+
+    width: 500
+    height: 600
+
+    PreparedModel { id: prepared }
+    Summary { id: summary; model: prepared.model }
+
+    MenuPanel {
+        id: panel
+
+        width: implicitWidth
+        height: implicitHeight
+        model: prepared.model
+        summary: summary
+    }
+
+    SignalSpy { id: windows; target: panel; signalName: "windowAsked" }
+    SignalSpy { id: quits; target: panel; signalName: "quitAsked" }
+
+    TestCase {
+        name: "Panel"
+        when: windowShown
+
+        readonly property var local: ["Disco esterno", "externaldrive"]
+        readonly property var drive: ["Google Drive", "cloud"]
+        readonly property var server: ["Server privato", "server.rack"]
+
+        function init() {
+            failOnWarning(/.*/);
+            Motion.still = true;
+            show("fresh");
+            prepared.takeAsked();
+            windows.clear();
+            quits.clear();
+        }
+
+        function show(state) {
+            prepared.state = state === "fresh" ? "well" : "fresh"; // undoes what a test has set
+            prepared.state = state;
+            look();
+        }
+
+        function look() {
+            Eye.look(root);
+            mouseMove(root, 450, 590);
+        }
+
+        function configure(values) {
+            const config = prepared.model.config;
+            for (const name in values) {
+                config[name] = values[name];
+            }
+            prepared.model.config = config;
+            look();
+        }
+
+        function part(name) {
+            return findChild(panel, name);
+        }
+
+        function rows() {
+            return Array.from(part("top").parent.children).filter(c => c as MenuPanelRow);
+        }
+
+        function rightOf(item) {
+            return item.x + item.width;
+        }
+
+        function looks(item, x, y, colour) {
+            const pixel = Eye.at(item, x, y);
+            verify(Grounds.isNear(pixel, colour), "%1 %2 %3 instead of %4".arg(pixel.r).arg(pixel.g)
+                   .arg(pixel.b).arg(colour));
+        }
+
+        // The ground of the panel at a height of it.
+        function ground(y) {
+            return Grounds.part(Grounds.ground, (y + 0.5) / panel.height);
+        }
+
+        function test_itIs330WideAndAsHighAsItsContent_data() {
+            return [{tag: "fresh", rows: 2}, {tag: "single", rows: 1}, {tag: "well", rows: 3},
+                {tag: "running", rows: 3}, {tag: "long", rows: 3}];
+        }
+        function test_itIs330WideAndAsHighAsItsContent(data) {
+            show(data.tag);
+            compare(panel.width, 330);
+            compare(rows().length, data.rows);
+            const top = part("top");
+            const buttons = part("buttons");
+            compare(top.mapToItem(panel, 0, 0), Qt.point(12, 12));
+            compare(top.width, 306);
+            let y = 12 + top.height;
+            for (const row of rows().concat([buttons])) {
+                compare(row.mapToItem(panel, 0, 0), Qt.point(12, y + 10));
+                compare(row.width, 306);
+                y += 10 + row.height;
+            }
+            compare(panel.height, y + 12);
+        }
+
+        function test_itsGroundFadesDownwards() {
+            for (const y of [3, panel.height - 3]) {
+                looks(panel, 3, y, ground(y));
+            }
+        }
+
+        function test_theFirstBlockHoldsTheDialAndTheState() {
+            const top = part("top");
+            const dial = part("dial");
+            const eyebrow = part("eyebrow");
+            compare(dial.diameter, 86);
+            compare(dial.width, 86);
+            compare(dial.mapToItem(top, 0, 0), Qt.point(14, 14));
+            compare(top.height, 86 + 28);
+            compare(eyebrow.mapToItem(top, 0, 0).x, 14 + 86 + 14);
+            compare(part("headline").y, eyebrow.height + 4);
+            compare(part("detail").y, part("headline").y + part("headline").height + 4);
+            compare(part("headline").font.pixelSize, 17);
+            compare(part("headline").font.weight, Font.DemiBold);
+            compare(part("detail").font.pixelSize, 11);
+            compare(String(part("detail").color), String(Theme.secondary));
+        }
+
+        function test_theBlocksAreRaised() {
+            for (const block of [part("top")].concat(rows())) {
+                const y = Math.floor(block.height / 2) + 4;
+                const opacity = 0.105 - 0.05 * (y + 0.5) / block.height;
+                looks(block, 298, y, Grounds.under(ground(block.mapToItem(panel, 0, y).y), 1,
+                                                   opacity));
+            }
+        }
+
+        function test_itTellsHowTheBackupsStand_data() {
+            return [
+                {tag: "fresh", eyebrow: "Ultimo backup", headline: "Nessuno",
+                 detail: "Nessuna destinazione configurata."},
+                {tag: "kit", eyebrow: "Ultimo backup", headline: "Nessuno",
+                 detail: "Salva il kit di recupero per avviare i backup."},
+                {tag: "waiting", eyebrow: "Ultimo backup", headline: "Nessuno",
+                 detail: "Backup automatico ogni ora."},
+                {tag: "well", eyebrow: "Ultimo backup", headline: "12 minuti fa",
+                 detail: "Backup automatico ogni ora."},
+                {tag: "launching", eyebrow: "Ultimo backup", headline: "12 minuti fa",
+                 detail: "Backup automatico ogni ora."},
+                {tag: "running", eyebrow: "Backup in corso", headline: "42% su Google Drive",
+                 detail: "Copia dei file"},
+                {tag: "scanning", eyebrow: "Backup in corso", headline: "0% su Google Drive",
+                 detail: "Analisi dei file"},
+                {tag: "staleRunning", eyebrow: "Backup in corso", headline: "42% su Google Drive",
+                 detail: "Copia dei file"}
+            ];
+        }
+        function test_itTellsHowTheBackupsStand(data) {
+            show(data.tag);
+            compare(part("eyebrow").text, data.eyebrow);
+            compare(part("headline").text, data.headline);
+            compare(part("detail").text, data.detail);
+            const told = ScreenReader.tree(panel);
+            verify(told.includes("Heading: " + data.eyebrow));
+            verify(told.includes("StaticText: " + data.headline));
+            verify(told.includes("StaticText: " + data.detail));
+        }
+
+        function test_itTellsTheHoursBetweenBackups_data() {
+            return [
+                {tag: "one", set: {intervalHours: 1}, detail: "Backup automatico ogni ora."},
+                {tag: "two", set: {intervalHours: 2}, detail: "Backup automatico ogni 2 ore."},
+                {tag: "a day", set: {intervalHours: 24}, detail: "Backup automatico ogni 24 ore."},
+                {tag: "never", set: {autoBackup: false}, detail: "Backup automatico disattivato."},
+                {tag: "no key", set: {autoBackup: false, keySaved: false},
+                 detail: "Salva il kit di recupero per avviare i backup."}
+            ];
+        }
+        function test_itTellsTheHoursBetweenBackups(data) {
+            show("well");
+            configure(data.set);
+            compare(part("detail").text, data.detail);
+        }
+
+        function test_aPercentIsNeverRoundedUp_data() {
+            return [{percent: 0.999, text: "99% su Google Drive"},
+                {percent: 1, text: "100% su Google Drive"},
+                {percent: 0.0099, text: "0% su Google Drive"},
+                {percent: 0.295, text: "29% su Google Drive"}];
+        }
+        function test_aPercentIsNeverRoundedUp(data) {
+            show("running");
+            prepared.setPercent(data.percent);
+            compare(part("headline").text, data.text);
+        }
+
+        function test_itHasARowForEachDestinationInUse_data() {
+            return [
+                {tag: "none", set: {}, rows: [local, drive]},
+                {tag: "server", set: {serverEnabled: true}, rows: [server]},
+                {tag: "drive", set: {driveEnabled: true}, rows: [drive]},
+                {tag: "local and server", set: {localEnabled: true, serverEnabled: true},
+                 rows: [local, server]},
+                {tag: "all", set: {localEnabled: true, driveEnabled: true, serverEnabled: true},
+                 rows: [local, drive, server]}
+            ];
+        }
+        function test_itHasARowForEachDestinationInUse(data) {
+            configure(data.set);
+            compare(rows().map(r => [findChild(r, "title").text, findChild(r, "well").symbol]),
+                    data.rows);
+        }
+
+        function test_aRowHasRoomAroundItsParts() {
+            show("well");
+            for (const row of rows()) {
+                const well = findChild(row, "well");
+                const title = findChild(row, "title");
+                const state = findChild(row, "state");
+                compare(well.size, 30);
+                compare(well.width, 30);
+                compare(well.height, 30);
+                compare(well.points, 13);
+                compare(String(well.color), String(Theme.amber));
+                compare(well.x, 11);
+                compare(title.mapToItem(row, 0, 0).x, 11 + 30 + 11);
+                compare(title.font.pixelSize, 12);
+                compare(title.font.weight, Font.DemiBold);
+                compare(state.y, title.height + 2);
+                compare(row.height, Math.max(30, state.y + state.height) + 18);
+                looks(well, 15, 4, Grounds.under(Grounds.under(
+                        ground(row.mapToItem(panel, 0, well.y + 4).y), 1,
+                        0.105 - 0.05 * (well.y + 4.5) / row.height), 0.03, 0.25));
+            }
+        }
+
+        function test_aRowTellsTheStateOfItsDestination() {
+            show("failed");
+            for (const row of rows()) {
+                const destination = row.destination;
+                const state = findChild(row, "state");
+                compare(state.text, destination.stateText);
+                const colours = [null, Grounds.amber, Grounds.coral, Grounds.mint];
+                const colour = colours[destination.stateTone];
+                if (colour) {
+                    looks(state, 3.5, state.height / 2, colour);
+                }
+            }
+            compare(findChild(rows()[1], "state").text, "Ultimo backup non riuscito");
+            compare(prepared.model.destinations[1].stateTone, AppModel.Tone.Wrong);
+        }
+
+        function test_withNothingSetUpItOffersNoBackup() {
+            const start = part("start");
+            verify(start.visible);
+            verify(!start.enabled);
+            compare(start.text, "Esegui backup");
+            compare(start.kind, PillButton.Kind.Primary);
+            mouseClick(start);
+            compare(prepared.takeAsked(), []);
+            verify(!part("stop").visible);
+        }
+
+        function test_withoutASavedKeyItStillOffersOne() {
+            show("kit");
+            verify(part("start").enabled);
+            mouseClick(part("start"));
+            verify(prepared.model.showingRecoveryKit);
+            prepared.model.showingRecoveryKit = false;
+        }
+
+        function test_itStartsABackup_data() {
+            return [{tag: "mouse", press: button => mouseClick(button)},
+                {tag: "space", press: button => typed(button, Qt.Key_Space)},
+                {tag: "return", press: button => typed(button, Qt.Key_Return)},
+                {tag: "reader", press: button => ScreenReader.perform(button, "Press")}];
+        }
+        function test_itStartsABackup(data) {
+            show("well");
+            verify(part("start").enabled);
+            data.press(part("start"));
+            verify(prepared.takeAsked().includes("start"));
+        }
+
+        function typed(button, key) {
+            button.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(key);
+        }
+
+        function test_whileOneIsLaunchedItOffersNoOther() {
+            show("launching");
+            verify(part("start").visible);
+            verify(!part("start").enabled);
+            verify(!part("stop").visible);
+        }
+
+        function test_whileOneRunsItOffersToStopIt() {
+            show("running");
+            const stop = part("stop");
+            verify(!part("start").visible);
+            verify(stop.visible && stop.enabled);
+            compare(stop.text, "Interrompi");
+            compare(stop.kind, PillButton.Kind.Outline);
+            mouseClick(stop);
+            compare(prepared.takeAsked(), []);
+            show("well");
+            verify(part("start").visible && !stop.visible);
+        }
+
+        function test_itOpensTheWindow() {
+            const open = part("open");
+            compare(open.text, "Apri Vellomar");
+            compare(open.kind, PillButton.Kind.Quiet);
+            mouseClick(open);
+            compare(windows.count, 1);
+            typed(open, Qt.Key_Return);
+            compare(windows.count, 2);
+            compare(quits.count, 0);
+        }
+
+        function test_itEndsTheProgram() {
+            const power = part("power");
+            compare(power.symbol, "power");
+            compare(power.help, "Esci da Vellomar");
+            compare(ScreenReader.name(power), "Esci da Vellomar");
+            mouseClick(power);
+            compare(quits.count, 1);
+            typed(power, Qt.Key_Space);
+            compare(quits.count, 2);
+        }
+
+        function test_theButtonsStandInOneRow_data() {
+            return [{tag: "well", first: "start"}, {tag: "running", first: "stop"}];
+        }
+        function test_theButtonsStandInOneRow(data) {
+            show(data.tag);
+            const first = part(data.first);
+            compare(first.x, 0);
+            compare(first.font.pixelSize, 13);
+            verify(part("open").x >= rightOf(first));
+            verify(part("power").x >= rightOf(part("open")));
+            compare(rightOf(part("power")), part("buttons").width);
+        }
+
+        function test_theKeyboardGoesThroughTheButtonsInOrder() {
+            show("well");
+            part("power").forceActiveFocus(Qt.TabFocusReason);
+            for (const name of ["start", "open", "power"]) {
+                keyClick(Qt.Key_Tab);
+                verify(part(name).activeFocus, name);
+                verify(part(name).ringed, name);
+            }
+        }
+
+        function test_aLongHeadlineShrinks() {
+            const headline = part("headline");
+            compare(headline.fontSizeMode, Text.HorizontalFit);
+            compare(headline.minimumPixelSize, Math.round(0.7 * 17));
+            compare(headline.maximumLineCount, 1);
+            show("running");
+            const before = headline.height;
+            const full = headline.width;
+            headline.width = full * 0.8;
+            look();
+            verify(!headline.truncated);
+            verify(headline.paintedWidth <= headline.width + 1);
+            headline.width = 60;
+            look();
+            verify(headline.truncated);
+            headline.width = Qt.binding(() => headline.parent.width);
+            compare(headline.width, full);
+            look();
+            compare(headline.height, before);
+        }
+
+        function test_longTextsAreCutInsideTheirBlocks() {
+            show("long");
+            const top = part("top");
+            for (const name of ["eyebrow", "headline", "detail"]) {
+                const text = part(name);
+                verify(rightOf(text) + text.parent.x <= 306 - 14 + 0.5);
+                verify(text.paintedWidth <= text.width + 1, name);
+            }
+            verify(part("detail").truncated);
+            verify(part("detail").paintedHeight + part("detail").y <= top.height - 14);
+            compare(part("detail").textFormat, Text.PlainText);
+            for (const row of rows()) {
+                const state = findChild(row, "state");
+                verify(state.mapToItem(row, state.width, 0).x <= 306 - 11 + 0.5);
+            }
+        }
+    }
+}

@@ -1,0 +1,12 @@
+import QtQuick
+import Vellomar.Window
+
+// The panel about the program.
+Item {
+    AboutView {
+        anchors.centerIn: parent
+        width: implicitWidth
+        height: implicitHeight
+        version: "1.2.3"
+    }
+}

@@ -1,0 +1,11 @@
+import QtQuick
+import Vellomar.Window
+
+// The window of the notices.
+Item {
+    LicensesView {
+        anchors.centerIn: parent
+        width: 620
+        height: 520
+    }
+}

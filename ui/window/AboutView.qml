@@ -1,0 +1,68 @@
+import QtQuick
+import Vellomar.Design
+
+// What this program is.
+Item {
+    id: root
+
+    required property string version
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Informazioni su Vellomar")
+    implicitWidth: 300
+    implicitHeight: column.height + 64
+
+    Surface {
+        anchors.fill: parent
+        fill: Theme.groundGradient
+    }
+
+    Column {
+        id: column
+
+        x: 16
+        y: 32
+        width: parent.width - 32
+        spacing: 6
+
+        BrandMark {
+            objectName: "mark"
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 72
+            height: 72
+        }
+
+        // Room for the mark's glow.
+        Item {
+            width: 1
+            height: 6
+        }
+
+        Label {
+            width: parent.width
+            text: "Vellomar"
+            font.pixelSize: 20
+            font.weight: Font.Bold
+            horizontalAlignment: Text.AlignHCenter
+        }
+
+        Label {
+            objectName: "version"
+            width: parent.width
+            text: qsTr("Versione %1").arg(root.version)
+            font.pixelSize: 11
+            color: Theme.secondary
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+        }
+
+        Label {
+            objectName: "credits"
+            width: parent.width
+            text: qsTr("Backup cifrati con restic e rclone.")
+            font.pixelSize: 11
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+        }
+    }
+}

@@ -1,0 +1,59 @@
+import QtQuick
+import Vellomar.Design
+import Vellomar.Glance
+
+// The window. Closing it only hides it; whoever made it decides when the program ends.
+Window {
+    id: root
+
+    required property AppModel model
+    required property Summary summary
+
+    signal licensesAsked
+    signal aboutAsked
+    signal quitAsked
+
+    // Brings the window up from wherever it is.
+    function comeUp() {
+        if (visibility === Window.Minimized || visibility === Window.Hidden) {
+            showNormal();
+        }
+        raise();
+        requestActivate();
+    }
+
+    function goToSettings() {
+        comeUp();
+        model.section = AppModel.Section.Settings;
+    }
+
+    title: "Vellomar"
+    width: 1060
+    height: 720
+    minimumWidth: 980
+    minimumHeight: 660
+    color: Theme.ground
+
+    // Here rather than in the view, where an open sheet would hold them back.
+    Shortcut {
+        sequences: ["Ctrl+,"]
+        context: Qt.ApplicationShortcut
+        onActivated: root.goToSettings()
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+Q"]
+        context: Qt.ApplicationShortcut
+        onActivated: root.quitAsked()
+    }
+
+    RootView {
+        anchors.fill: parent
+        model: root.model
+        summary: root.summary
+        onAboutAsked: root.aboutAsked()
+        onSettingsAsked: root.goToSettings()
+        onLicensesAsked: root.licensesAsked()
+        onQuitAsked: root.quitAsked()
+    }
+}

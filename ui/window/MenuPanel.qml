@@ -1,0 +1,156 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellomar.Design
+import Vellomar.Glance
+import Vellomar.Window
+
+// What the tray's item opens: how the backups stand, and what there is to do about it.
+Item {
+    id: root
+
+    required property AppModel model
+    required property Summary summary
+
+    signal windowAsked
+    signal quitAsked
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: "Vellomar"
+    implicitWidth: 330
+    implicitHeight: column.height + 24
+
+    Surface {
+        anchors.fill: parent
+        fill: Theme.groundGradient
+    }
+
+    Column {
+        id: column
+
+        x: 12
+        y: 12
+        width: root.width - 24
+        spacing: 10
+
+        Item {
+            objectName: "top"
+            width: parent.width
+            height: Math.max(dial.height, texts.height) + 28
+
+            Raised {
+                anchors.fill: parent
+            }
+
+            TimeDial {
+                id: dial
+
+                objectName: "dial"
+                x: 14
+                anchors.verticalCenter: parent.verticalCenter
+                diameter: 86
+                summary: root.summary
+            }
+
+            Column {
+                id: texts
+
+                anchors.left: dial.right
+                anchors.leftMargin: 14
+                anchors.right: parent.right
+                anchors.rightMargin: 14
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 4
+
+                Eyebrow {
+                    objectName: "eyebrow"
+                    width: parent.width
+                    text: root.summary.panelEyebrow
+                    elide: Text.ElideRight
+                }
+
+                Label {
+                    objectName: "headline"
+                    width: parent.width
+                    text: root.summary.panelHeadline
+                    font.pixelSize: 17
+                    font.weight: Font.DemiBold
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 12 // 0.7 of its size
+                    maximumLineCount: 1
+                    elide: Text.ElideRight
+                }
+
+                Label {
+                    objectName: "detail"
+                    width: parent.width
+                    text: root.summary.panelDetail
+                    font.pixelSize: 11
+                    color: Theme.secondary
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 4
+                    elide: Text.ElideRight
+                }
+            }
+        }
+
+        Repeater {
+            model: root.summary.panelDestinations
+
+            MenuPanelRow {
+                required property int modelData
+
+                width: column.width
+                destination: root.model.destinations[modelData]
+            }
+        }
+
+        Item {
+            objectName: "buttons"
+            width: parent.width
+            height: Math.max(start.height, power.height)
+
+            PillButton {
+                id: start
+
+                objectName: "start"
+                anchors.verticalCenter: parent.verticalCenter
+                visible: !root.summary.running
+                text: qsTr("Esegui backup")
+                enabled: root.model.config.hasDestination && !root.model.busy
+                onClicked: root.model.startBackup()
+            }
+
+            PillButton {
+                id: stop
+
+                objectName: "stop"
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.summary.running
+                text: qsTr("Interrompi")
+                kind: PillButton.Kind.Outline
+                onClicked: root.model.cancelBackup()
+            }
+
+            PillButton {
+                objectName: "open"
+                anchors.left: start.visible ? start.right : stop.right
+                anchors.leftMargin: 8
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Apri Vellomar")
+                kind: PillButton.Kind.Quiet
+                onClicked: root.windowAsked()
+            }
+
+            IconButton {
+                id: power
+
+                objectName: "power"
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "power"
+                help: qsTr("Esci da Vellomar")
+                onClicked: root.quitAsked()
+            }
+        }
+    }
+}

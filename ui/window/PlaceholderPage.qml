@@ -1,0 +1,16 @@
+import QtQuick
+import Vellomar.Design
+
+// A section that has no page of its own.
+Page {
+    id: root
+
+    required property string symbol
+
+    EmptyState {
+        width: parent ? parent.width : 0
+        symbol: root.symbol
+        title: qsTr("Niente da mostrare")
+        text: qsTr("Questa pagina non fa parte di questa versione di Vellomar.")
+    }
+}
