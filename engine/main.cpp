@@ -1,11 +1,10 @@
 #include "engine/Headless.h"
+#include "engine/WindowModule.h"
 #include "tools/OneShotSecret.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <string_view>
 
@@ -25,9 +24,5 @@ int main(int argc, char *argv[])
         Headless::run(find("--manual") != words.end());
     }
 
-    // The window is a module of its own, loaded only here; this version comes without it.
-    static_cast<void>(std::fputs("Vellomar: questa versione non ha ancora la finestra. "
-                                 "Per un backup: vellomar --backup --manual\n",
-                                 stderr));
-    return EXIT_FAILURE;
+    return WindowModule::run(argc, argv);
 }

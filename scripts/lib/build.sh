@@ -2,7 +2,7 @@
 # nothing where nothing did.
 # shellcheck shell=bash
 
-# build PRESET FOLDER TARGET: the target is "vellomar", or "all" with the tests.
+# build PRESET FOLDER TARGET: the target is "program", or "all" with the tests.
 build() {
     local preset=$1 folder=$root/$2 target=$3 testing=ON
     # The program alone asks for no package that only tests need.

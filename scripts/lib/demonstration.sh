@@ -1,5 +1,6 @@
 # The main job where there is no desktop: a sample folder is backed up to a
-# sample disk, changed, backed up again, and restored, all in a temporary home.
+# sample disk, changed, backed up again, and restored, all in a temporary home, and the window
+# is shown in pictures.
 # shellcheck shell=bash
 
 demonstration() {
@@ -7,10 +8,10 @@ demonstration() {
     HOME=$(mktemp -d)
     export HOME
     unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_CACHE_HOME XDG_STATE_HOME
-    trap 'rm -rf -- "$HOME"' EXIT
+    trap 'pictures_end; rm -rf -- "$HOME"' EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
-    local sample=$HOME/Sample disk=$HOME/Disk restored=$HOME/Restored
+    local sample=$HOME/Sample disk=$HOME/Disk restored=$HOME/Restored pictures=$root/build/pictures/pages
 
     say "No desktop here: this is a backup in a private session, in the temporary home $HOME"
     session_open "$(key_new)"
@@ -38,7 +39,9 @@ demonstration() {
         fail "what was restored differs from what was backed up"
     diff <(sample_modes "$sample") <(sample_modes "$restored") ||
         fail "modes or times of what was restored differ"
-    say "Shown: an encrypted backup, a check of the disk, a second version of the changes alone, and a restore that is equal byte by byte, with names, modes and times."
+    say "The window, page by page"
+    pictures_take "$pictures"
+    say "Shown: an encrypted backup, a check of the disk, a second version of the changes alone, and a restore that is equal byte by byte, with names, modes and times. The pictures of the window are in $pictures"
 }
 
 # A backup by the program, and what its history says of it.

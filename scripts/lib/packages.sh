@@ -9,22 +9,27 @@ run_packages=(
     qt6-declarative-dev qt6-svg-dev bootstrap-icons fonts-inter fonts-quicksand polkitd
     qml6-module-qtquick qml6-module-qtquick-templates qml6-module-qtquick-window
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
+    qt6-translations-l10n
     dbus gnome-keyring libsecret-tools ca-certificates jq openssh-client procps
 )
 
-# Besides those, to test it.
+# Besides those, to show the window where there is no screen.
+demonstration_packages=(xvfb xdotool imagemagick)
+
+# Besides all those, to test it.
 test_packages=(
     libgtest-dev libgmock-dev qml6-module-qttest
     clang-format clang-tidy shellcheck git
     strace python3 python3-dbus python3-gi python3-dbusmock libglib2.0-bin util-linux
     openssh-server apache2-bin samba python3-swift
-    systemd xvfb dunst librsvg2-common
-    xclip xdotool trayer poppler-utils
+    systemd dunst librsvg2-common
+    openbox wmctrl xclip trayer poppler-utils
 )
 
-# packages_install run|test: installs those of the list that are missing.
+# packages_install run|demonstration|test: installs those of the list that are missing.
 packages_install() {
     local wanted=("${run_packages[@]}") missing log=$root/build/packages.log
+    [[ $1 == run ]] || wanted+=("${demonstration_packages[@]}")
     [[ $1 != test ]] || wanted+=("${test_packages[@]}")
     mapfile -t missing < <(packages_missing "${wanted[@]}")
     ((${#missing[@]})) || return 0

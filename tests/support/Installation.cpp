@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 Installation::Installation()
     : m_root(m_folder.path() + QLatin1String("/a place with blanks"))
@@ -42,6 +43,14 @@ void Installation::addScript(const QString &name, const QByteArray &text)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner |
                             QFileDevice::ExeOwner);
     }
+}
+
+void Installation::addWindow()
+{
+    QDir().mkpath(m_root + QLatin1String("/lib"));
+    QFile::link(
+        QDir::cleanPath(QFileInfo(builtProgram()).path() + QLatin1String("/../lib/vellomar")),
+        m_root + QLatin1String("/lib/vellomar"));
 }
 
 QString Installation::realTool(const QString &name)

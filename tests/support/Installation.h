@@ -24,6 +24,9 @@ public:
     /// Puts in an executable script with this text.
     void addScript(const QString &name, const QByteArray &text);
 
+    /// Puts in the window.
+    void addWindow();
+
     /// Full path of the real tool of this build.
     static QString realTool(const QString &name);
     /// Full path of the program of this build.

@@ -24,16 +24,18 @@ void makeRuntimeFolder()
     }
 }
 
-Screen::Screen(QSize size)
+Screen::Screen(QSize size, const QStringList &options)
 {
     makeRuntimeFolder();
     m_server.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     // It finds a free number by itself.
-    m_server.start(
-        QStringLiteral("Xvfb"),
-        {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-         QStringLiteral("0"), QStringLiteral("%1x%2x24").arg(size.width()).arg(size.height()),
-         QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-noreset")});
+    m_server.start(QStringLiteral("Xvfb"),
+                   QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"),
+                               QStringLiteral("-screen"), QStringLiteral("0"),
+                               QStringLiteral("%1x%2x24").arg(size.width()).arg(size.height()),
+                               QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                               QStringLiteral("-noreset")} +
+                       options);
     if (!m_server.waitForReadyRead(patienceMilliseconds)) {
         return;
     }

@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QSize>
+#include <QStringList>
 
 /// Gives this process a runtime folder in its home where it has none: Qt would make one in /tmp.
 void makeRuntimeFolder();
@@ -11,7 +12,8 @@ void makeRuntimeFolder();
 class Screen
 {
 public:
-    explicit Screen(QSize size = {1280, 800});
+    /// `options` are further ones for the X server.
+    explicit Screen(QSize size = {1280, 800}, const QStringList &options = {});
     ~Screen();
     Screen(const Screen &) = delete;
     Screen &operator=(const Screen &) = delete;

@@ -1,0 +1,91 @@
+#include "tests/support/Waiting.h"
+#include "tests/support/WindowSession.h"
+
+#include <QDir>
+
+// What a desktop may lack: the window opens all the same.
+
+namespace {
+
+class MissingDesktop : public WindowSession
+{
+protected:
+    void expectWindow()
+    {
+        program.start();
+        ASSERT_TRUE(program.shows()) << program.errors().toStdString();
+        EXPECT_TRUE(
+            eventually([this] { return ManagedScreen::isPainted(program.windows().value(0)); }));
+        program.send(SIGTERM);
+        EXPECT_EQ(program.finish(), 0);
+    }
+
+    ShownProgram program;
+};
+
+class MissingKeyring : public MissingDesktop
+{
+protected:
+    MissingKeyring() { session.stopKeyring(); }
+};
+
+TEST_F(MissingDesktop, aSessionBus)
+{
+    session.stopKeyring();
+    session.stopBus();
+    expectWindow();
+}
+
+TEST_F(MissingDesktop, aKeyring)
+{
+    session.stopKeyring();
+    expectWindow();
+}
+
+TEST_F(MissingDesktop, fonts)
+{
+    const QString empty = QDir::homePath() + QLatin1String("/no-fonts");
+    ASSERT_TRUE(QDir().mkpath(empty));
+    QFile settings(empty + QLatin1String("/fonts.conf"));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write("<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
+                   "<fontconfig></fontconfig>");
+    settings.close();
+    qputenv("FONTCONFIG_FILE", settings.fileName().toUtf8());
+    expectWindow();
+}
+
+TEST_F(MissingDesktop, anIconTheme)
+{
+    qputenv("XDG_DATA_DIRS", "/nonexistent");
+    expectWindow();
+}
+
+TEST_F(MissingDesktop, aRuntimeFolder)
+{
+    qputenv("XDG_RUNTIME_DIR", "");
+    expectWindow();
+}
+
+TEST_F(MissingDesktop, aPlaceForTheSupportFolder)
+{
+    // A file stands where the folder would be.
+    qputenv("XDG_DATA_HOME", QDir::homePath().toUtf8() + "/occupied");
+    QFile occupied(QDir::homePath() + QLatin1String("/occupied"));
+    ASSERT_TRUE(occupied.open(QIODevice::WriteOnly));
+    expectWindow();
+}
+
+TEST_F(MissingDesktop, aScreenIsTold)
+{
+    for (const char *display : {"", ":987"}) {
+        qputenv("DISPLAY", display);
+        ShownProgram blind;
+        blind.start();
+        EXPECT_EQ(blind.finish(), 1);
+        const QByteArray errors = blind.errors();
+        EXPECT_TRUE(errors.contains("qui non c'è uno schermo")) << errors.toStdString();
+    }
+}
+
+} // namespace

@@ -1,0 +1,117 @@
+#include "model/UserDefaults.h"
+#include "state/StatusStore.h"
+#include "tests/support/ScriptedRestic.h"
+#include "tests/support/WindowSession.h"
+
+#include <QDateTime>
+
+#include <csignal>
+
+// The window and what is under way when it goes.
+
+namespace {
+
+class RunningBackup : public ScriptedRestic
+{
+protected:
+    RunningBackup() { installation.addWindow(); }
+    void SetUp() override { ASSERT_TRUE(screen.isRunning()); }
+
+    void TearDown() override
+    {
+        for (const QByteArray &process : notedProcesses().split('\n')) {
+            if (process.toInt() > 0) {
+                ::kill(process.toInt(), SIGKILL);
+            }
+        }
+    }
+
+    /// Lets the window start a backup as soon as it is there.
+    static void haveBackupPending()
+    {
+        UserDefaults::set(UserDefaults::pendingAction, QStringLiteral("backup"));
+        UserDefaults::set(UserDefaults::pendingActionDate, QDateTime::currentDateTimeUtc());
+    }
+    static QByteArray notedProcesses() { return readFile(home() + QLatin1String("/processes")); }
+
+    ManagedScreen screen;
+};
+
+TEST_F(RunningBackup, goesOnWhenTheWindowEnds)
+{
+    script("await");
+    haveBackupPending();
+    ShownProgram program(installation.program());
+    program.start();
+    ASSERT_TRUE(program.shows());
+    ASSERT_TRUE(isAwaiting());
+    const auto status = StatusStore::loadStatus();
+    ASSERT_TRUE(status);
+    EXPECT_NE(status->pid, program.processId());
+    program.send(SIGTERM);
+    EXPECT_EQ(program.finish(), 0);
+    EXPECT_FALSE(hasEnded(status->pid));
+    EXPECT_EQ(recordCount(), 0);
+    letGo();
+    EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(signalsNoted(), "");
+    EXPECT_TRUE(eventually([&] { return hasEnded(status->pid); }));
+}
+
+TEST_F(RunningBackup, goesOnWhenAKeyInTheTerminalEndsTheWindow)
+{
+    script("await");
+    haveBackupPending();
+    ShownProgram program(installation.program());
+    program.start();
+    ASSERT_TRUE(program.shows());
+    ASSERT_TRUE(isAwaiting());
+    const auto status = StatusStore::loadStatus();
+    ASSERT_TRUE(status);
+    // A terminal's Ctrl-C goes to the whole group of the window's process; the backup isn't in it.
+    EXPECT_NE(::getpgid(status->pid), ::getpgid(static_cast<pid_t>(program.processId())));
+    program.send(SIGINT);
+    EXPECT_EQ(program.finish(), 0);
+    letGo();
+    EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_TRUE(eventually([&] { return hasEnded(status->pid); }));
+}
+
+TEST_F(RunningBackup, beginsWhenThePersonComesBackToTheWindow)
+{
+    script("await");
+    ShownProgram program(installation.program());
+    program.start();
+    ASSERT_TRUE(program.shows());
+    const QString window = program.windows().value(0);
+    ASSERT_TRUE(eventually([&] { return ManagedScreen::activeWindow() == window; }));
+    haveBackupPending();
+    EXPECT_FALSE(StatusStore::loadStatus());
+    // It is no coming back before the program has seen the person go.
+    EXPECT_TRUE(eventually([&] {
+        for (const char *change : {"windowminimize", "windowactivate"}) {
+            ManagedScreen::run(QStringLiteral("xdotool"), {QString::fromUtf8(change), window});
+            QThread::msleep(500);
+        }
+        return StatusStore::loadStatus().has_value();
+    }));
+    EXPECT_TRUE(isAwaiting());
+    letGo();
+    EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
+}
+
+TEST_F(RunningBackup, aRepositoryThatDoesNotAnswerDoesNotHinderTheEnd)
+{
+    installation.addScript(QStringLiteral("restic"),
+                           "#!/bin/sh\necho $$ >>\"$HOME/processes\"\nexec sleep 100000\n");
+    ShownProgram program(installation.program());
+    program.start();
+    ASSERT_TRUE(program.shows());
+    ASSERT_TRUE(eventually([] { return notedProcesses().endsWith('\n'); }));
+    program.send(SIGTERM);
+    EXPECT_EQ(program.finish(), 0);
+}
+
+} // namespace

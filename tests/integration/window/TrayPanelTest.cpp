@@ -1,0 +1,164 @@
+#include "tests/support/Waiting.h"
+#include "tests/support/WindowSession.h"
+
+#include <csignal>
+
+#include <sys/prctl.h>
+
+// The panel that opens from the tray.
+
+namespace {
+
+class TrayPanel : public WindowSession
+{
+protected:
+    void TearDown() override
+    {
+        tray.kill();
+        tray.waitForFinished(20000);
+    }
+
+    bool startTray(const QString &name, const QStringList &arguments)
+    {
+        tray.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        tray.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        tray.start(name, arguments);
+        return tray.waitForStarted(20000);
+    }
+    /// The window, with its item in a tray on the session bus.
+    void open()
+    {
+        ASSERT_TRUE(startTray(QStringLiteral("/usr/bin/python3"),
+                              {QStringLiteral(VELLOMAR_SOURCE_DIR "/tests/support/tray_host.py")}));
+        ASSERT_TRUE(ManagedScreen::run(QStringLiteral("gdbus"),
+                                       {QStringLiteral("wait"), QStringLiteral("--session"),
+                                        QStringLiteral("--timeout=20"),
+                                        QStringLiteral("org.kde.StatusNotifierWatcher")}));
+        program.start();
+        ASSERT_TRUE(program.shows());
+        // The host says what the item shows once it is there.
+        ASSERT_TRUE(eventually([this] { return tray.waitForReadyRead(1) || tray.canReadLine(); }));
+    }
+    void activate()
+    {
+        tray.write("Activate\n");
+        tray.waitForBytesWritten(20000);
+    }
+    bool opensPanel()
+    {
+        return eventually([this] { return program.panels().size() == 1; });
+    }
+    bool closesPanel()
+    {
+        return eventually([this] { return program.panels().isEmpty(); });
+    }
+    QRect panelPlace() { return ManagedScreen::place(program.panels().value(0)); }
+
+    ShownProgram program;
+    QProcess tray;
+};
+
+TEST_F(TrayPanel, opensInTheCornerAndIsWhole)
+{
+    open();
+    activate();
+    ASSERT_TRUE(opensPanel());
+    EXPECT_TRUE(eventually([this] { return ManagedScreen::isPainted(program.panels().value(0)); }));
+    const QRect screenPlace(QPoint(), ManagedScreen::size);
+    EXPECT_TRUE(eventually([&] {
+        const QRect panel = panelPlace();
+        return screenPlace.contains(panel) && panel.right() > screenPlace.right() - 40 &&
+               panel.top() < 40 && panel.height() > 150;
+    }));
+}
+
+TEST_F(TrayPanel, anotherClickClosesItAndTheNextOneOpensItAgain)
+{
+    open();
+    activate();
+    ASSERT_TRUE(opensPanel());
+    activate();
+    EXPECT_TRUE(closesPanel());
+    activate();
+    EXPECT_TRUE(opensPanel());
+}
+
+TEST_F(TrayPanel, escapeClosesIt)
+{
+    open();
+    activate();
+    ASSERT_TRUE(opensPanel());
+    ASSERT_TRUE(
+        eventually([this] { return ManagedScreen::activeWindow() == program.panels().value(0); }));
+    ASSERT_TRUE(ManagedScreen::press(QStringLiteral("Escape")));
+    EXPECT_TRUE(closesPanel());
+    EXPECT_TRUE(program.isRunning());
+}
+
+TEST_F(TrayPanel, turningToAnotherWindowClosesIt)
+{
+    open();
+    activate();
+    ASSERT_TRUE(opensPanel());
+    // More than once, as the panel asks for the keyboard itself while it opens.
+    EXPECT_TRUE(eventually([this] {
+        ManagedScreen::run(QStringLiteral("xdotool"),
+                           {QStringLiteral("windowactivate"), program.windows().value(0)});
+        QThread::msleep(500);
+        return program.panels().isEmpty();
+    }));
+}
+
+TEST_F(TrayPanel, bringsTheWindowBackThatWasClosed)
+{
+    open();
+    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
+    ASSERT_TRUE(program.hides());
+    activate();
+    ASSERT_TRUE(opensPanel());
+    ASSERT_TRUE(
+        eventually([this] { return ManagedScreen::activeWindow() == program.panels().value(0); }));
+    // With nothing set up a backup can't be started, so "Apri Vellomar" is the first button.
+    ASSERT_TRUE(ManagedScreen::press(QStringLiteral("Tab")));
+    ASSERT_TRUE(ManagedScreen::press(QStringLiteral("space")));
+    EXPECT_TRUE(program.shows());
+    EXPECT_TRUE(closesPanel());
+}
+
+TEST_F(TrayPanel, endsTheProgram)
+{
+    open();
+    activate();
+    ASSERT_TRUE(opensPanel());
+    ASSERT_TRUE(eventually([this] { return ManagedScreen::isPainted(program.panels().value(0)); }));
+    // The last button of the last row.
+    constexpr QPoint fromCorner(12 + 16, 12 + 16);
+    ASSERT_TRUE(ManagedScreen::click(panelPlace().bottomRight() - fromCorner));
+    EXPECT_EQ(program.finish(), 0);
+}
+
+TEST_F(TrayPanel, opensBesideTheItemInATrayOnTheScreen)
+{
+    ASSERT_TRUE(
+        startTray(QStringLiteral("trayer"),
+                  {QStringLiteral("--edge"), QStringLiteral("bottom"), QStringLiteral("--align"),
+                   QStringLiteral("left"), QStringLiteral("--tint"), QStringLiteral("0x000000"),
+                   QStringLiteral("--transparent"), QStringLiteral("false")}));
+    program.start();
+    ASSERT_TRUE(program.shows());
+    // The tray is as wide as what it holds, at the lower left; a click into its corner is on the
+    // item as soon as that is there.
+    EXPECT_TRUE(eventually([this] {
+        ManagedScreen::click({12, ManagedScreen::size.height() - 12});
+        QThread::msleep(500);
+        return program.panels().size() == 1;
+    }));
+    const QRect screenPlace(QPoint(), ManagedScreen::size);
+    EXPECT_TRUE(eventually([&] {
+        const QRect panel = panelPlace();
+        return screenPlace.contains(panel) && panel.left() < 40 &&
+               panel.bottom() > screenPlace.bottom() - 120;
+    }));
+}
+
+} // namespace

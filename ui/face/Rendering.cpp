@@ -1,0 +1,58 @@
+#include "ui/face/Rendering.h"
+
+#include <QFileInfo>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QQuickWindow>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// OpenGL that the main processor only imitates, by the names that Mesa has for that.
+bool isImitation(QByteArray renderer)
+{
+    static constexpr std::array imitations = {"llvmpipe", "softpipe", "swrast", "software"};
+    renderer = renderer.toLower();
+    return std::any_of(imitations.begin(), imitations.end(),
+                       [&renderer](const char *name) { return renderer.contains(name); });
+}
+
+} // namespace
+
+bool Rendering::hasGraphicsProcessor(const QStringList &devices)
+{
+    if (std::none_of(devices.begin(), devices.end(),
+                     [](const QString &device) { return QFileInfo::exists(device); })) {
+        return false;
+    }
+    QOpenGLContext context;
+    if (!context.create()) {
+        return false;
+    }
+    QOffscreenSurface surface;
+    surface.setFormat(context.format());
+    surface.create();
+    if (!surface.isValid() || !context.makeCurrent(&surface)) {
+        return false;
+    }
+    const auto *renderer =
+        reinterpret_cast<const char *>(context.functions()->glGetString(GL_RENDERER));
+    return renderer != nullptr && !isImitation(renderer);
+}
+
+void Rendering::choose()
+{
+    for (const char *name : {"QT_QUICK_BACKEND", "QMLSCENE_DEVICE", "QSG_RHI_BACKEND"}) {
+        if (qEnvironmentVariableIsSet(name)) {
+            return;
+        }
+    }
+    // Those of the kernel, of NVIDIA's own driver, and of Linux within Windows.
+    if (!hasGraphicsProcessor({QStringLiteral("/dev/dri"), QStringLiteral("/dev/nvidiactl"),
+                               QStringLiteral("/dev/dxg")})) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+}

@@ -1,0 +1,109 @@
+#include "model/Background.h"
+#include "state/Localized.h"
+#include "tools/Rclone.h"
+#include "ui/face/EndSignals.h"
+#include "ui/face/Rendering.h"
+#include "ui/face/WindowFace.h"
+#include "ui/shell/SingleInstance.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QTranslator>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+constexpr std::chrono::seconds patience(5);
+
+/// Qt has no other way out when it finds no screen than one that looks like a crash.
+void sayThatThereIsNoScreen(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    static_cast<void>(std::fputs(qPrintable(text + u'\n'), stderr));
+    if (type == QtFatalMsg) {
+        static_cast<void>(
+            std::fputs(qUtf8Printable(localized(
+                           "Vellomar: qui non c'è uno schermo su cui aprire la finestra.\n"
+                           "Per un backup senza finestra: vellomar --backup --manual\n")),
+                       stderr));
+        std::_Exit(EXIT_FAILURE);
+    }
+}
+
+std::unique_ptr<QApplication> madeApplication(int &argc, char *argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Vellomar"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELLOMAR_VERSION));
+    // The engine's notifications name it, too.
+    QGuiApplication::setDesktopFileName(QStringLiteral("it.vellomar.app"));
+    const QtMessageHandler ordinary = qInstallMessageHandler(sayThatThereIsNoScreen);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(ordinary);
+    // Whether it goes on is no question of how many windows are open.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+/// The first one is there but says nothing: it hangs, or waits for the keyring.
+void tellThatNobodyAnswers()
+{
+    const QString message = localized("Vellomar è già aperto, ma non risponde.");
+    static_cast<void>(std::fputs(qUtf8Printable(message + u'\n'), stderr));
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Vellomar"), message, QMessageBox::Close);
+    box.setInformativeText(
+        localized("Attendi qualche secondo e riprova. Un backup in corso non ne risente."));
+    box.exec();
+}
+
+int runWindow(int &argc, char *argv[])
+{
+    EndSignals endings;
+    const std::unique_ptr<QApplication> application = madeApplication(argc, argv);
+    QObject::connect(&endings, &EndSignals::received, application.get(),
+                     [] { QCoreApplication::exit(EXIT_SUCCESS); });
+
+    QTranslator words; // those of Qt's own panels
+    if (words.load(QLocale(QLocale::Italian), QStringLiteral("qtbase"), QStringLiteral("_"),
+                   QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&words);
+    }
+
+    SingleInstance instance;
+    switch (instance.begin(patience)) {
+    case SingleInstance::Role::first:
+        break;
+    case SingleInstance::Role::handedOver:
+        return EXIT_SUCCESS;
+    case SingleInstance::Role::unanswered:
+        endings.listen();
+        tellThatNobodyAnswers();
+        return EXIT_FAILURE;
+    }
+    // The model will ask for them; till then there is time to have rclone read them.
+    Background::run([] { Rclone::remotes(); });
+    Rendering::choose();
+    WindowFace face(instance);
+    if (!face.open()) {
+        return EXIT_FAILURE;
+    }
+    endings.listen();
+    return QApplication::exec();
+}
+
+} // namespace
+
+/// The one function that the module is loaded for.
+extern "C" int vellomar_window(int argc, char *argv[])
+{
+    const int code = runWindow(argc, argv);
+    if (Background::threads().activeThreadCount() > 0) {
+        // What still waits for a disk or a network would find the process half taken down.
+        static_cast<void>(std::fflush(nullptr));
+        std::_Exit(code);
+    }
+    return code;
+}
