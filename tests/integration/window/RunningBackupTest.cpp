@@ -6,6 +6,7 @@
 #include <QDateTime>
 
 #include <csignal>
+#include <functional>
 
 // The window and what is under way when it goes.
 
@@ -32,6 +33,29 @@ protected:
         UserDefaults::set(UserDefaults::pendingAction, QStringLiteral("backup"));
         UserDefaults::set(UserDefaults::pendingActionDate, QDateTime::currentDateTimeUtc());
     }
+    /// Opens the window, which starts a backup, and waits for its status; ends the window by a
+    /// signal, lets the backup go on, and expects it to come to its own good end.
+    void expectItSurvives(int signal, const std::function<void(pid_t window, pid_t backup)> &look)
+    {
+        script("await");
+        haveBackupPending();
+        ShownProgram program(installation.program());
+        program.start();
+        ASSERT_TRUE(program.shows());
+        ASSERT_TRUE(isAwaiting());
+        const auto status = StatusStore::loadStatus();
+        ASSERT_TRUE(status);
+        look(static_cast<pid_t>(program.processId()), status->pid);
+        program.send(signal);
+        EXPECT_EQ(program.finish(), 0);
+        EXPECT_FALSE(hasEnded(status->pid));
+        EXPECT_EQ(recordCount(), 0);
+        letGo();
+        EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
+        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+        EXPECT_EQ(signalsNoted(), "");
+        EXPECT_TRUE(eventually([&] { return hasEnded(status->pid); }));
+    }
     static QByteArray notedProcesses() { return readFile(home() + QLatin1String("/processes")); }
 
     ManagedScreen screen;
@@ -39,44 +63,15 @@ protected:
 
 TEST_F(RunningBackup, goesOnWhenTheWindowEnds)
 {
-    script("await");
-    haveBackupPending();
-    ShownProgram program(installation.program());
-    program.start();
-    ASSERT_TRUE(program.shows());
-    ASSERT_TRUE(isAwaiting());
-    const auto status = StatusStore::loadStatus();
-    ASSERT_TRUE(status);
-    EXPECT_NE(status->pid, program.processId());
-    program.send(SIGTERM);
-    EXPECT_EQ(program.finish(), 0);
-    EXPECT_FALSE(hasEnded(status->pid));
-    EXPECT_EQ(recordCount(), 0);
-    letGo();
-    EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
-    EXPECT_EQ(signalsNoted(), "");
-    EXPECT_TRUE(eventually([&] { return hasEnded(status->pid); }));
+    expectItSurvives(SIGTERM, [](pid_t window, pid_t backup) { EXPECT_NE(window, backup); });
 }
 
 TEST_F(RunningBackup, goesOnWhenAKeyInTheTerminalEndsTheWindow)
 {
-    script("await");
-    haveBackupPending();
-    ShownProgram program(installation.program());
-    program.start();
-    ASSERT_TRUE(program.shows());
-    ASSERT_TRUE(isAwaiting());
-    const auto status = StatusStore::loadStatus();
-    ASSERT_TRUE(status);
     // A terminal's Ctrl-C goes to the whole group of the window's process; the backup isn't in it.
-    EXPECT_NE(::getpgid(status->pid), ::getpgid(static_cast<pid_t>(program.processId())));
-    program.send(SIGINT);
-    EXPECT_EQ(program.finish(), 0);
-    letGo();
-    EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
-    EXPECT_TRUE(eventually([&] { return hasEnded(status->pid); }));
+    expectItSurvives(SIGINT, [](pid_t window, pid_t backup) {
+        EXPECT_NE(::getpgid(window), ::getpgid(backup));
+    });
 }
 
 TEST_F(RunningBackup, beginsWhenThePersonComesBackToTheWindow)
