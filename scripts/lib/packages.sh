@@ -24,6 +24,7 @@ test_packages=(
     openssh-server apache2-bin samba python3-swift
     systemd dunst librsvg2-common
     openbox wmctrl xclip trayer poppler-utils
+    at-spi2-core gir1.2-atspi-2.0 libxcb1-dev
 )
 
 # packages_install run|demonstration|test: installs those of the list that are missing.

@@ -11,6 +11,7 @@ T.ScrollBar {
     padding: 3
     minimumSize: 0.08
     visible: policy !== T.ScrollBar.AlwaysOff && size < 1
+    Accessible.ignored: true // what it moves is read, and scrolled, without it
     contentItem: Rectangle {
         implicitWidth: 5
         implicitHeight: 5
