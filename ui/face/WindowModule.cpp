@@ -7,6 +7,7 @@
 #include "ui/shell/SingleInstance.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
@@ -62,6 +63,11 @@ void tellThatNobodyAnswers()
 int runWindow(int &argc, char *argv[])
 {
     EndSignals endings;
+    SingleInstance instance;
+    if (instance.claim()) {
+        // The model will ask for them; till then there is time to have rclone read them.
+        Background::run([] { Rclone::remotes(); });
+    }
     const std::unique_ptr<QApplication> application = madeApplication(argc, argv);
     QObject::connect(&endings, &EndSignals::received, application.get(),
                      [] { QCoreApplication::exit(EXIT_SUCCESS); });
@@ -72,7 +78,6 @@ int runWindow(int &argc, char *argv[])
         QCoreApplication::installTranslator(&words);
     }
 
-    SingleInstance instance;
     switch (instance.begin(patience)) {
     case SingleInstance::Role::first:
         break;
@@ -83,8 +88,8 @@ int runWindow(int &argc, char *argv[])
         tellThatNobodyAnswers();
         return EXIT_FAILURE;
     }
-    // The model will ask for them; till then there is time to have rclone read them.
-    Background::run([] { Rclone::remotes(); });
+    // The list of fonts likewise: it takes the reading of many small files.
+    Background::run([] { QFontDatabase::families(); });
     Rendering::choose();
     WindowFace face(instance);
     if (!face.open()) {

@@ -185,7 +185,7 @@ SingleInstance::Role SingleInstance::begin(std::chrono::milliseconds patience)
     const QDeadlineTimer deadline(patience);
     // The first one may be about to listen, or about to end.
     do {
-        if (lock(m_folder + u'/' + m_name + QLatin1String(".lock"))) {
+        if (claim()) {
             listen();
             return Role::first;
         }
@@ -197,9 +197,10 @@ SingleInstance::Role SingleInstance::begin(std::chrono::milliseconds patience)
     return Role::unanswered;
 }
 
-bool SingleInstance::lock(const QString &path)
+bool SingleInstance::claim()
 {
     if (m_lock < 0) {
+        const QString path = m_folder + u'/' + m_name + QLatin1String(".lock");
         m_lock = ::open(QFile::encodeName(path).constData(),
                         O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
     }

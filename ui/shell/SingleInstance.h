@@ -32,8 +32,10 @@ public:
     SingleInstance(SingleInstance &&) = delete;
     SingleInstance &operator=(SingleInstance &&) = delete;
 
-    /// Once, at the start. Waits for the first one's answer at most `patience`. Where no lock can
-    /// be had at all, each one is the first.
+    /// Whether this process is the first, from now on; needs no application yet. Where no lock can
+    /// be had at all, each one is.
+    bool claim();
+    /// Once, when there is an application. Waits for the first one's answer at most `patience`.
     Role begin(std::chrono::milliseconds patience);
 
 Q_SIGNALS:
@@ -44,7 +46,6 @@ Q_SIGNALS:
 private:
     class Visitor;
 
-    [[nodiscard]] bool lock(const QString &path);
     void listen();
     void welcome();
     void hear(Visitor *visitor);

@@ -22,12 +22,31 @@ Window {
     height: panel.implicitHeight
     color: Theme.ground
 
-    onVisibleChanged: wasActive = false
+    onVisibleChanged: {
+        wasActive = false;
+        asking.attempts = 0;
+    }
     onActiveChanged: {
         if (active) {
             wasActive = true;
         } else if (wasActive) {
             hide();
+        }
+    }
+
+    // A window that comes up just then may take the keyboard before the panel has had it, and
+    // turning away from the panel would never be seen.
+    Timer {
+        id: asking
+
+        property int attempts: 0
+
+        interval: 250
+        repeat: true
+        running: root.visible && !root.wasActive && attempts < 8
+        onTriggered: {
+            ++attempts;
+            root.requestActivate();
         }
     }
 
