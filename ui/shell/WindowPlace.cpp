@@ -49,7 +49,8 @@ WindowPlace::WindowPlace(QWindow *window, QSize ordinary)
     connect(window, &QWindow::heightChanged, this, &WindowPlace::notice);
     connect(window, &QWindow::windowStateChanged, this, &WindowPlace::notice);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
-        if (m_settled.isActive()) {
+        // The last move may not have been told of yet.
+        if (m_settled.isActive() || isInSight()) {
             remember();
         }
     });
@@ -104,10 +105,15 @@ void WindowPlace::restore(QSize ordinary)
     }
 }
 
+bool WindowPlace::isInSight() const
+{
+    return m_window->isVisible() && !(m_window->windowStates() & Qt::WindowMinimized);
+}
+
 void WindowPlace::notice()
 {
     // A window that is hidden or put aside is where it isn't.
-    if (m_window->isVisible() && !(m_window->windowStates() & Qt::WindowMinimized)) {
+    if (isInSight()) {
         m_settled.start();
     }
 }

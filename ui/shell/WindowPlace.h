@@ -28,6 +28,7 @@ public:
 
 private:
     void restore(QSize ordinary);
+    [[nodiscard]] bool isInSight() const;
     void notice();
     void remember();
 
