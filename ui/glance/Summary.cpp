@@ -37,8 +37,8 @@ void Summary::setModel(AppModel *model)
     }
     m_model = model;
     if (model != nullptr) {
-        for (auto signal : {&AppModel::summaryChanged, &AppModel::minutePassed,
-                            &AppModel::fullDiskAccessChanged, &AppModel::reposChanged}) {
+        // The first of them comes with each change of repositories and with each minute, too.
+        for (auto signal : {&AppModel::summaryChanged, &AppModel::fullDiskAccessChanged}) {
             connect(model, signal, this, &Summary::update);
         }
         for (auto signal : {&AppModel::statusChanged, &AppModel::launchingChanged}) {
