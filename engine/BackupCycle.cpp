@@ -5,8 +5,10 @@
 #include "state/AtomicFile.h"
 #include "state/Keychain.h"
 #include "state/Localized.h"
+#include "state/Paths.h"
 #include "state/StatusStore.h"
 
+#include <cstdio>
 #include <utility>
 
 namespace {
@@ -23,6 +25,11 @@ void recordGate(DestinationID destination, Outcome outcome, const QString &messa
     StatusStore::append(record);
 }
 
+void complain(const QString &line)
+{
+    static_cast<void>(std::fprintf(stderr, "%s\n", qUtf8Printable(line)));
+}
+
 } // namespace
 
 BackupEngine::BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
@@ -37,8 +44,13 @@ BackupEngine::BackupEngine(bool manual, AppConfig config, std::shared_ptr<Proces
 
 int BackupEngine::runAll()
 {
-    const std::optional<CycleLock> lock = CycleLock::acquire();
+    const auto lock = CycleLock::acquire();
     if (!lock) {
+        // Where the lock can't be kept no record can, so this line is all that tells of it.
+        if (lock.error()) {
+            complain(localized("Vellomar: impossibile scrivere nella cartella %1 (%2)")
+                         .arg(Paths::support(), *lock.error()));
+        }
         return exitGood;
     }
     // Only the holder of the lock writes these files: what lies beside them is a dead writer's.

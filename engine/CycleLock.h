@@ -2,7 +2,11 @@
 
 #include "tools/FileDescriptor.h"
 
+#include <QString>
+
 #include <optional>
+
+#include <tl/expected.hpp>
 
 /// The right to run a cycle on this machine, held from acquire() to the object's end.
 ///
@@ -11,8 +15,13 @@
 class CycleLock
 {
 public:
-    /// Absent when another cycle runs, or the file can't be opened.
-    static std::optional<CycleLock> acquire();
+    /// Fails with the reason, as the user reads it, when the file can't be opened; without any when
+    /// another cycle runs.
+    static tl::expected<CycleLock, std::optional<QString>> acquire();
+
+    /// Why a cycle would end at once and silently, or keep nothing of what it did; absent when it
+    /// wouldn't. For the window, which can tell the user: a cycle can't.
+    static std::optional<QString> fault();
 
     ~CycleLock();
     CycleLock(CycleLock &&) noexcept = default;

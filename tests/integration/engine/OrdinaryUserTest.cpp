@@ -94,7 +94,7 @@ TEST_F(OrdinaryUser, unreadableFilesGiveAWarningWithTheirNumber)
               QStringLiteral("Completato, ma 1 elementi non erano leggibili"));
 }
 
-TEST_F(OrdinaryUser, aSupportFolderThatCannotBeWrittenEndsTheCycleSilently)
+TEST_F(OrdinaryUser, aSupportFolderThatCannotBeMadeEndsTheCycleWithOneLineOfReason)
 {
     // The folder itself is made writable again at each start; its parent can't be helped.
     ASSERT_TRUE(QDir(Paths::support()).removeRecursively());
@@ -103,6 +103,10 @@ TEST_F(OrdinaryUser, aSupportFolderThatCannotBeWrittenEndsTheCycleSilently)
     cycle.start();
     EXPECT_EQ(cycle.finish(), 0);
     EXPECT_EQ(cycle.output(), QByteArray());
+    EXPECT_EQ(QString::fromUtf8(cycle.errors()),
+              QStringLiteral("Vellomar: impossibile scrivere nella cartella %1 (non si può "
+                             "creare)\n")
+                  .arg(Paths::support()));
     EXPECT_FALSE(QFileInfo::exists(Paths::support()));
     EXPECT_FALSE(QFileInfo::exists(repository));
     setMode(QFileInfo(Paths::support()).path(), 0700);

@@ -3,10 +3,15 @@
 #include "engine/CycleLock.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
+#include "tests/support/OrdinaryUser.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <cerrno>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -54,20 +59,41 @@ TEST_F(CycleGates, aHeldLockEndsTheCycleWithoutAWord)
 {
     const auto other = CycleLock::acquire();
     ASSERT_TRUE(other.has_value());
+    testing::internal::CaptureStderr();
     EXPECT_EQ(run(), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(CycleLock::fault(), std::nullopt);
     EXPECT_EQ(content("status.json"), "left by a dead run");
     expectNoRecord();
     EXPECT_TRUE(tools.calls.isEmpty());
     EXPECT_EQ(secrets.reads, 0);
 }
 
-TEST_F(CycleGates, aLockFileThatCannotBeOpenedEndsTheCycleWithoutAWord)
+TEST_F(CycleGates, aLockFileThatCannotBeOpenedEndsTheCycleWithOneLineOfReason)
 {
     ASSERT_TRUE(QDir().mkdir(supportFile("backup.lock")));
+    testing::internal::CaptureStderr();
     EXPECT_EQ(run(), 0);
+    const QString reason = qt_error_string(EISDIR);
+    EXPECT_EQ(QString::fromStdString(testing::internal::GetCapturedStderr()),
+              QStringLiteral("Vellomar: impossibile scrivere nella cartella %1 (%2)\n")
+                  .arg(Paths::support(), reason));
+    EXPECT_EQ(CycleLock::fault(), reason);
     EXPECT_EQ(content("status.json"), "left by a dead run");
     expectNoRecord();
     EXPECT_TRUE(tools.calls.isEmpty());
+}
+
+TEST_F(CycleGates, aFolderInWhichNoFileCanBeMadeIsAFaultThoughItsLockCanBeOpened)
+{
+    ASSERT_TRUE(CycleLock::acquire().has_value());
+    ASSERT_TRUE(becomeOrdinaryUser());
+    const QByteArray support = QFile::encodeName(Paths::support());
+    ASSERT_EQ(::chmod(support.constData(), 0500), 0);
+    EXPECT_EQ(CycleLock::fault(), QStringLiteral("permesso negato"));
+    EXPECT_TRUE(CycleLock::acquire().has_value());
+    ASSERT_EQ(::chmod(support.constData(), 0700), 0);
+    EXPECT_EQ(CycleLock::fault(), std::nullopt);
 }
 
 TEST_F(CycleGates, theLockIsHeldFromTheStartToTheEnd)
