@@ -2,6 +2,7 @@
 
 #include "engine/BackupEngine.h"
 #include "state/ConfigStore.h"
+#include "tools/ChildEnvironment.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -49,6 +50,7 @@ void listenForStop(const std::shared_ptr<ProcessHandle> &handle)
 void Headless::run(bool manual)
 {
     fillStandardDescriptors();
+    ChildEnvironment::keep();
     // Blocked here, before there is a second thread, and so in every thread: they wait for sigwait.
     const sigset_t signals = stopSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);

@@ -1,5 +1,7 @@
 #include "tools/ChildProcess.h"
 
+#include "tools/ChildEnvironment.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -80,22 +82,6 @@ private:
     std::vector<QByteArray> m_texts;
     std::vector<char *> m_pointers;
 };
-
-TextVector environmentWith(const ChildProcess::Environment &changes)
-{
-    TextVector result;
-    for (char **entry = environ; *entry != nullptr; ++entry) {
-        const QByteArray text(*entry);
-        const qsizetype nameLength = text.indexOf('=');
-        if (!changes.contains(QString::fromUtf8(text.first(qMax(nameLength, qsizetype{0}))))) {
-            result.append(text);
-        }
-    }
-    for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
-        result.append(change.key().toUtf8() + '=' + change.value().toUtf8());
-    }
-    return result;
-}
 
 // We may have been started with the ends of children ignored, and inherit that: the system would
 // then keep no exit status of any child for us.
@@ -194,7 +180,10 @@ ChildProcess::start(const QString &path, const QStringList &arguments,
     for (const QString &argument : arguments) {
         words.append(argument.toUtf8());
     }
-    TextVector variables = environmentWith(environment);
+    TextVector variables;
+    for (const QByteArray &entry : ChildEnvironment::with(environment)) {
+        variables.append(entry);
+    }
 
     keepExitStatuses();
     pid_t pid = 0;

@@ -26,8 +26,8 @@ public:
     /// Name and value of environment variables.
     using Environment = QMap<QString, QString>;
 
-    /// Starts a program. `environment` is laid over that of this process; `input` gets a line feed
-    /// behind it and must fit the buffer of a pipe. Fails with the system's description.
+    /// Starts a program. `environment` is laid over the one of ChildEnvironment; `input` gets a
+    /// line feed behind it and must fit the buffer of a pipe. Fails with the system's description.
     static tl::expected<std::shared_ptr<ChildProcess>, QString>
     start(const QString &path, const QStringList &arguments, const Environment &environment,
           const std::optional<QString> &input);

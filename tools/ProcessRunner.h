@@ -21,7 +21,7 @@ struct ProcessResult
 /// What a call of a tool may want besides its arguments.
 struct ProcessOptions
 {
-    ChildProcess::Environment env = {}; ///< laid over this process's environment
+    ChildProcess::Environment env = {}; ///< laid over the one of ChildEnvironment
     std::optional<QString> input =
         {};                          ///< a short secret for standard input; a line feed follows it
     ProcessHandle *handle = nullptr; ///< by which the child can be stopped

@@ -1,5 +1,6 @@
 #include "model/Background.h"
 #include "state/Localized.h"
+#include "tools/ChildEnvironment.h"
 #include "tools/Rclone.h"
 #include "ui/face/EndSignals.h"
 #include "ui/face/Rendering.h"
@@ -62,6 +63,7 @@ void tellThatNobodyAnswers()
 
 int runWindow(int &argc, char *argv[])
 {
+    ChildEnvironment::keep();
     EndSignals endings;
     SingleInstance instance;
     if (instance.claim()) {

@@ -80,6 +80,26 @@ TEST_F(DiskBackup, theFirstRunMakesTheRepositoryAndTheSecondOnlyAddsChanges)
     EXPECT_TRUE(list.contains(QByteArray("\"hostname\":\"" + Paths::hostname().toUtf8() + '"')));
 }
 
+TEST_F(DiskBackup, isThatOfTheSettingsWhateverResticIsToDoInTheSession)
+{
+    const QList<std::pair<const char *, QByteArray>> variables{
+        {"RESTIC_PASSWORD", "theirs"},
+        {"RESTIC_REPOSITORY_FILE", QByteArray("/nonexistent")},
+        {"RESTIC_HOST", "their-machine"},
+        {"RESTIC_COMPRESSION", "theirs"}};
+    for (const auto &[name, value] : variables) {
+        qputenv(name, value);
+    }
+    EXPECT_EQ(Cycle().run(), 0);
+    for (const auto &[name, value] : variables) {
+        qunsetenv(name);
+    }
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok) << qPrintable(newestRecord().message);
+    const QByteArray list =
+        restic(repository, {QStringLiteral("snapshots"), QStringLiteral("--json")});
+    EXPECT_TRUE(list.contains(QByteArray("\"hostname\":\"" + Paths::hostname().toUtf8() + '"')));
+}
+
 TEST_F(DiskBackup, oddNamesComeBackByteForByte)
 {
     for (const char *name :

@@ -279,13 +279,17 @@ TEST_F(Drive, isNotConnectedWhenGoogleGivesNoToken)
     expectNothingLeft();
 }
 
-TEST_F(Drive, isNotConnectedWhenRcloneIsContentWithoutAToken)
+TEST_F(Drive, isConnectedByThePersonThoughTheSessionHasAWayInOfItsOwn)
 {
-    // As a person may have it who lets rclone sign in as a machine of Google's.
+    SignInPage page;
+    ASSERT_TRUE(page.isRunning());
+    // rclone would sign in as a machine of Google's, or take that token, and ask nobody.
     qputenv("RCLONE_DRIVE_ENV_AUTH", "true");
-    EXPECT_EQ(connect(), QStringLiteral("Autorizzazione non completata"));
-    qunsetenv("RCLONE_DRIVE_ENV_AUTH");
-    expectNothingLeft();
+    qputenv("RCLONE_DRIVE_TOKEN", "{\"access_token\":\"theirs\"}");
+    EXPECT_EQ(connect(), std::nullopt);
+    EXPECT_EQ(page.questions("page").size(), 1);
+    EXPECT_TRUE(setting("token").contains(QString::fromUtf8(SignInPage::accessToken())));
+    expectKept();
 }
 
 TEST_F(Drive, saysSoWhenSomebodyElseHoldsThePort)

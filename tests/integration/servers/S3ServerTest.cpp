@@ -40,6 +40,21 @@ TEST_F(S3, aWholeLife)
     expectWholeLife(S3Server::secret());
 }
 
+TEST_F(S3, theSessionsOwnAccessToAnotherStoreIsNoHindrance)
+{
+    start();
+    qputenv("AWS_ACCESS_KEY_ID", "theirs");
+    qputenv("AWS_SECRET_ACCESS_KEY", "theirs");
+    qputenv("AWS_PROFILE", "theirs");
+    qputenv("AWS_SHARED_CREDENTIALS_FILE", "/nonexistent");
+    qputenv("AWS_CA_BUNDLE", "/nonexistent");
+    qputenv("AWS_ENDPOINT_URL", "http://127.0.0.1:1");
+    qputenv("AWS_REGION", "theirs");
+    qputenv("RCLONE_S3_ENDPOINT", "http://127.0.0.1:1");
+    qputenv("RCLONE_S3_ENV_AUTH", "true");
+    expectWholeLife(S3Server::secret());
+}
+
 TEST_F(S3, aWrongSecretIsRefused)
 {
     start();
