@@ -2,7 +2,7 @@
 
 #include "engine/CycleLock.h"
 #include "engine/ExcludeFile.h"
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "state/Keychain.h"
 #include "state/Localized.h"
 #include "state/Paths.h"

@@ -1,6 +1,6 @@
 #include "engine/ExcludeFile.h"
 
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "state/Paths.h"
 #include "tools/Restic.h"
 

@@ -78,6 +78,8 @@ AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
     loadKey();
     PreviewFolder::remove();
     OneShotSecret::removeStale();
+    ConfigStore::removeAbandoned();
+    Rclone::removeAbandonedHostKeys();
     Background::run([] { Rclone::pinServerIfNeeded(); });
     Scheduler::sync(m_config);
     checkPermissions();

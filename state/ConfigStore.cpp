@@ -1,6 +1,6 @@
 #include "state/ConfigStore.h"
 
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "state/JSONFile.h"
 
 namespace {
@@ -30,4 +30,9 @@ AppConfig ConfigStore::load()
 void ConfigStore::save(const AppConfig &config)
 {
     AtomicFile::write(configFile(), JSONFile::encode(QJsonDocument(config.toJSON())));
+}
+
+void ConfigStore::removeAbandoned()
+{
+    AtomicFile::removeAbandoned(configFile());
 }

@@ -14,4 +14,7 @@ AppConfig load();
 /// Replaces config.json; a failure is dropped.
 void save(const AppConfig &config);
 
+/// Deletes temporary files of a writer that was killed. Only where nobody else saves.
+void removeAbandoned();
+
 } // namespace ConfigStore

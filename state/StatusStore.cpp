@@ -1,6 +1,6 @@
 #include "state/StatusStore.h"
 
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "state/JSONFile.h"
 #include "state/Paths.h"
 
@@ -73,7 +73,9 @@ QString logLine(const RunRecord &record)
 
 void StatusStore::write(const RunStatus &status)
 {
-    AtomicFile::write(statusFile(), JSONFile::encode(QJsonDocument(status.toJSON())));
+    // A run doesn't outlive the machine, and a busy disk must not hold up who reads its tool.
+    AtomicFile::write(statusFile(), JSONFile::encode(QJsonDocument(status.toJSON())),
+                      AtomicFile::Lasting::whileRunning);
 }
 
 void StatusStore::clear()

@@ -97,6 +97,10 @@ QString serverError(const QString &standardError);
 /// those there. False when none was shown or the file can't be written. An empty port is SSH's own.
 bool trustHost(const QString &host, const QString &port);
 
+/// Deletes temporary files that a killed process left beside known_hosts. Only before anything
+/// here connects.
+void removeAbandonedHostKeys();
+
 /// Runs rclone with the configuration, encrypted before; absent when there is no rclone.
 std::optional<ProcessResult> run(const QStringList &arguments, ProcessHandle *handle = nullptr);
 

@@ -1,4 +1,4 @@
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "state/Localized.h"
 #include "state/Paths.h"
 #include "tools/Rclone.h"
@@ -224,4 +224,9 @@ bool Rclone::trustHost(const QString &host, const QString &port)
     QStringList keys = scan.standardOutput.split(u'\n', Qt::SkipEmptyParts);
     keys.removeIf([](const QString &line) { return line.startsWith(u'#'); });
     return !keys.isEmpty() && AtomicFile::write(knownHosts(), (keys.join(u'\n') + u'\n').toUtf8());
+}
+
+void Rclone::removeAbandonedHostKeys()
+{
+    AtomicFile::removeAbandoned(knownHosts());
 }

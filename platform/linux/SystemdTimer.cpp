@@ -1,12 +1,12 @@
 #include "platform/PeriodicJob.h"
 
+#include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QTime>
 
 #include <utility>
@@ -22,13 +22,11 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// Only this job writes these files: what lies beside them is a dead writer's.
 void write(const QString &path, const QByteArray &content)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(content);
-        file.commit();
-    }
+    AtomicFile::removeAbandoned(path);
+    AtomicFile::write(path, content);
 }
 
 // systemd puts in its own specifiers at each percent sign.

@@ -1,9 +1,10 @@
 #include "platform/PeriodicJob.h"
 
+#include "platform/AtomicFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QXmlStreamWriter>
 
 #include <utility>
@@ -47,11 +48,9 @@ void LaunchAgent::establish(const PeriodicJobPlan &plan)
         return;
     }
     QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(wanted);
-        file.commit();
-    }
+    // Only this agent writes the file: what lies beside it is a dead writer's.
+    AtomicFile::removeAbandoned(m_path);
+    AtomicFile::write(m_path, wanted);
     launchctl({QStringLiteral("bootout"), m_service});
     launchctl({QStringLiteral("bootstrap"), m_domain, m_path});
 }

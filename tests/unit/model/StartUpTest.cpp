@@ -126,10 +126,15 @@ TEST_F(StartUp, clearsAwayWhatAnEarlierStartLeft)
 {
     QDir().mkpath(PreviewFolder::path() + QLatin1String("/inner"));
     writeSupportFile("rclone-left.conf", "[vellomar]");
+    writeSupportFile("config.json.AbCdEf.vellomar-partial", "{");
+    writeSupportFile("known_hosts.AbCdEf.vellomar-partial", "server ssh-");
     clock.set(QDateTime::currentDateTimeUtc().addSecs(120));
     start();
     EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
     EXPECT_FALSE(QFileInfo::exists(supportFile("rclone-left.conf")));
+    EXPECT_TRUE(QDir(Paths::support())
+                    .entryList({QStringLiteral("*.vellomar-partial")}, QDir::Files)
+                    .isEmpty());
 }
 
 TEST_F(StartUp, bringsTheScheduleInLineWithTheSettings)

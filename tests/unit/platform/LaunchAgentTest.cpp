@@ -1,6 +1,7 @@
 #include "platform/PeriodicJob.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/RecordedTools.h"
+#include "tests/support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -155,6 +156,32 @@ TEST_F(LaunchAgentTest, anApplicationThatWasMovedIsFollowed)
     EXPECT_THAT(launchctl.calls, ElementsAre(bootedOut, bootstrapped));
     EXPECT_EQ(parsed(content()).value(QLatin1String("ProgramArguments")).toArray().at(0),
               plan.executable);
+}
+
+TEST_F(LaunchAgentTest, onAFullDiskTheFileStaysAsItWas)
+{
+    const SmallDisk disk(home + QLatin1String("/Library"));
+    ASSERT_TRUE(disk.isMounted());
+    agent().establish(everyHour());
+    const QByteArray before = content();
+    disk.fill();
+    PeriodicJobPlan plan = everyHour();
+    plan.intervalSeconds = 86400;
+    agent().establish(plan);
+    EXPECT_EQ(content(), before);
+
+    disk.makeRoom();
+    agent().establish(plan);
+    EXPECT_EQ(parsed(content()).value(QLatin1String("StartInterval")), 86400);
+}
+
+TEST_F(LaunchAgentTest, whatAKilledWriterLeftGoesWithTheNextChange)
+{
+    const QString left = path + QLatin1String(".AbCdEf.vellomar-partial");
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+    ASSERT_TRUE(QFile(left).open(QIODevice::WriteOnly));
+    agent().establish(everyHour());
+    EXPECT_FALSE(QFile::exists(left));
 }
 
 TEST_F(LaunchAgentTest, aDamagedFileIsReplaced)

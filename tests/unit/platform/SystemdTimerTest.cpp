@@ -2,6 +2,7 @@
 #include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/RecordedTools.h"
+#include "tests/support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -297,6 +298,39 @@ TEST_F(SystemdTimerTest, aFolderThatCannotBeWrittenIsPassedOver)
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     job().establish(every(3600));
     EXPECT_EQ(schedule(), QStringLiteral("OnCalendar=*-*-* 00/1:12:44 UTC\nPersistent=true"));
+}
+
+TEST_F(SystemdTimerTest, onAFullDiskTheUnitsStayAsTheyWereAndTheNextCallMakesUpForIt)
+{
+    const SmallDisk disk(home + u"/settings");
+    ASSERT_TRUE(disk.isMounted());
+    job().establish(every(3600));
+    const QByteArray goodTimer = timer();
+    const QByteArray goodService = service();
+    disk.fill();
+    PeriodicJobPlan plan = every(7200);
+    plan.executable = QStringLiteral("/home/anna/vellomar");
+    job().establish(plan);
+    EXPECT_EQ(timer(), goodTimer);
+    EXPECT_EQ(service(), goodService);
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 2);
+
+    disk.makeRoom();
+    job().establish(plan);
+    EXPECT_EQ(schedule(), QStringLiteral("OnCalendar=*-*-* 00/2:12:44 UTC\nPersistent=true"));
+    EXPECT_TRUE(setting(QStringLiteral("ExecStart")).contains(plan.executable));
+}
+
+TEST_F(SystemdTimerTest, whatAKilledWriterLeftGoesWithTheNextChange)
+{
+    ASSERT_TRUE(QDir().mkpath(folder));
+    for (const QString &name : {QStringLiteral("/job.timer.AbCdEf.vellomar-partial"),
+                                QStringLiteral("/job.service.AbCdEf.vellomar-partial")}) {
+        ASSERT_TRUE(QFile(folder + name).open(QIODevice::WriteOnly));
+    }
+    job().establish(every(3600));
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files),
+              QStringList({QStringLiteral("job.service"), QStringLiteral("job.timer")}));
 }
 
 TEST_F(SystemdTimerTest, aMissingSystemctlIsPassedOver)

@@ -1,6 +1,6 @@
 // What becomes of the files when the support folder can't be written or read, or the disk is full.
 
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "state/ConfigStore.h"
 #include "state/StatusStore.h"
 #include "tests/support/OrdinaryUser.h"

@@ -6,9 +6,16 @@
 /// Files that are replaced whole: a reader sees the old content or the new, never a part.
 namespace AtomicFile {
 
+/// What becomes of a new content when the machine itself crashes.
+enum class Lasting {
+    throughCrashes, ///< the old or the new one is there afterwards; waits for the disk
+    whileRunning,   ///< it may be lost; for what means nothing after a crash
+};
+
 /// Writes a temporary file beside the path and renames it over it. False when that failed; the old
 /// content is then still there.
-bool write(const QString &path, const QByteArray &content);
+bool write(const QString &path, const QByteArray &content,
+           Lasting lasting = Lasting::throughCrashes);
 
 /// Deletes the temporary files that a killed process left beside the path. Only for a moment at
 /// which nobody else can be writing it.

@@ -1,4 +1,4 @@
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 
 #include <QDir>
 #include <QFile>

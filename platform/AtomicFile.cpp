@@ -1,4 +1,4 @@
-#include "state/AtomicFile.h"
+#include "platform/AtomicFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,15 +25,22 @@ QString replacedFile(const QString &path)
     return target.isEmpty() ? path : target;
 }
 
+bool isOnDisk(QTemporaryFile &file)
+{
+    return file.flush() && ::fsync(file.handle()) == 0;
+}
+
 } // namespace
 
-bool AtomicFile::write(const QString &path, const QByteArray &content)
+bool AtomicFile::write(const QString &path, const QByteArray &content, Lasting lasting)
 {
     const QString target = replacedFile(path);
     QTemporaryFile file(target + QLatin1String(".XXXXXX") + temporaryEnding);
     // The temporary file deletes itself on every way out but the last.
-    if (!file.open() || file.write(content) != content.size() || !file.flush() ||
-        ::fsync(file.handle()) != 0) {
+    if (!file.open() || file.write(content) != content.size()) {
+        return false;
+    }
+    if (lasting == Lasting::throughCrashes ? !isOnDisk(file) : !file.flush()) {
         return false;
     }
     if (std::rename(QFile::encodeName(file.fileName()).constData(),
