@@ -36,8 +36,10 @@ struct Drought
 Drought drought()
 {
     QList<RunRecord> backups = StatusStore::loadHistory();
-    backups.removeIf([](const RunRecord &record) { return record.kind.has_value(); });
     const QDateTime now = Clock::now();
+    backups.removeIf([&now](const RunRecord &record) {
+        return record.kind.has_value() || !EngineState::isCredible(record.date, now);
+    });
     if (backups.isEmpty()) {
         return {};
     }
@@ -73,7 +75,7 @@ void BackupEngine::notifyProblems(const QList<RunRecord> &records)
         return;
     }
     EngineState state = StatusStore::loadState();
-    if (state.lastAlert && state.lastAlert->msecsTo(Clock::now()) <= silenceAfterAlert.count()) {
+    if (!EngineState::isDue(state.lastAlert, Clock::now(), silenceAfterAlert)) {
         return;
     }
     if (const RunRecord *failed = firstWith(Outcome::failed, records)) {

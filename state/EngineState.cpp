@@ -29,11 +29,22 @@ std::optional<QMap<QString, QDateTime>> datesFromJSON(const QJsonObject &object)
 
 } // namespace
 
+bool EngineState::isCredible(const QDateTime &date, const QDateTime &now)
+{
+    return date <= now.addDays(1);
+}
+
+bool EngineState::isDue(const std::optional<QDateTime> &last, const QDateTime &now,
+                        std::chrono::milliseconds interval)
+{
+    return !last || !isCredible(*last, now) || last->msecsTo(now) > interval.count();
+}
+
 bool EngineState::isDue(const QMap<QString, QDateTime> &dates, const QString &destination,
                         const QDateTime &now, std::chrono::milliseconds interval)
 {
     const auto last = dates.constFind(destination);
-    return last == dates.constEnd() || last->msecsTo(now) > interval.count();
+    return isDue(last == dates.constEnd() ? std::nullopt : std::optional(*last), now, interval);
 }
 
 QJsonObject EngineState::toJSON() const

@@ -17,8 +17,14 @@ struct EngineState
 
     bool operator==(const EngineState &) const = default;
 
-    /// Whether more than `interval` has passed at `now` since the date of an entry of one of the
-    /// maps, or there is no entry. A date in the future makes nothing due.
+    /// Whether a date can be true at `now`. More than a day ahead it comes from a clock that was
+    /// once wrong, and counts as none.
+    static bool isCredible(const QDateTime &date, const QDateTime &now);
+
+    /// Whether more than `interval` has passed at `now` since the last time, or there was none.
+    static bool isDue(const std::optional<QDateTime> &last, const QDateTime &now,
+                      std::chrono::milliseconds interval);
+    /// The same for the entry of a destination in one of the maps.
     static bool isDue(const QMap<QString, QDateTime> &dates, const QString &destination,
                       const QDateTime &now, std::chrono::milliseconds interval);
 

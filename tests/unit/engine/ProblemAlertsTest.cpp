@@ -80,12 +80,30 @@ TEST_F(ProblemAlerts, thereIsOneADayAtMost)
     EXPECT_EQ(notifications.size(), 2);
 }
 
-TEST_F(ProblemAlerts, anAlertInTheFutureSilencesThem)
+TEST_F(ProblemAlerts, anAlertUpToADayAheadSilencesThem)
 {
-    setLastAlert(clock.moment().addDays(2));
+    setLastAlert(clock.moment().addDays(1));
     failBackups();
     EXPECT_EQ(run(), 1);
     EXPECT_TRUE(notifications.isEmpty());
+}
+
+TEST_F(ProblemAlerts, anAlertMoreThanADayAheadCountsAsNone)
+{
+    setLastAlert(clock.moment().addDays(1).addSecs(1));
+    failBackups();
+    EXPECT_EQ(run(), 1);
+    EXPECT_EQ(notifications.size(), 1);
+    EXPECT_EQ(lastAlert(), clock.moment());
+}
+
+TEST_F(ProblemAlerts, aGoodBackupMoreThanADayAheadIsNotTheLastOne)
+{
+    remember(Outcome::ok, 72h);
+    remember(Outcome::ok, -25h);
+    detachDisk();
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 3 giorni"));
 }
 
 TEST_F(ProblemAlerts, aGoodBackupDoesNotEndTheSilence)

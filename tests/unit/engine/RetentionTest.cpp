@@ -93,11 +93,19 @@ TEST_F(Retention, withASingleVersionPruningIsDueAfterADay)
     EXPECT_TRUE(prunes());
 }
 
-TEST_F(Retention, aPruneInTheFutureIsNotDue)
+TEST_F(Retention, aPruneUpToADayAheadIsNotDue)
 {
-    setLastPrune(local, clock.moment().addDays(3));
+    setLastPrune(local, clock.moment().addDays(1));
     EXPECT_EQ(run(), 0);
     EXPECT_FALSE(prunes());
+}
+
+TEST_F(Retention, aPruneMoreThanADayAheadCountsAsNone)
+{
+    setLastPrune(local, clock.moment().addDays(1).addSecs(1));
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(prunes());
+    EXPECT_EQ(lastPrune(local), clock.moment());
 }
 
 TEST_F(Retention, theDateIsTheOneAfterResticHasEnded)

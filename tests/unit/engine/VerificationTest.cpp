@@ -66,11 +66,18 @@ TEST_F(Verification, exactlySevenDaysAfterACheckNoneIsDue)
     EXPECT_EQ(checks().size(), 1);
 }
 
-TEST_F(Verification, aCheckInTheFutureIsNotDue)
+TEST_F(Verification, aCheckUpToADayAheadIsNotDue)
 {
     setLastCheck({{local, clock.moment().addDays(1)}});
     EXPECT_EQ(run(), 0);
     EXPECT_TRUE(checks().isEmpty());
+}
+
+TEST_F(Verification, aCheckMoreThanADayAheadCountsAsNone)
+{
+    setLastCheck({{local, clock.moment().addDays(1).addSecs(1)}});
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(checks().size(), 1);
 }
 
 TEST_F(Verification, aDiskHasATwentiethOfItsDataRead)

@@ -73,9 +73,14 @@ TEST_F(EngineStateDue, aMillisecondMoreIsDueAcrossTheTurnOfTheYear)
     EXPECT_TRUE(isDueAfter(std::chrono::hours(7 * 24) + std::chrono::milliseconds(1)));
 }
 
-TEST_F(EngineStateDue, aDateInTheFutureIsNotDue)
+TEST_F(EngineStateDue, aDateUpToADayAheadIsNotDue)
 {
-    EXPECT_FALSE(isDueAfter(-std::chrono::hours(1000)));
+    EXPECT_FALSE(isDueAfter(-std::chrono::hours(24)));
+}
+
+TEST_F(EngineStateDue, aDateMoreThanADayAheadCountsAsNone)
+{
+    EXPECT_TRUE(isDueAfter(-std::chrono::hours(24) - std::chrono::milliseconds(1)));
 }
 
 TEST_F(EngineStateDue, noEntryIsDueWhateverTheOthersSay)
