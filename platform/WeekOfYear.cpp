@@ -1,11 +1,16 @@
 #include "platform/WeekOfYear.h"
 
+#include "platform/DateLocale.h"
+
 #include <unicode/ucal.h>
 
 int weekOfYear(const QDateTime &moment)
 {
     UErrorCode failure = U_ZERO_ERROR;
-    UCalendar *calendar = ucal_open(nullptr, -1, nullptr, UCAL_DEFAULT, &failure);
+    // ICU's own default is the locale of messages.
+    const QByteArray locale = dateLocale();
+    UCalendar *calendar = ucal_open(nullptr, -1, locale.isEmpty() ? nullptr : locale.constData(),
+                                    UCAL_DEFAULT, &failure);
     ucal_setMillis(calendar, static_cast<UDate>(moment.toMSecsSinceEpoch()), &failure);
     const int week = ucal_get(calendar, UCAL_WEEK_OF_YEAR, &failure);
     ucal_close(calendar);

@@ -1,6 +1,7 @@
 #include "state/Fmt.h"
 
 #include "platform/Clock.h"
+#include "platform/DateLocale.h"
 #include "state/Localized.h"
 
 #include <QLocale>
@@ -96,15 +97,9 @@ QStringList &localisations()
     return list;
 }
 
-/// The locale of dates as the environment tells it.
 QString currentLocale()
 {
-    for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-        if (const QByteArray value = qgetenv(variable); !value.isEmpty()) {
-            return QString::fromLatin1(value);
-        }
-    }
-    return {};
+    return QString::fromLatin1(dateLocale());
 }
 
 Formatters &formatters()

@@ -61,6 +61,36 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"en_US.UTF-8", "America/New_York", "2027-01-02T12:00:00Z", 1},
                     Case{"en_US.UTF-8", "America/New_York", "2027-01-03T12:00:00Z", 2}));
 
+// Who reads menus in one language and dates in another one's way counts weeks as in the dates.
+TEST(WeekOfYearLocales, theOneOfDatesCounts)
+{
+    EXPECT_EXIT(
+        {
+            qunsetenv("LC_ALL");
+            qputenv("LANG", "en_US.UTF-8");
+            qputenv("LC_MESSAGES", "en_US.UTF-8");
+            qputenv("LC_TIME", "it_IT.UTF-8");
+            qputenv("TZ", "UTC");
+            // A Sunday: in the United States the second week has begun.
+            std::_Exit(weekOfYear(QDateTime(QDate(2026, 1, 4), QTime(12, 0), Qt::UTC)));
+        },
+        testing::ExitedWithCode(1), "");
+}
+
+TEST(WeekOfYearLocales, theGeneralOneCountsWhereDatesHaveNone)
+{
+    EXPECT_EXIT(
+        {
+            qunsetenv("LC_ALL");
+            qputenv("LANG", "it_IT.UTF-8");
+            qputenv("LC_MESSAGES", "en_US.UTF-8");
+            qputenv("LC_TIME", "");
+            qputenv("TZ", "UTC");
+            std::_Exit(weekOfYear(QDateTime(QDate(2026, 1, 4), QTime(12, 0), Qt::UTC)));
+        },
+        testing::ExitedWithCode(1), "");
+}
+
 // Monday has begun in one place and not in another.
 INSTANTIATE_TEST_SUITE_P(
     timeZones, WeekOfYear,

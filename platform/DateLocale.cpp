@@ -1,0 +1,14 @@
+#include "platform/DateLocale.h"
+
+#include <QtGlobal>
+
+QByteArray dateLocale()
+{
+    for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+        const QByteArray value = qgetenv(variable);
+        if (!value.isEmpty()) {
+            return value;
+        }
+    }
+    return {};
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QByteArray>
+
+/// The locale in which the user reads dates, as the environment names it: "it_IT.UTF-8", "C". Empty
+/// when it names none.
+QByteArray dateLocale();
