@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include <ctime>
+
 namespace {
 
 class SystemClock final : public Clock
@@ -10,7 +12,15 @@ public:
     [[nodiscard]] QDateTime moment() const override { return QDateTime::currentDateTimeUtc(); }
     [[nodiscard]] std::chrono::steady_clock::time_point reading() const override
     {
-        return std::chrono::steady_clock::now();
+#ifdef CLOCK_BOOTTIME
+        static constexpr clockid_t clock = CLOCK_BOOTTIME;
+#else
+        static constexpr clockid_t clock = CLOCK_MONOTONIC; // where this one counts sleep
+#endif
+        timespec time = {};
+        ::clock_gettime(clock, &time);
+        return std::chrono::steady_clock::time_point(std::chrono::seconds(time.tv_sec) +
+                                                     std::chrono::nanoseconds(time.tv_nsec));
     }
 };
 

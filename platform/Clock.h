@@ -20,7 +20,7 @@ public:
 
     /// The present moment, in UTC.
     [[nodiscard]] virtual QDateTime moment() const = 0;
-    /// A reading that never goes back, for lengths of time.
+    /// A reading that never goes back and counts the time asleep, for lengths of time.
     [[nodiscard]] virtual std::chrono::steady_clock::time_point reading() const = 0;
 
     /// moment() of the clock in force.

@@ -2,7 +2,15 @@
 
 #include "tests/support/ManualClock.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include <sched.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 TEST(Clock, tellsTheSystemsTimeInUTC)
 {
@@ -13,6 +21,39 @@ TEST(Clock, tellsTheSystemsTimeInUTC)
     EXPECT_LE(now, QDateTime::currentDateTimeUtc());
     const auto reading = Clock::steady();
     EXPECT_LE(reading, Clock::steady());
+}
+
+namespace {
+
+constexpr int night = 8 * 3600;
+
+// A process in a time namespace of its own, whose machine has been up for a night more than the
+// other clocks know of, as after a sleep. The exit code says whether the reading tells of it.
+void readAfterANight()
+{
+    const auto before = Clock::steady();
+    if (::unshare(CLONE_NEWTIME) != 0) {
+        std::_Exit(EXIT_FAILURE);
+    }
+    QFile offsets(QStringLiteral("/proc/self/timens_offsets"));
+    offsets.open(QIODevice::WriteOnly);
+    offsets.write("boottime " + QByteArray::number(night) + " 0");
+    offsets.close();
+    // The namespace holds for children alone.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::_Exit(Clock::steady() - before >= std::chrono::seconds(night) ? 42 : EXIT_FAILURE);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    std::_Exit(WEXITSTATUS(status));
+}
+
+} // namespace
+
+TEST(Clock, itsReadingCountsTheTimeAsleep)
+{
+    EXPECT_EXIT(readAfterANight(), testing::ExitedWithCode(42), "");
 }
 
 TEST(Clock, anotherIsInForceForItsLifeAlone)
