@@ -76,7 +76,8 @@ bool postNotification(const Notification &notification, std::chrono::millisecond
     g_variant_builder_init(&hints, G_VARIANT_TYPE("a{sv}"));
     g_variant_builder_add(&hints, "{sv}", "urgency", g_variant_new_byte(1)); // normal
     g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
-    g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string("it.vellomar.app"));
+    // No desktop entry: a shell that finds the program by it takes the notification away with the
+    // process, and a run without a window ends right after.
     const GVariantPointer reply = service.call(
         "Notify",
         g_variant_new("(susssasa{sv}i)", "Vellomar", 0U, carried(notification.icon).constData(),

@@ -4,6 +4,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+
+#include <unistd.h>
 
 namespace {
 
@@ -45,6 +48,36 @@ protected:
                         arguments);
         EXPECT_TRUE(shell.waitForFinished());
         return {shell.exitCode(), shell.readAllStandardOutput(), shell.readAllStandardError()};
+    }
+
+    /// Runs the program with an environment that names no home, on a machine whose list of users is
+    /// this one. `home` is what stands in its place: "-u HOME", or an empty "HOME=".
+    Ending runHomeless(const QByteArray &users, const QString &home) const
+    {
+        writeFile(folder(QStringLiteral("etc")) + QLatin1String("/passwd"), users);
+        writeFile(folder(QStringLiteral("etc")) + QLatin1String("/nsswitch"), "passwd: files\n");
+        QStringList arguments{QStringLiteral("--mount")};
+        if (::geteuid() != 0) {
+            arguments << QStringLiteral("--map-current-user") << QStringLiteral("--keep-caps");
+        }
+        QProcess shell;
+        shell.start(QStringLiteral("unshare"),
+                    arguments +
+                        QStringList{QStringLiteral("sh"), QStringLiteral("-c"),
+                                    QStringLiteral("mount --bind \"$1/passwd\" /etc/passwd &&\n"
+                                                   "mount --bind \"$1/nsswitch\" "
+                                                   "/etc/nsswitch.conf &&\n"
+                                                   "exec env $3 \"$2\" --backup"),
+                                    QStringLiteral("sh"), folder(QStringLiteral("etc")),
+                                    installation.program(), home});
+        EXPECT_TRUE(shell.waitForFinished(120000));
+        return {shell.exitCode(), shell.readAllStandardOutput(), shell.readAllStandardError()};
+    }
+
+    /// A line of the list of users for this one.
+    static QByteArray userWithHome(const QString &home)
+    {
+        return "anna:x:" + QByteArray::number(::getuid()) + ":0::" + home.toUtf8() + ":/bin/sh\n";
     }
 
     /// Whether a cycle has begun since the last question.
@@ -162,6 +195,31 @@ TEST_F(Entry, closedStandardDescriptorsDoNoHarm)
     EXPECT_EQ(cycle.finish(), 0);
     EXPECT_EQ(newestRecord().outcome, Outcome::ok);
     EXPECT_EQ(newestRecord().filesNew, 3);
+}
+
+TEST_F(Entry, withoutAHomeInTheEnvironmentTheListOfUsersTellsIt)
+{
+    for (const QString &missing : {QStringLiteral("-u HOME"), QStringLiteral("HOME=")}) {
+        const Ending ending = runHomeless(userWithHome(home()), missing);
+        EXPECT_EQ(ending.code, 0);
+        EXPECT_EQ(ending.errors, "");
+        EXPECT_TRUE(hadCycle());
+        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    }
+    // The tools find it too.
+    EXPECT_EQ(commands().count("backup"), 2);
+}
+
+TEST_F(Entry, withoutAnyHomeItSaysSoAndFails)
+{
+    for (const QByteArray &users : {QByteArray(), userWithHome(QString())}) {
+        const Ending ending = runHomeless(users, QStringLiteral("-u HOME"));
+        EXPECT_EQ(ending.code, 1);
+        EXPECT_EQ(ending.output, "");
+        EXPECT_TRUE(ending.errors.contains("la cartella home non si trova"))
+            << ending.errors.toStdString();
+        EXPECT_FALSE(hadCycle());
+    }
 }
 
 TEST_F(Entry, aFailedDestinationIsExitCodeOne)
