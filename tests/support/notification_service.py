@@ -5,6 +5,9 @@ line.
 
 MANNER: markup (bodies are markup), plain (they aren't), refusing (every Notify is an error),
 silent (no Notify is ever answered), mute (nothing is ever answered)
+
+As a shell that knows programs by their desktop entries does, it withdraws the notifications of such
+a program when the process leaves the bus; "gone" tells which.
 """
 
 import json
@@ -24,6 +27,14 @@ def note(method, **values):
         file.write(json.dumps({"method": method, **values}) + "\n")
 
 
+entries = {}  # what each sender is known by
+
+
+def owner_changed(name, old, new):
+    if new == "" and name in entries:
+        note("gone", withdrawn=[entry for entry in entries.pop(name) if entry])
+
+
 class Service(dbus.service.Object):
     @dbus.service.method(NAME, in_signature="", out_signature="as",
                          async_callbacks=("answer", "fail"))
@@ -40,9 +51,10 @@ class Service(dbus.service.Object):
             answer("recorder", "tests", "1", "1.2")
 
     @dbus.service.method(NAME, in_signature="susssasa{sv}i", out_signature="u",
-                         async_callbacks=("answer", "fail"))
+                         async_callbacks=("answer", "fail"), sender_keyword="sender")
     def Notify(self, application, replaces, icon, title, body, actions, hints, timeout, answer,
-               fail):
+               fail, sender=None):
+        entries.setdefault(sender, []).append(str(hints.get("desktop-entry", "")))
         note("Notify", application=application, replaces=replaces, icon=icon, title=title,
              body=body, actions=actions, timeout=timeout,
              hints={name: bool(value) if isinstance(value, dbus.Boolean) else value
@@ -56,5 +68,6 @@ class Service(dbus.service.Object):
 DBusGMainLoop(set_as_default=True)
 bus = dbus.SessionBus()
 service = Service(bus, "/org/freedesktop/Notifications")
+bus.add_signal_receiver(owner_changed, "NameOwnerChanged", "org.freedesktop.DBus")
 owned = dbus.service.BusName(NAME, bus)
 GLib.MainLoop().run()

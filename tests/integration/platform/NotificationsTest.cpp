@@ -15,7 +15,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <csignal>
+#include <cstdlib>
+#include <thread>
+
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -117,8 +121,7 @@ TEST_F(Notifications, areTheProgramsWithItsIconAndNothingElse)
     EXPECT_EQ(call.value(QLatin1String("actions")), QJsonValue(QJsonArray()));
     EXPECT_EQ(call.value(QLatin1String("timeout")), QJsonValue(-1));
     const QJsonObject hints{{QStringLiteral("urgency"), 1},
-                            {QStringLiteral("suppress-sound"), true},
-                            {QStringLiteral("desktop-entry"), QStringLiteral("it.vellomar.app")}};
+                            {QStringLiteral("suppress-sound"), true}};
     EXPECT_EQ(call.value(QLatin1String("hints")), QJsonValue(hints));
 
     const QString icon = call.value(QLatin1String("icon")).toString();
@@ -126,6 +129,22 @@ TEST_F(Notifications, areTheProgramsWithItsIconAndNothingElse)
     QFile picture(icon);
     ASSERT_TRUE(picture.open(QIODevice::ReadOnly));
     EXPECT_TRUE(picture.readAll().contains("<svg"));
+}
+
+TEST_F(Notifications, stayWhenTheProcessThatPostedThemEnds)
+{
+    ASSERT_TRUE(startService(QStringLiteral("plain")));
+    // A process of its own, whose connection to the bus ends with it.
+    EXPECT_EXIT(
+        {
+            Notifier::send(QStringLiteral("title"), QStringLiteral("body"));
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+    ASSERT_TRUE(eventually([this] { return !calls(QStringLiteral("gone")).isEmpty(); }));
+    EXPECT_EQ(calls(QStringLiteral("gone")).first().value(QLatin1String("withdrawn")),
+              QJsonValue(QJsonArray()));
+    EXPECT_EQ(posted(QStringLiteral("title")), QStringLiteral("title"));
 }
 
 TEST_F(Notifications, eachIsOneOfItsOwn)
@@ -207,6 +226,24 @@ TEST_F(Notifications, aServiceThatNeverAnswersIsWaitedForOnlySoLong)
     ASSERT_FALSE(calls(QStringLiteral("Notify")).isEmpty());
     EXPECT_EQ(calls(QStringLiteral("Notify")).last().value(QLatin1String("body")),
               QJsonValue(QStringLiteral("the last one")));
+}
+
+TEST_F(Notifications, threeSecondsAreTheLimit)
+{
+    ASSERT_TRUE(startService(QStringLiteral("silent")));
+    // Begun before, and with more than twice the time.
+    std::atomic<bool> longerHasEnded = false;
+    std::thread longer([&longerHasEnded] {
+        postNotification({.title = {}, .body = {}, .icon = {}}, 6500ms);
+        longerHasEnded = true;
+    });
+    EXPECT_TRUE(eventually([this] { return !calls(QStringLiteral("Notify")).isEmpty(); }));
+    QElapsedTimer timer;
+    timer.start();
+    Notifier::send(QStringLiteral("title"), QStringLiteral("body"));
+    EXPECT_GE(timer.elapsed(), 3000);
+    EXPECT_FALSE(longerHasEnded);
+    longer.join();
 }
 
 TEST_F(Notifications, theLimitHoldsForAllQuestionsTogether)
