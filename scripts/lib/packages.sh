@@ -18,7 +18,7 @@ demonstration_packages=(xvfb xdotool imagemagick)
 
 # Besides all those, to test it.
 test_packages=(
-    libgtest-dev libgmock-dev qml6-module-qttest
+    libgtest-dev libgmock-dev libgcrypt20-dev qml6-module-qttest
     clang-format clang-tidy shellcheck git
     strace python3 python3-dbus python3-gi python3-dbusmock libglib2.0-bin util-linux
     openssh-server apache2-bin samba python3-swift

@@ -3,6 +3,7 @@
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
+#include "tests/support/CheapRepository.h"
 #include "tests/support/ChoresDone.h"
 
 #include <QDir>
@@ -82,6 +83,12 @@ QString BackupHome::repositoryKey()
 QString BackupHome::remotePassword()
 {
     return QStringLiteral("PasswordOfTheRemote98765");
+}
+
+bool BackupHome::makeRepositories() const
+{
+    return CheapRepository::make(localRepository(), repositoryKey()) &&
+           CheapRepository::make(serverRepository(), repositoryKey());
 }
 
 const QByteArrayList &BackupHome::secrets()

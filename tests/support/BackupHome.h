@@ -23,6 +23,9 @@ public:
     [[nodiscard]] QString localRepository() const;
     [[nodiscard]] QString serverRepository() const;
 
+    /// Makes both repositories, so that they open at once; the first backup does it otherwise.
+    [[nodiscard]] bool makeRepositories() const;
+
     /// What must stand in no file, argument or environment: the repositories' key, the key of
     /// rclone's configuration, and the password in the remote's section of that.
     static const QByteArrayList &secrets();

@@ -3,6 +3,7 @@
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
+#include "tests/support/CheapRepository.h"
 #include "tests/support/ChoresDone.h"
 
 #include <QDir>
@@ -98,6 +99,11 @@ void CycleHome::connectRemotes()
     config.serverEnabled = true;
     config.serverPath = QStringLiteral("backups/a mac");
     saveSettings();
+}
+
+void CycleHome::makeRepository(const QString &target)
+{
+    EXPECT_TRUE(CheapRepository::make(target, key()));
 }
 
 QByteArray CycleHome::restic(const QString &target, const QStringList &arguments) const

@@ -30,6 +30,9 @@ protected:
     /// rclone.conf, which the program encrypts before it uses it; puts both in use.
     void connectRemotes();
 
+    /// Makes an empty repository with the key, one that opens at once; the first backup to a place
+    /// does it otherwise.
+    static void makeRepository(const QString &target);
     /// Runs the real restic on the repository `target` with the key; gives its standard output, and
     /// fails the test when restic does.
     QByteArray restic(const QString &target, const QStringList &arguments) const;

@@ -153,7 +153,8 @@ protected:
         // in use.
         ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
         ASSERT_TRUE(home.isReady());
-        runWell(); // makes the repositories, encrypts rclone's file
+        ASSERT_TRUE(home.makeRepositories());
+        runWell(); // encrypts rclone's file
         CycleInGroup cycle;
         ASSERT_EQ(cycle.wait(), 0);
         length = cycle.elapsed();

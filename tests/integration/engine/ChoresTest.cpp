@@ -2,6 +2,7 @@
 #include "platform/WeekOfYear.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
+#include "tests/support/CheapRepository.h"
 #include "tests/support/ChoresDone.h"
 #include "tests/support/Cycle.h"
 #include "tests/support/ManualClock.h"
@@ -33,6 +34,7 @@ protected:
         config.localEnabled = true;
         config.localFolder = folder("disk");
         writeLetter(1);
+        EXPECT_TRUE(CheapRepository::make(repository(), QStringLiteral("the key")));
         StatusStore::save(choresDone(clock.moment()));
     }
 

@@ -11,6 +11,8 @@ namespace {
 class DiskBackup : public CycleHome
 {
 protected:
+    DiskBackup() { makeRepository(repository); }
+
     /// Restores the newest snapshot into a new folder and gives the folder of `path` in there.
     QString restored(const QString &path) const
     {
@@ -44,6 +46,7 @@ protected:
 
 TEST_F(DiskBackup, theFirstRunMakesTheRepositoryAndTheSecondOnlyAddsChanges)
 {
+    ASSERT_TRUE(QDir(repository).removeRecursively());
     EXPECT_EQ(Cycle().run(), 0);
     const RunRecord first = newestRecord();
     EXPECT_EQ(first.destination, DestinationID::local);

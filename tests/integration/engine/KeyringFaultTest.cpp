@@ -70,7 +70,7 @@ TEST_F(KeyringFault, aWrongKeyFailsTheRun)
     config.serverEnabled = false;
     saveSettings();
     installation.addReal(QStringLiteral("restic"));
-    restic(repository, {QStringLiteral("init")});
+    makeRepository(repository);
     ASSERT_TRUE(storeSecret(Keychain::repositoryKey, "another key"));
     EXPECT_EQ(runCycle(), 1);
     EXPECT_EQ(newestRecord().message,

@@ -76,6 +76,7 @@ protected:
 
 TEST_F(OrdinaryUser, unreadableFilesGiveAWarningWithTheirNumber)
 {
+    makeRepository(repository);
     for (const char *name : {"/secret 1", "/secret 2", "/secret 3"}) {
         writeFile(source + QLatin1String(name), "x");
         setMode(source + QLatin1String(name), 0);
@@ -124,7 +125,8 @@ TEST_F(OrdinaryUser, aDiskThatCannotBeWrittenFailsWithResticsWords)
 
 TEST_F(OrdinaryUser, aSourceThatVanishesDuringTheRunGivesAWarning)
 {
-    addLongFiles(6);
+    makeRepository(repository);
+    addLongFiles(60);
     EXPECT_EQ(runAndMeanwhile([this] { ASSERT_TRUE(QDir(source).removeRecursively()); }), 0);
     const RunRecord record = newestRecord();
     EXPECT_EQ(record.outcome, Outcome::warning);

@@ -43,6 +43,7 @@ TEST_F(RemoteBackup, oneCycleGoesToDiskDriveAndServer)
 
 TEST_F(RemoteBackup, anAccountThatIsNotConnectedIsSkippedAndTheOthersRun)
 {
+    makeRepository(repository);
     connectRemotes();
     writeSupportFile("rclone.conf", "[vellomar]\ntype = alias\nremote = " + home().toUtf8() + '\n');
     EXPECT_EQ(Cycle().run(), 0);
@@ -58,6 +59,7 @@ TEST_F(RemoteBackup, anAccountThatIsNotConnectedIsSkippedAndTheOthersRun)
 
 TEST_F(RemoteBackup, withoutRcloneTheRemotesAreSkipped)
 {
+    makeRepository(repository);
     connectRemotes();
     Installation installation;
     installation.addReal(QStringLiteral("restic"));
@@ -74,6 +76,7 @@ TEST_F(RemoteBackup, withoutRcloneTheRemotesAreSkipped)
 
 TEST_F(RemoteBackup, aServerThatCannotBeOpenedFailsAndTheOthersRun)
 {
+    makeRepository(repository);
     connectRemotes();
     config.driveEnabled = false;
     saveSettings();

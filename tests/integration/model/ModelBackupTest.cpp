@@ -47,6 +47,7 @@ protected:
     ModelBackup()
     {
         qputenv("TMPDIR", QFile::encodeName(folder(QStringLiteral("tmp"))));
+        makeRepository(repository);
         model = std::make_unique<AppModel>(std::make_shared<LaunchingDesktop>());
         QObject::connect(model.get(), &AppModel::statusChanged, model.get(), [this] {
             if (model->status()) {

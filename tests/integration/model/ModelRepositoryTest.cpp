@@ -59,7 +59,7 @@ protected:
 
 TEST_F(ModelRepository, listsOnlyTheVersionsOfThisMachine)
 {
-    restic(repository, {QStringLiteral("init")});
+    makeRepository(repository);
     for (const QString &host : {Paths::hostname(), QStringLiteral("un-altro-mac")}) {
         restic(repository, {QStringLiteral("backup"), QStringLiteral("--host"), host, source});
     }
@@ -74,7 +74,7 @@ TEST_F(ModelRepository, listsOnlyTheVersionsOfThisMachine)
 
 TEST_F(ModelRepository, anotherKeyIsRefusedAndNothingChanges)
 {
-    restic(repository, {QStringLiteral("init")});
+    makeRepository(repository);
     start();
     settle();
     EXPECT_EQ(replacedBy(QStringLiteral("another key")),
@@ -89,7 +89,7 @@ TEST_F(ModelRepository, anotherKeyIsRefusedAndNothingChanges)
 
 TEST_F(ModelRepository, theKeyOfTheRepositoryIsAcceptedAndTheSwapGoesBack)
 {
-    restic(repository, {QStringLiteral("init")});
+    makeRepository(repository);
     ASSERT_TRUE(storeSecret(Keychain::repositoryKey, "a key that was made here"));
     config.keySaved = false;
     saveSettings();
@@ -155,7 +155,7 @@ TEST_F(ModelRepository, aKeyringThatGoesInBetweenFailsTheReplacementAlone)
 
 TEST_F(ModelRepository, aDiskThatIsPulledOutIsTold)
 {
-    restic(repository, {QStringLiteral("init")});
+    makeRepository(repository);
     start();
     settle();
     ASSERT_TRUE(QDir().rename(disk, disk + QLatin1String(".away")));

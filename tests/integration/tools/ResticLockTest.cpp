@@ -1,4 +1,5 @@
 #include "tests/integration/tools/SampleBackup.h"
+#include "tests/support/CheapRepository.h"
 #include "tests/support/Waiting.h"
 
 #include <QRandomGenerator>
@@ -18,7 +19,8 @@ protected:
     {
         restic.config.localFolder = QDir::homePath();
         restic.password = QStringLiteral("key");
-        EXPECT_TRUE(restic.prepare().has_value());
+        EXPECT_TRUE(
+            CheapRepository::make(restic.config.repository(DestinationID::local), restic.password));
     }
     /// Whether another restic has its lock on the repository, whole.
     [[nodiscard]] bool isLocked() const
