@@ -90,8 +90,9 @@ std::optional<QString> obscure(const QString &text);
 /// Absent when there is none.
 std::optional<QString> lastError(const QString &standardError);
 
-/// What to show for a connection to a server that failed, from rclone's standard error.
-QString serverError(const QString &standardError);
+/// What to show for a connection to a server that failed, from rclone's standard error. What
+/// stands in the name of the server itself says nothing.
+QString serverError(const QString &standardError, const QString &host = {});
 
 /// Writes the host keys that a server shows now to known_hosts in the support folder, in place of
 /// those there. False when none was shown or the file can't be written. An empty port is SSH's own.

@@ -6,6 +6,7 @@
 #include "tools/Tools.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -104,6 +105,19 @@ std::optional<Pairs> section(const AppConfig &config, const QString &secret)
     return std::nullopt;
 }
 
+/// What rclone says without the places that it names: the digits of an address refuse nobody.
+QString withoutPlaces(QString words, const QString &host)
+{
+    static const QRegularExpression addresses(
+        QStringLiteral(R"(https?://[^\s"]*|(\d+(\.\d+){3}|\[[\da-f:]+\])(:\d+)?)"));
+    if (!host.isEmpty()) {
+        const QString named =
+            QStringLiteral(R"((?<![\w.])%1(:\d+)?(?![\w.]))").arg(QRegularExpression::escape(host));
+        words.remove(QRegularExpression(named, QRegularExpression::CaseInsensitiveOption));
+    }
+    return words.remove(addresses);
+}
+
 /// Whether a text holds one of the words.
 template <std::size_t count>
 bool holdsAny(const QString &text, const std::array<QLatin1String, count> &words)
@@ -139,7 +153,7 @@ std::optional<QString> Rclone::connectServer(const AppConfig &config, const QStr
         return std::nullopt;
     }
     disconnectServer();
-    return serverError(test ? test->standardError : QString());
+    return serverError(test ? test->standardError : QString(), server.serverHost);
 }
 
 void Rclone::disconnectServer()
@@ -180,7 +194,7 @@ std::optional<QString> Rclone::versioning(const QString &bucket)
     return result->standardOutput.trimmed().remove(u'"');
 }
 
-QString Rclone::serverError(const QString &standardError)
+QString Rclone::serverError(const QString &standardError, const QString &host)
 {
     static constexpr std::array accessWords = {
         QLatin1String("401"),
@@ -197,7 +211,7 @@ QString Rclone::serverError(const QString &standardError)
         QLatin1String("timeout"),          QLatin1String("timed out"),
         QLatin1String("no route to host"), QLatin1String("network is unreachable"),
     };
-    const QString text = standardError.toLower();
+    const QString text = withoutPlaces(standardError, host).toLower();
     if (text.contains(QLatin1String("knownhosts"))) {
         return localized("Il server si presenta con una chiave diversa da quella registrata. Se "
                          "non l'hai cambiato tu, non collegarti da questa rete; altrimenti "

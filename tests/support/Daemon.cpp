@@ -34,17 +34,6 @@ bool isTaken(quint16 port)
     return answers;
 }
 
-quint16 anyFreePort()
-{
-    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address = loopback(0);
-    socklen_t length = sizeof(address);
-    ::bind(socket, reinterpret_cast<sockaddr *>(&address), length);
-    ::getsockname(socket, reinterpret_cast<sockaddr *>(&address), &length);
-    ::close(socket);
-    return ntohs(address.sin_port);
-}
-
 } // namespace
 
 Daemon::Daemon()
@@ -65,14 +54,13 @@ Daemon::~Daemon()
 
 quint16 Daemon::freePort()
 {
-    // rclone's errors name the port, and these numbers in them stand for a refusal.
-    while (true) {
-        const quint16 port = anyFreePort();
-        const QByteArray text = QByteArray::number(port);
-        if (!text.contains("401") && !text.contains("403")) {
-            return port;
-        }
-    }
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address = loopback(0);
+    socklen_t length = sizeof(address);
+    ::bind(socket, reinterpret_cast<sockaddr *>(&address), length);
+    ::getsockname(socket, reinterpret_cast<sockaddr *>(&address), &length);
+    ::close(socket);
+    return ntohs(address.sin_port);
 }
 
 bool Daemon::start(const QString &program, const QStringList &arguments)

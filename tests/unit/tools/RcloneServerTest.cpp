@@ -244,6 +244,24 @@ TEST_F(RcloneServer, aTrialThatFailsIsTakenBack)
               QStringList({deletion, scrambling, scan, show, encryption, trial, deletion}));
 }
 
+TEST_F(RcloneServer, numbersInTheServersAddressRefuseNobody)
+{
+    server.serverHost = QStringLiteral("nas401.lan");
+    for (const char *words :
+         {"dial tcp 127.0.0.1:44010: connect: connection refused",
+          "read tcp 10.0.40.3:54031->10.4.0.1:403: i/o timeout",
+          "dial tcp [fe80::4030]:24031: connect: no route to host",
+          "Propfind \"http://127.0.0.1:40100/dav403/\": dial tcp 127.0.0.1:40100: connect: "
+          "connection refused",
+          "dial tcp: lookup nas401.lan on 127.0.0.53:53: no such host",
+          "dial tcp: lookup NAS401.LAN: i/o timeout", "dial nas401.lan:403: connection refused"}) {
+        tested = {1, QString(), QString::fromUtf8(words)};
+        expectFailure(unreachable);
+    }
+    tested = {1, QString(), QStringLiteral("Get \"http://nas401.lan/\": 403 Forbidden")};
+    expectFailure(QStringLiteral("Accesso rifiutato: controlla utente e password."));
+}
+
 TEST_F(RcloneServer, aTrialThatFailsWithoutAWordIsUnreachable)
 {
     for (const int status : {1, 3, 137, -1}) {
