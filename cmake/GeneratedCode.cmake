@@ -1,6 +1,20 @@
-# vellomar_spare_generated_code(TARGET): what Qt's QML compiler writes isn't ours to warn about.
+# vellomar_spare_generated_code(TARGET): what Qt's QML compiler writes isn't ours to warn about. It
+# is compiled as one where the sources of a library are.
 function(vellomar_spare_generated_code target)
-  get_target_property(sources ${target} SOURCES)
-  list(FILTER sources INCLUDE REGEX "/\\.rcc/|_qmltyperegistrations\\.cpp$")
-  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+  get_target_property(generated ${target} SOURCES)
+  list(FILTER generated INCLUDE REGEX "/\\.rcc/|_qmltyperegistrations\\.cpp$")
+  if(VELLOMAR_UNITY)
+    # Files with options of their own have no part in CMake's unity. Resources share their names.
+    set(united ${generated})
+    list(FILTER united EXCLUDE REGEX "/qrc_")
+    set_source_files_properties(${united} PROPERTIES HEADER_FILE_ONLY ON)
+    list(TRANSFORM united REPLACE "(.+)" "#include \"\\1\"")
+    list(JOIN united "\n" united)
+    set(together ${CMAKE_CURRENT_BINARY_DIR}/${target}_generated.cpp)
+    file(CONFIGURE OUTPUT ${together} CONTENT "${united}\n")
+    target_sources(${target} PRIVATE ${together})
+    set_source_files_properties(${together} PROPERTIES SKIP_AUTOGEN ON)
+    list(APPEND generated ${together})
+  endif()
+  set_source_files_properties(${generated} PROPERTIES COMPILE_OPTIONS -w)
 endfunction()

@@ -2,11 +2,11 @@
 # nothing where nothing did.
 # shellcheck shell=bash
 
-# build PRESET FOLDER TARGET: the target is "program", or "all" with the tests.
+# build PRESET FOLDER TARGET: the target is "program", or one that has tests in it.
 build() {
     local preset=$1 folder=$root/$2 target=$3 testing=ON
     # The program alone asks for no package that only tests need.
-    [[ $target == all ]] || testing=OFF
+    [[ $target != program ]] || testing=OFF
     cd -- "$root" || return
     if ! build_configured "$folder" "$testing"; then
         say "Configuring the $preset build"

@@ -1,0 +1,1 @@
+// The headers of Precompiled.h are all that there is to compile.
