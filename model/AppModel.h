@@ -226,7 +226,7 @@ public:
     /// known to have it. Absent on success, otherwise what to show.
     std::optional<QString> install(const QString &key, bool saved);
     /// Runs an action behind the person's login, or at once where there is no way to log in.
-    void authenticated(const QString &reason, std::function<void()> action);
+    void authenticated(OwnerReason reason, std::function<void()> action);
 
 Q_SIGNALS:
     void sectionChanged();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/OwnerAuthentication.h"
 #include "state/AppConfig.h"
 
 #include <QString>
@@ -46,9 +47,8 @@ public:
     virtual qint64 clipboardChangeCount() = 0;
     virtual void clearClipboard() = 0;
 
-    /// Asks the person to log in. The reason is a part of a sentence that the system completes.
-    virtual void authenticate(const QString &reason,
-                              std::function<void(Authentication)> answer) = 0;
+    /// Asks the person to log in.
+    virtual void authenticate(OwnerReason reason, std::function<void(Authentication)> answer) = 0;
 
     /// Opens the place in the system's settings where access to the whole disk is given.
     virtual void openPrivacySettings() = 0;

@@ -38,7 +38,7 @@ std::optional<DestinationID> refusingDestination(const AppConfig &config, const 
 
 } // namespace
 
-void AppModel::authenticated(const QString &reason, std::function<void()> action)
+void AppModel::authenticated(OwnerReason reason, std::function<void()> action)
 {
     m_desktop->authenticate(reason, [model = QPointer(this),
                                      action = std::move(action)](Desktop::Authentication answer) {
@@ -67,7 +67,7 @@ void AppModel::copyKey()
 
 void AppModel::requestKeyCopy()
 {
-    authenticated(localized("copiare la chiave di cifratura"), [this] { copyKey(); });
+    authenticated(OwnerReason::copyKey, [this] { copyKey(); });
 }
 
 void AppModel::useKey(const QString &typed, KeyResult done)
@@ -123,7 +123,7 @@ std::optional<QString> AppModel::install(const QString &key, bool saved)
 
 void AppModel::requestPreviousKey()
 {
-    authenticated(localized("sostituire la chiave di cifratura"), [this] {
+    authenticated(OwnerReason::replaceKey, [this] {
         const auto previous = Keychain::read(Keychain::previousRepositoryKey);
         if (!previous) {
             assign(m_keyError, std::optional(previous.error().message()),

@@ -82,8 +82,7 @@ void AppModel::openRecoveryKit()
         setShowingRecoveryKit(true);
         return;
     }
-    authenticated(localized("mostrare la chiave di cifratura"),
-                  [this] { setShowingRecoveryKit(true); });
+    authenticated(OwnerReason::showKey, [this] { setShowingRecoveryKit(true); });
 }
 
 void AppModel::saveRecoveryKit()

@@ -1,16 +1,21 @@
 #pragma once
 
-#include <QString>
-
 #include <functional>
 #include <thread>
+
+/// What the person at the machine is asked to log in for once more.
+enum class OwnerReason {
+    showKey,
+    copyKey,
+    replaceKey,
+};
 
 /// How the question to the person at the machine was answered, whether they can log in once more as
 /// who they are.
 enum class OwnerLogin {
     granted,
-    refused,    ///< or cancelled, or taken back
-    impossible, ///< this machine has no way to ask
+    refused,    ///< or cancelled, or taken back, or never answered
+    impossible, ///< this machine says that it has no way to ask
 };
 
 /// Asks the person at the machine to log in once more, in a dialog of the system's own. One
@@ -24,9 +29,8 @@ public:
     using Answer = std::function<void(OwnerLogin)>;
 
     /// Returns at once. `answer` is called once, on a thread of its own, on which it mustn't stay.
-    /// The reason is what is to be done, as a part of a sentence: "copiare la chiave di cifratura".
     /// A question that is still open is taken back first.
-    void ask(const QString &reason, Answer answer);
+    void ask(OwnerReason reason, Answer answer);
 
 private:
     std::jthread m_question;
@@ -36,6 +40,6 @@ namespace Polkit {
 
 /// The action of ours that stands for a reason. Its texts are in resources/it.vellomar.policy,
 /// because polkit takes none from an ordinary program.
-const char *action(const QString &reason);
+const char *action(OwnerReason reason);
 
 } // namespace Polkit

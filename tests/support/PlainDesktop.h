@@ -14,7 +14,7 @@ public:
     qint64 copyConcealed(const QString &) override { return 0; }
     qint64 clipboardChangeCount() override { return 0; }
     void clearClipboard() override {}
-    void authenticate(const QString &, std::function<void(Authentication)>) override {}
+    void authenticate(OwnerReason, std::function<void(Authentication)>) override {}
     void openPrivacySettings() override {}
     void quit() override {}
     void exitNow() override {}

@@ -78,8 +78,7 @@ void ScriptedDesktop::clearClipboard()
     copy(QString());
 }
 
-void ScriptedDesktop::authenticate(const QString &reason,
-                                   std::function<void(Authentication)> answer)
+void ScriptedDesktop::authenticate(OwnerReason reason, std::function<void(Authentication)> answer)
 {
     reasons.append(reason);
     give([this, answer = std::move(answer)] { answer(authentication); });

@@ -20,7 +20,7 @@ public:
 
     QStringList savePanels; ///< proposed name and message, joined by a line feed
     QStringList printed;
-    QStringList reasons; ///< of logins
+    QList<OwnerReason> reasons; ///< of logins
     QString clipboard;
     qint64 clipboardChanges = 7;
     bool isConcealed = false;
@@ -46,7 +46,7 @@ public:
     qint64 copyConcealed(const QString &text) override;
     qint64 clipboardChangeCount() override;
     void clearClipboard() override;
-    void authenticate(const QString &reason, std::function<void(Authentication)> answer) override;
+    void authenticate(OwnerReason reason, std::function<void(Authentication)> answer) override;
     void openPrivacySettings() override;
     void quit() override;
     void exitNow() override;

@@ -4,7 +4,7 @@
 
 MANNER: granting, refusing (the person, when asked, does that), retained (who asks has logged in
 already), forbidding (whatever the person does), agentless (nobody can ask the person), unknown (an
-error for every action), hanging (the person is asked and never answers), leaving (it ends while the
+error for every action, and it lists none), failing (the same error, though it lists them), hanging (the person is asked and never answers), leaving (it ends while the
 person is being asked), mute (nothing is ever answered)
 """
 
@@ -37,7 +37,7 @@ class Authority(dbus.service.Object):
              details=len(details), asks=asks)
         if asks:
             bus.watch_name_owner(sender, lambda owner: owner or note(left=True))
-        if MANNER == "unknown":
+        if MANNER in ("unknown", "failing"):
             fail(dbus.DBusException("Action is not registered", name=NAME + ".Error.Failed"))
         elif MANNER in ("forbidding", "retained"):
             answer((MANNER == "retained", False, {}))
@@ -49,6 +49,13 @@ class Authority(dbus.service.Object):
             os._exit(0)
         else:
             answer((MANNER == "granting", False, {}))
+
+    @dbus.service.method(NAME + ".Authority", in_signature="s", out_signature="a(ssssssuuua{ss})")
+    def EnumerateActions(self, locale):
+        known = [] if MANNER == "unknown" else ["org.example.other", "it.vellomar.key.copy"]
+        return dbus.Array([(action, "", "", "", "", "", dbus.UInt32(0), dbus.UInt32(0),
+                            dbus.UInt32(0), dbus.Dictionary({}, signature="ss"))
+                           for action in known], signature="(ssssssuuua{ss})")
 
 
 DBusGMainLoop(set_as_default=True)

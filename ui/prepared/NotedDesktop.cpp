@@ -28,8 +28,7 @@ void NotedDesktop::clearClipboard()
     asked.append(QStringLiteral("clear"));
 }
 
-void NotedDesktop::authenticate(const QString & /*reason*/,
-                                std::function<void(Authentication)> answer)
+void NotedDesktop::authenticate(OwnerReason /*reason*/, std::function<void(Authentication)> answer)
 {
     asked.append(QStringLiteral("authenticate"));
     answer(Authentication::granted);

@@ -19,7 +19,7 @@ public:
     qint64 copyConcealed(const QString &text) override;
     qint64 clipboardChangeCount() override;
     void clearClipboard() override;
-    void authenticate(const QString &reason, std::function<void(Authentication)> answer) override;
+    void authenticate(OwnerReason reason, std::function<void(Authentication)> answer) override;
     void openPrivacySettings() override;
     void quit() override;
     void exitNow() override;

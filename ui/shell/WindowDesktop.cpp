@@ -92,7 +92,7 @@ void WindowDesktop::clearClipboard()
     m_clipboard.clear();
 }
 
-void WindowDesktop::authenticate(const QString &reason, std::function<void(Authentication)> answer)
+void WindowDesktop::authenticate(OwnerReason reason, std::function<void(Authentication)> answer)
 {
     m_owner.ask(reason, [this, answer = std::move(answer)](OwnerLogin login) {
         // This runs on the question's thread, which ends before this object does.

@@ -11,11 +11,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <memory>
 
 #include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace {
 
@@ -23,8 +27,7 @@ namespace {
 class Question
 {
 public:
-    void ask(OwnerAuthentication &owner,
-             const QString &reason = QStringLiteral("copiare la chiave di cifratura"))
+    void ask(OwnerAuthentication &owner, OwnerReason reason = OwnerReason::copyKey)
     {
         owner.ask(reason, [answer = m_answer](OwnerLogin login) {
             // Neither of two answers may pass.
@@ -165,6 +168,12 @@ TEST_F(OwnerAuthenticationTest, anActionThatNobodyInstalledIsImpossible)
     EXPECT_EQ(questions().size(), 1);
 }
 
+TEST_F(OwnerAuthenticationTest, anErrorOverAnActionThatIsInstalledRefusesIt)
+{
+    EXPECT_EQ(answerOf(QStringLiteral("failing")), OwnerLogin::refused);
+    EXPECT_EQ(questions().size(), 1);
+}
+
 TEST_F(OwnerAuthenticationTest, withoutAnAuthorityItIsImpossible)
 {
     OwnerAuthentication owner;
@@ -173,15 +182,34 @@ TEST_F(OwnerAuthenticationTest, withoutAnAuthorityItIsImpossible)
     EXPECT_EQ(question.answer(), OwnerLogin::impossible);
 }
 
-TEST_F(OwnerAuthenticationTest, anAuthorityThatNeverAnswersIsImpossible)
+TEST_F(OwnerAuthenticationTest, anAuthorityThatNeverAnswersRefusesIt)
 {
-    EXPECT_EQ(answerOf(QStringLiteral("mute")), OwnerLogin::impossible);
+    EXPECT_EQ(answerOf(QStringLiteral("mute")), OwnerLogin::refused);
 }
 
 TEST_F(OwnerAuthenticationTest, anAuthorityThatEndsWhileThePersonIsAskedRefusesIt)
 {
     EXPECT_EQ(answerOf(QStringLiteral("leaving")), OwnerLogin::refused);
     EXPECT_EQ(questions().size(), 2);
+}
+
+TEST_F(OwnerAuthenticationTest, aBusThatHasEndedRefusesIt)
+{
+    // Its socket stays behind.
+    bus.stopBus();
+    const QByteArray path = QFile::encodeName(QDir::homePath()) + "/bus";
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path.size(), static_cast<qsizetype>(sizeof(address.sun_path)));
+    std::copy(path.cbegin(), path.cend(), address.sun_path);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof(address)), 0);
+    ::close(socket);
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + path);
+    OwnerAuthentication owner;
+    Question question;
+    question.ask(owner);
+    EXPECT_EQ(question.answer(), OwnerLogin::refused);
 }
 
 TEST_F(OwnerAuthenticationTest, aBusThatEndsWhileThePersonIsAskedRefusesIt)
@@ -241,7 +269,7 @@ TEST_F(OwnerAuthenticationTest, aNewQuestionTakesTheOpenOneBack)
     first.ask(owner);
     ASSERT_TRUE(personIsBeingAsked());
     Question second;
-    second.ask(owner, QStringLiteral("sostituire la chiave di cifratura"));
+    second.ask(owner, OwnerReason::replaceKey);
     EXPECT_EQ(first.answer(), OwnerLogin::refused);
     EXPECT_FALSE(second.isAnswered());
 }
@@ -259,16 +287,18 @@ TEST(PolkitAction, eachReasonHasItsOwnWithItsWordsAndAsksForOnesOwnLogin)
     QFile file(QStringLiteral(VELLOMAR_SOURCE_DIR "/resources/it.vellomar.policy"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString policy = QString::fromUtf8(file.readAll());
-    for (const QString &reason : {QStringLiteral("mostrare la chiave di cifratura"),
-                                  QStringLiteral("copiare la chiave di cifratura"),
-                                  QStringLiteral("sostituire la chiave di cifratura"),
-                                  QStringLiteral("usare la chiave di cifratura")}) {
+    const std::pair<OwnerReason, QString> reasons[] = {
+        {OwnerReason::showKey, QStringLiteral("mostrare la chiave di cifratura")},
+        {OwnerReason::copyKey, QStringLiteral("copiare la chiave di cifratura")},
+        {OwnerReason::replaceKey, QStringLiteral("sostituire la chiave di cifratura")}};
+    EXPECT_EQ(policy.count(QStringLiteral("<action ")), static_cast<qsizetype>(std::size(reasons)));
+    for (const auto &[reason, words] : reasons) {
         const QString action = QString::fromLatin1(Polkit::action(reason));
         const QString opening = QStringLiteral("<action id=\"%1\">").arg(action);
         ASSERT_EQ(policy.count(opening), 1) << action.toStdString();
         const QString body = policy.section(opening, 1).section(QStringLiteral("</action>"), 0, 0);
         EXPECT_TRUE(
-            body.contains(QStringLiteral("<message>Vellomar vuole %1.</message>").arg(reason)));
+            body.contains(QStringLiteral("<message>Vellomar vuole %1.</message>").arg(words)));
         EXPECT_EQ(body.count(QStringLiteral(">auth_self<")), 3);
     }
 }

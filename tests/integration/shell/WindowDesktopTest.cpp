@@ -172,11 +172,10 @@ TEST_F(WindowDesktopTest, answersOfTheLoginComeOnItsOwnThread)
     // There is no system bus here.
     std::optional<Desktop::Authentication> answer;
     QThread *thread = nullptr;
-    desktop->authenticate(QStringLiteral("copiare la chiave di cifratura"),
-                          [&](Desktop::Authentication given) {
-                              answer = given;
-                              thread = QThread::currentThread();
-                          });
+    desktop->authenticate(OwnerReason::copyKey, [&](Desktop::Authentication given) {
+        answer = given;
+        thread = QThread::currentThread();
+    });
     EXPECT_FALSE(answer);
     EXPECT_TRUE(eventuallyInLoop([&answer] { return answer.has_value(); }));
     EXPECT_EQ(answer, Desktop::Authentication::impossible);
@@ -200,7 +199,8 @@ TEST_F(WindowDesktopTest, anOpenLoginIsTakenBackAtItsEnd)
                                  QStringLiteral("org.freedesktop.PolicyKit1")}),
               0);
     bool answered = false;
-    desktop->authenticate(QString(), [&answered](Desktop::Authentication) { answered = true; });
+    desktop->authenticate(OwnerReason::showKey,
+                          [&answered](Desktop::Authentication) { answered = true; });
     ASSERT_TRUE(eventuallyInLoop([&record] {
         QFile file(record);
         return file.open(QIODevice::ReadOnly) && file.readAll().count('\n') == 2;

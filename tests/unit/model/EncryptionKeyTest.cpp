@@ -93,7 +93,7 @@ TEST_F(EncryptionKey, copyingFromTheSettingsTakesALogin)
     start();
     desktop->authentication = Desktop::Authentication::refused;
     model->requestKeyCopy();
-    EXPECT_EQ(desktop->reasons, QStringList{QStringLiteral("copiare la chiave di cifratura")});
+    EXPECT_EQ(desktop->reasons, QList{OwnerReason::copyKey});
     EXPECT_FALSE(model->isKeyCopied());
     desktop->authentication = Desktop::Authentication::granted;
     model->requestKeyCopy();
@@ -301,7 +301,7 @@ TEST_F(EncryptionKey, goingBackTwiceReturnsToTheBeginning)
     storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
     start();
     model->requestPreviousKey();
-    EXPECT_EQ(desktop->reasons, QStringList{QStringLiteral("sostituire la chiave di cifratura")});
+    EXPECT_EQ(desktop->reasons, QList{OwnerReason::replaceKey});
     EXPECT_EQ(model->password(), QStringLiteral("older"));
     EXPECT_EQ(previous(), QStringLiteral("the key in use"));
     EXPECT_FALSE(model->config().keySaved);

@@ -67,7 +67,7 @@ TEST_F(RecoveryKit, opensWithoutALoginUntilTheKeyIsSaved)
     EXPECT_TRUE(ConfigStore::load().keySaved);
     desktop->answersLater = true;
     model->openRecoveryKit();
-    EXPECT_EQ(desktop->reasons, QStringList{QStringLiteral("mostrare la chiave di cifratura")});
+    EXPECT_EQ(desktop->reasons, QList{OwnerReason::showKey});
     EXPECT_FALSE(model->isShowingRecoveryKit());
     desktop->answer();
     EXPECT_TRUE(model->isShowingRecoveryKit());
