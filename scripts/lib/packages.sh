@@ -35,19 +35,12 @@ packages_install() {
     mapfile -t missing < <(packages_missing "${wanted[@]}")
     ((${#missing[@]})) || return 0
 
-    local as_root=(env)
-    if ((EUID != 0)); then
-        command -v sudo >/dev/null ||
-            fail "these packages are missing and only root can install them: ${missing[*]}"
-        as_root=(sudo env)
-    fi
-
     say "Installing the packages that are missing: ${missing[*]}"
-    "${as_root[@]}" true || fail "only root can install packages, and sudo refused"
+    as_root true || fail "only root can install packages"
     mkdir -p "$root/build"
     # Lists that can't be refreshed are no failure yet: those at hand may do.
-    "${as_root[@]}" apt-get -q update >"$log" 2>&1 || true
-    "${as_root[@]}" DEBIAN_FRONTEND=noninteractive \
+    as_root apt-get -q update >"$log" 2>&1 || true
+    as_root DEBIAN_FRONTEND=noninteractive \
         apt-get -q install -y --no-install-recommends "${missing[@]}" >>"$log" 2>&1 </dev/null ||
         fail "the packages couldn't be installed (is the network reachable?); apt's own words are in $log"
 }
@@ -59,4 +52,13 @@ packages_missing() {
     for name; do
         [[ $installed == *" installed:$name "* ]] || printf '%s\n' "$name"
     done
+}
+
+# as_root [NAME=VALUE…] COMMAND…: false too where nobody can be root.
+as_root() {
+    if ((EUID == 0)); then
+        env "$@"
+    else
+        command -v sudo >/dev/null && sudo env "$@"
+    fi
 }
