@@ -1,8 +1,8 @@
 #include "model/AppModel.h"
 
 #include "model/Background.h"
-#include "state/Keychain.h"
 #include "state/Localized.h"
+#include "state/RepositoryKeys.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -102,20 +102,23 @@ void AppModel::replaceKey(const QString &key, KeyResult done)
 
 std::optional<QString> AppModel::install(const QString &key, bool saved)
 {
-    if (!m_password.isEmpty()) {
-        const auto kept = Keychain::write(m_password, Keychain::previousRepositoryKey);
-        if (!kept) {
-            return kept.error().message();
-        }
-        assign(m_hasPreviousKey, true, &AppModel::hasPreviousKeyChanged);
+    const bool wasSaved = m_config.keySaved;
+    if (!saved) {
+        // Beforehand, so that no scheduled backup ever finds the new key where one is confirmed.
+        setKeySaved(false);
     }
-    const auto written = Keychain::write(key, Keychain::repositoryKey);
-    if (!written) {
-        return written.error().message();
+    const auto installed = RepositoryKeys::install(key, m_password);
+    if (const auto previous = Keychain::read(Keychain::previousRepositoryKey)) {
+        assign(m_hasPreviousKey, previous->has_value(), &AppModel::hasPreviousKeyChanged);
+    }
+    if (!installed) {
+        setKeySaved(wasSaved);
+        return installed.error().message();
     }
     m_password = key;
     setKeySaved(saved);
     assign(m_keyError, std::optional<QString>(), &AppModel::keyErrorChanged);
+    assign(m_kitNotice, std::optional<Notice>(), &AppModel::kitNoticeChanged); // the other key's
     Q_EMIT passwordChanged();
     refreshAll();
     return std::nullopt;
@@ -124,7 +127,7 @@ std::optional<QString> AppModel::install(const QString &key, bool saved)
 void AppModel::requestPreviousKey()
 {
     authenticated(OwnerReason::replaceKey, [this] {
-        const auto previous = Keychain::read(Keychain::previousRepositoryKey);
+        const auto previous = RepositoryKeys::previous();
         if (!previous) {
             assign(m_keyError, std::optional(previous.error().message()),
                    &AppModel::keyErrorChanged);

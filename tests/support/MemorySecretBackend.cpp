@@ -14,10 +14,18 @@ SecretBackend::Match MemorySecretBackend::copyMatching(const QString &service,
     return {0, *item};
 }
 
+void MemorySecretBackend::noteWrite() const
+{
+    if (onWrite) {
+        onWrite();
+    }
+}
+
 std::int32_t MemorySecretBackend::update(const QString &service, const QString &account,
                                          const QByteArray &value)
 {
     ++updates;
+    noteWrite();
     if (writeFailure != 0) {
         return writeFailure;
     }
@@ -35,6 +43,7 @@ std::int32_t MemorySecretBackend::add(const QString &service, const QString &acc
                                       const QByteArray &value)
 {
     ++adds;
+    noteWrite();
     if (writeFailure != 0) {
         return writeFailure;
     }

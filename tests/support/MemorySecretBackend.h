@@ -4,6 +4,7 @@
 
 #include <QMap>
 
+#include <functional>
 #include <utility>
 
 /// A secret store in memory that can be made to refuse.
@@ -14,6 +15,7 @@ public:
     std::int32_t readFailure = 0;                        ///< unless 0, what copyMatching gives
     std::int32_t writeFailure = 0;                       ///< unless 0, what update and add give
     QString failingAccount;                              ///< one that can't be written; gives 22
+    std::function<void()> onWrite;                       ///< called before update and add
     int reads = 0;
     int updates = 0;
     int adds = 0;
@@ -23,4 +25,7 @@ public:
                         const QByteArray &value) override;
     std::int32_t add(const QString &service, const QString &account,
                      const QByteArray &value) override;
+
+private:
+    void noteWrite() const;
 };

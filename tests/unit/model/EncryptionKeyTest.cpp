@@ -129,6 +129,9 @@ TEST_F(EncryptionKey, withNoKeyInUseThePreviousOneStays)
     EXPECT_EQ(model->install(QStringLiteral("new"), false), std::nullopt);
     EXPECT_EQ(previous(), QStringLiteral("older"));
     EXPECT_EQ(current(), QStringLiteral("new"));
+    // What couldn't be read at the start may open every version that there is.
+    EXPECT_EQ(storedKey(QStringLiteral("repository-key-earlier-1")),
+              QStringLiteral("the key in use"));
     EXPECT_EQ(model->keyError(), std::nullopt);
     EXPECT_FALSE(model->config().keySaved);
 }
@@ -156,6 +159,32 @@ TEST_F(EncryptionKey, anInstallationThatFailsHalfwayKeepsTheKeyInUse)
     EXPECT_EQ(previous(), QStringLiteral("the key in use"));
     EXPECT_TRUE(model->hasPreviousKey());
     EXPECT_TRUE(model->config().keySaved);
+}
+
+TEST_F(EncryptionKey, aStoreThatCannotBeReadIsNotWrittenTo)
+{
+    start();
+    secrets.readFailure = 26;
+    EXPECT_EQ(model->install(QStringLiteral("new"), true),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 26)"));
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(current(), QStringLiteral("the key in use"));
+    EXPECT_EQ(secrets.updates, 0);
+    EXPECT_EQ(secrets.adds, 0);
+}
+
+TEST_F(EncryptionKey, whatWasSaidOfTheOtherKeysKitGoesWithIt)
+{
+    start();
+    desktop->savePath = folder("stick") + QLatin1String("/kit.txt");
+    model->saveRecoveryKit();
+    ASSERT_TRUE(model->kitNotice());
+    secrets.writeFailure = 27;
+    EXPECT_TRUE(model->install(QStringLiteral("new"), true));
+    EXPECT_TRUE(model->kitNotice());
+    secrets.writeFailure = 0;
+    EXPECT_EQ(model->install(QStringLiteral("new"), true), std::nullopt);
+    EXPECT_EQ(model->kitNotice(), std::nullopt);
 }
 
 TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
@@ -316,6 +345,30 @@ TEST_F(EncryptionKey, goingBackTwiceReturnsToTheBeginning)
     EXPECT_TRUE(model->isShowingRecoveryKit());
 }
 
+TEST_F(EncryptionKey, goingBackCountsAsUnconfirmedBeforeTheKeyIsThere)
+{
+    // At each write, a schedule that looked would find what it may back up with.
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    start();
+    QList<bool> savedAtWrite;
+    secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
+    model->requestPreviousKey();
+    EXPECT_GE(savedAtWrite.size(), 2);
+    EXPECT_FALSE(savedAtWrite.contains(true));
+    EXPECT_EQ(model->password(), QStringLiteral("older"));
+}
+
+TEST_F(EncryptionKey, aReplacementCountsAsConfirmedOnlyOnceItIsThere)
+{
+    config.keySaved = false;
+    start();
+    QList<bool> savedAtWrite;
+    secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
+    EXPECT_EQ(model->install(QStringLiteral("new"), true), std::nullopt);
+    EXPECT_FALSE(savedAtWrite.contains(true));
+    EXPECT_TRUE(ConfigStore::load().keySaved);
+}
+
 TEST_F(EncryptionKey, withoutAPreviousKeyThereIsNoGoingBack)
 {
     start();
@@ -343,6 +396,8 @@ TEST_F(EncryptionKey, goingBackThatFailsIsTold)
     EXPECT_EQ(model->keyError(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 24)"));
     EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_TRUE(ConfigStore::load().keySaved);
+    EXPECT_EQ(previous(), QStringLiteral("older"));
     secrets.writeFailure = 0;
     secrets.readFailure = 25;
     model->requestPreviousKey();
