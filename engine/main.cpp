@@ -1,5 +1,6 @@
 #include "engine/Headless.h"
 #include "engine/WindowModule.h"
+#include "platform/CoreDumps.h"
 #include "platform/HomeFolder.h"
 #include "state/Localized.h"
 #include "tools/OneShotSecret.h"
@@ -16,6 +17,7 @@
 // window, or the window. Words that aren't known are passed over.
 int main(int argc, char *argv[])
 {
+    switchOffCoreDumps();
     const std::span words(argv, static_cast<size_t>(argc));
     const auto find = [&words](std::string_view option) {
         return std::find(words.begin(), words.end(), option);

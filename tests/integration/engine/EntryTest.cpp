@@ -1,11 +1,15 @@
 #include "tests/support/ScriptedRestic.h"
 
+#include "tests/support/CoreLimit.h"
 #include "tools/OneShotSecret.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
+#include <array>
+
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -226,6 +230,45 @@ TEST_F(Entry, aFailedDestinationIsExitCodeOne)
 {
     script("exit 1");
     EXPECT_EQ(run(words({"--backup"})).code, 1);
+}
+
+TEST_F(Entry, aRunAndItsToolsLeaveNoCore)
+{
+    allowCores();
+    script("await");
+    Cycle cycle(installation.program());
+    cycle.start();
+    ASSERT_TRUE(isAwaiting());
+    EXPECT_EQ(coreLimit(cycle.processId()), "1");
+    const QList<pid_t> tools = childrenOf(cycle.processId());
+    EXPECT_FALSE(tools.isEmpty());
+    for (const pid_t tool : tools) {
+        EXPECT_EQ(coreLimit(tool), "1");
+    }
+    letGo();
+    EXPECT_EQ(cycle.finish(), 0);
+}
+
+TEST_F(Entry, norDoesTheDeliveryOfASecret)
+{
+    allowCores();
+    const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
+    ASSERT_TRUE(secret);
+    // It waits at an output that takes no more.
+    std::array<int, 2> output{};
+    ASSERT_EQ(::pipe2(output.data(), O_CLOEXEC), 0);
+    ASSERT_EQ(::fcntl(output[1], F_SETFL, O_NONBLOCK), 0);
+    const std::array<char, 4096> filling{};
+    while (::write(output[1], filling.data(), filling.size()) > 0) {
+    }
+    ASSERT_EQ(::fcntl(output[1], F_SETFL, 0), 0);
+    QProcess delivery;
+    delivery.setChildProcessModifier([&output] { ::dup2(output[1], STDOUT_FILENO); });
+    delivery.start(installation.program(), {QStringLiteral("--secret"), secret->path()});
+    EXPECT_TRUE(eventually([&delivery] { return coreLimit(delivery.processId()) == "1"; }));
+    ::close(output[0]);
+    ::close(output[1]);
+    delivery.waitForFinished();
 }
 
 } // namespace

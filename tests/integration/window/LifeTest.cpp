@@ -1,4 +1,5 @@
 #include "model/UserDefaults.h"
+#include "tests/support/CoreLimit.h"
 #include "tests/support/Cycle.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/WindowSession.h"
@@ -163,6 +164,13 @@ TEST_F(Life, theWindowIsWhereItWasTheLastTime)
     again.start();
     ASSERT_TRUE(again.shows());
     EXPECT_TRUE(eventually([&] { return ManagedScreen::place(again.windows().value(0)) == left; }));
+}
+
+TEST_F(Life, theWindowLeavesNoCore)
+{
+    allowCores();
+    open();
+    EXPECT_EQ(coreLimit(program.processId()), "1");
 }
 
 } // namespace
