@@ -98,7 +98,7 @@ void keepExitStatuses()
     }
 }
 
-// What the child does between its birth and the program: descriptors and signals.
+// What the child does between its birth and the program: descriptors, signals and its group.
 class SpawnSetup
 {
 public:
@@ -112,7 +112,9 @@ public:
         sigset_t none;
         sigemptyset(&none);
         posix_spawnattr_setsigmask(&m_attributes, &none);
-        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+        posix_spawnattr_setpgroup(&m_attributes, 0);
+        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK |
+                                                    POSIX_SPAWN_SETPGROUP);
     }
     ~SpawnSetup()
     {

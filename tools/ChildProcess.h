@@ -18,8 +18,9 @@
 ///
 /// It has pipes on its standard output and error, and on its standard input either a pipe that
 /// already holds the whole input or the null device. It inherits nothing else: signals are at their
-/// defaults, none is blocked, and no other descriptor of ours is open in it. Whoever starts it
-/// reads both pipes to their ends and calls wait() once.
+/// defaults, none is blocked, and no other descriptor of ours is open in it. It leads a process
+/// group of its own, so that what a terminal sends to ours reaches it by way of us alone. Whoever
+/// starts it reads both pipes to their ends and calls wait() once.
 class ChildProcess
 {
 public:

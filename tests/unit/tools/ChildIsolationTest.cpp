@@ -114,6 +114,24 @@ TEST(ChildIsolation, aProcessThatWasToldToIgnoreItsChildrenStillLearnsTheirEnd)
     EXPECT_EQ(shell(QStringLiteral("exit 7")).status, 7);
 }
 
+TEST(ChildIsolation, aSignalToOurGroupDoesNotReachTheChild)
+{
+    // As when a user presses Ctrl-C in the terminal that we were started in.
+    ASSERT_EQ(::setpgid(0, 0), 0);
+    ASSERT_NE(std::signal(SIGINT, SIG_IGN), SIG_ERR);
+    ASSERT_NE(std::signal(SIGHUP, SIG_IGN), SIG_ERR);
+    const ProcessResult result =
+        runProcess(QStringLiteral("/bin/sh"),
+                   {QStringLiteral("-c"),
+                    QStringLiteral("kill -INT -$PPID; kill -HUP -$PPID; sleep 0.1; exit 5")});
+    EXPECT_EQ(result.status, 5);
+}
+
+TEST(ChildIsolation, theChildLeadsAGroupOfItsOwn)
+{
+    EXPECT_EQ(shell(QStringLiteral("[ \"$(cut -d' ' -f5 /proc/$$/stat)\" = $$ ]")).status, 0);
+}
+
 TEST(ChildIsolation, theEnvironmentIsLaidOverOurs)
 {
     qputenv("KEPT", "kept");
