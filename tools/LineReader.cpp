@@ -12,8 +12,9 @@ QString repairedText(QByteArrayView bytes)
     return decoder.decode(bytes);
 }
 
-LineReader::LineReader(LineReceiver receiver)
+LineReader::LineReader(LineReceiver receiver, qsizetype longest)
     : m_receiver(std::move(receiver))
+    , m_longest(longest)
 {
 }
 
@@ -21,7 +22,7 @@ void LineReader::add(QByteArrayView block)
 {
     qsizetype end = block.indexOf('\n');
     if (end >= 0 && !m_rest.isEmpty()) {
-        m_rest.append(block.first(end));
+        keep(block.first(end));
         deliver(m_rest);
         m_rest.clear();
         block = block.sliced(end + 1);
@@ -32,7 +33,7 @@ void LineReader::add(QByteArrayView block)
         block = block.sliced(end + 1);
         end = block.indexOf('\n');
     }
-    m_rest.append(block);
+    keep(block);
 }
 
 void LineReader::finish()
@@ -43,7 +44,12 @@ void LineReader::finish()
     }
 }
 
+void LineReader::keep(QByteArrayView part)
+{
+    m_rest.append(part.first(qMin(part.size(), m_longest - m_rest.size())));
+}
+
 void LineReader::deliver(QByteArrayView line) const
 {
-    m_receiver(repairedText(line));
+    m_receiver(repairedText(line.first(qMin(line.size(), m_longest))));
 }

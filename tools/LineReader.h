@@ -15,11 +15,15 @@ using LineReceiver = std::function<void(const QString &line)>;
 /// Cuts a stream of bytes into lines and passes them on one by one.
 ///
 /// A line ends at a line feed; a carriage return is a character like any other. Bytes that aren't
-/// UTF-8 become replacement characters. Blocks may be cut anywhere.
+/// UTF-8 become replacement characters. Blocks may be cut anywhere. Of a line that is too long its
+/// beginning is passed on, so that no tool can fill the memory.
 class LineReader
 {
 public:
-    explicit LineReader(LineReceiver receiver);
+    /// Bytes of a line that are passed on. The tools' own lines hold a path or two.
+    static constexpr qsizetype longestLine = qsizetype{32} * 1024 * 1024;
+
+    explicit LineReader(LineReceiver receiver, qsizetype longest = longestLine);
 
     /// Passes on every line that this block completes.
     void add(QByteArrayView block);
@@ -28,8 +32,10 @@ public:
     void finish();
 
 private:
+    void keep(QByteArrayView part);
     void deliver(QByteArrayView line) const;
 
     LineReceiver m_receiver;
+    qsizetype m_longest;
     QByteArray m_rest; ///< begin of a line whose end hasn't come yet
 };

@@ -132,6 +132,35 @@ TEST_F(LineReaderTest, aLineOfTwentyMegabytesInSmallBlocksIsWhole)
     EXPECT_EQ(lines.at(1), QStringLiteral("next"));
 }
 
+TEST_F(LineReaderTest, ofALineOfThreeHundredMegabytesTheBeginningComesAndTheNextLineIsWhole)
+{
+    const QByteArray block(1024 * 1024, 'x');
+    for (int i = 0; i < 300; ++i) {
+        reader.add(block);
+    }
+    reader.add("\nnext\n");
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines.at(0), QString(LineReader::longestLine, u'x'));
+    EXPECT_EQ(lines.at(1), QStringLiteral("next"));
+}
+
+TEST_F(LineReaderTest, aLineIsCutAtItsLimitWhereverTheBlocksEnd)
+{
+    for (const QList<QByteArray> &blocks :
+         {QList<QByteArray>{"abcdef\nabcd\nabc\nabcde"},
+          {"abc", "def\na", "bcd\nabc\nabcd", "e"},
+          {"abcd", "ef", "\nabcd", "\nab", "c\n", "abcd", "efgh"}}) {
+        QStringList cut;
+        LineReader other([&cut](const QString &line) { cut.append(line); }, 4);
+        for (const QByteArray &block : blocks) {
+            other.add(block);
+        }
+        other.finish();
+        EXPECT_EQ(cut, QStringList({QStringLiteral("abcd"), QStringLiteral("abcd"),
+                                    QStringLiteral("abc"), QStringLiteral("abcd")}));
+    }
+}
+
 TEST(RepairedText, validTextIsUntouched)
 {
     EXPECT_EQ(repairedText({}), QString());
