@@ -1,5 +1,6 @@
 #include "tools/ChildProcess.h"
 
+#include "platform/ProcessTree.h"
 #include "tools/ChildEnvironment.h"
 
 #include <QByteArray>
@@ -205,13 +206,18 @@ ChildProcess::ChildProcess(pid_t pid, FileDescriptor standardOutput, FileDescrip
 {
 }
 
-int ChildProcess::wait()
+void ChildProcess::awaitEnd() const
 {
-    // First only looked at: until the child is reaped its process id can't go to another process.
+    // Only looked at: until the child is reaped its process id can't go to another process.
     siginfo_t info{};
     while (::waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOWAIT) != 0 &&
            errno == EINTR) {
     }
+}
+
+int ChildProcess::wait()
+{
+    awaitEnd();
     const std::lock_guard lock(m_mutex);
     m_isRunning = false;
     int status = 0;
@@ -230,5 +236,19 @@ void ChildProcess::interrupt()
     const std::lock_guard lock(m_mutex);
     if (m_isRunning) {
         ::kill(m_pid, SIGINT);
+    }
+}
+
+void ChildProcess::end()
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_isRunning) {
+        return;
+    }
+    // restic gives its rclone a group of its own, and rclone lives on for minutes where it hangs.
+    const QList<pid_t> started = descendants(m_pid);
+    ::kill(-m_pid, SIGKILL);
+    for (const pid_t process : started) {
+        ::kill(process, SIGKILL);
     }
 }

@@ -48,13 +48,20 @@ public:
     /// -1 when the system doesn't tell.
     int wait();
 
-    /// Asks the child to stop, with SIGINT. Nothing happens when it has ended.
+    /// Blocks until the child has ended, and leaves it to wait() to say how.
+    void awaitEnd() const;
+
+    /// Asks the child to stop, with SIGINT. Nothing happens when it has ended. What it has started
+    /// is not asked: restic leaves no lock behind only as long as its rclone goes on.
     void interrupt();
+
+    /// Ends the child and all that it has started, with SIGKILL.
+    void end();
 
 private:
     const pid_t m_pid;
     FileDescriptor m_standardOutput;
     FileDescriptor m_standardError;
-    std::mutex m_mutex; ///< keeps interrupt() from a process id that is no longer the child's
+    std::mutex m_mutex; ///< keeps signals from a process id that is no longer the child's
     bool m_isRunning = true;
 };

@@ -1,8 +1,12 @@
 #include "tools/ProcessRunner.h"
 
+#include "state/Localized.h"
+
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <latch>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -10,7 +14,16 @@
 
 namespace {
 
+using Child = std::shared_ptr<ChildProcess>;
+
 std::atomic<const ScopedProcessRunner::Runner *> replacement = nullptr;
+
+thread_local ProcessHandle *handleOfSteps = nullptr;
+
+ProcessResult notStarted(const QString &reason)
+{
+    return {.status = -1, .standardOutput = {}, .standardError = reason};
+}
 
 // Hands over every block that comes, until the end of the stream.
 void readToEnd(int descriptor, const std::function<void(QByteArrayView)> &receive)
@@ -26,48 +39,122 @@ void readToEnd(int descriptor, const std::function<void(QByteArrayView)> &receiv
     }
 }
 
-QByteArray readWhole(int descriptor)
+/// Both streams of a child, each read on a thread of its own. The threads are made before the
+/// child, so that no child is started where they can't be made.
+class Streams
 {
-    QByteArray whole;
-    readToEnd(descriptor, [&whole](QByteArrayView block) { whole.append(block); });
-    return whole;
-}
+public:
+    explicit Streams(const LineReceiver &onLine)
+        : m_onLine(onLine)
+    {
+    }
+    ~Streams()
+    {
+        if (!m_child) {
+            m_start.count_down();
+        }
+    }
+    Streams(const Streams &) = delete;
+    Streams &operator=(const Streams &) = delete;
+    Streams(Streams &&) = delete;
+    Streams &operator=(Streams &&) = delete;
 
-void readLines(int descriptor, const LineReceiver &onLine)
-{
-    LineReader lines(onLine);
-    readToEnd(descriptor, [&lines](QByteArrayView block) { lines.add(block); });
-    lines.finish();
-}
+    /// Makes the threads; absent on success, otherwise the system's description.
+    std::optional<QString> prepare()
+    {
+        try {
+            m_outputReader = std::jthread([this] { readOutput(); });
+            m_errorReader = std::jthread([this] { readError(); });
+        } catch (const std::system_error &failure) {
+            return qt_error_string(failure.code().value());
+        }
+        return std::nullopt;
+    }
+
+    /// Begins to read. When both streams have come to their ends and the child to its own, `onEnd`
+    /// is called.
+    void read(const Child &child, std::function<void()> onEnd)
+    {
+        m_onEnd = std::move(onEnd);
+        m_child = child;
+        m_start.count_down();
+    }
+
+    /// What was written, after that.
+    ProcessResult result(int status)
+    {
+        m_errorReader.join();
+        return {.status = status,
+                .standardOutput = repairedText(m_output),
+                .standardError = repairedText(m_error)};
+    }
+
+private:
+    void readOutput()
+    {
+        m_start.wait();
+        if (!m_child) {
+            return;
+        }
+        if (!m_onLine) {
+            readToEnd(m_child->standardOutput(),
+                      [this](QByteArrayView block) { m_output.append(block); });
+            return;
+        }
+        LineReader lines(m_onLine);
+        readToEnd(m_child->standardOutput(), [&lines](QByteArrayView block) { lines.add(block); });
+        lines.finish();
+    }
+
+    void readError()
+    {
+        m_start.wait();
+        if (!m_child) {
+            return;
+        }
+        readToEnd(m_child->standardError(),
+                  [this](QByteArrayView block) { m_error.append(block); });
+        m_outputReader.join();
+        m_child->awaitEnd();
+        m_onEnd();
+    }
+
+    const LineReceiver &m_onLine;
+    QByteArray m_output;
+    QByteArray m_error;
+    std::function<void()> m_onEnd;
+    std::latch m_start{1};
+    Child m_child; ///< none when the threads have nothing to read
+    std::jthread m_outputReader;
+    std::jthread m_errorReader;
+};
 
 ProcessResult runReally(const QString &path, const QStringList &arguments,
                         const ProcessOptions &options)
 {
-    const auto started = ChildProcess::start(path, arguments, options.env, options.input);
-    if (!started) {
-        return {.status = -1, .standardOutput = {}, .standardError = started.error()};
+    Streams streams(options.onLine);
+    if (const auto failure = streams.prepare()) {
+        return notStarted(*failure);
     }
-    const std::shared_ptr<ChildProcess> &child = *started;
-    if (options.handle != nullptr) {
-        options.handle->attach(child);
+    const auto child = ChildProcess::start(path, arguments, options.env, options.input);
+    if (!child) {
+        return notStarted(child.error());
     }
+    ProcessHandle unshared;
+    ProcessHandle &handle = options.handle != nullptr ? *options.handle : unshared;
+    handle.attach(*child);
+    streams.read(*child, [&handle] { handle.release(); });
+    handle.accompany(options.stop);
+    return streams.result((*child)->wait());
+}
 
-    QByteArray output;
-    QByteArray error;
-    std::jthread outputReader([&] {
-        if (options.onLine) {
-            readLines(child->standardOutput(), options.onLine);
-        } else {
-            output = readWhole(child->standardOutput());
-        }
-    });
-    std::jthread errorReader([&] { error = readWhole(child->standardError()); });
-    const int status = child->wait();
-    outputReader.join();
-    errorReader.join();
-    return {.status = status,
-            .standardOutput = repairedText(output),
-            .standardError = repairedText(error)};
+ProcessResult runAnyhow(const QString &path, const QStringList &arguments,
+                        const ProcessOptions &options)
+{
+    if (const ScopedProcessRunner::Runner *runner = replacement.load()) {
+        return (*runner)(path, arguments, options);
+    }
+    return runReally(path, arguments, options);
 }
 
 } // namespace
@@ -75,10 +162,26 @@ ProcessResult runReally(const QString &path, const QStringList &arguments,
 ProcessResult runProcess(const QString &path, const QStringList &arguments,
                          const ProcessOptions &options)
 {
-    if (const ScopedProcessRunner::Runner *runner = replacement.load()) {
-        return (*runner)(path, arguments, options);
+    if (handleOfSteps == nullptr || options.handle != nullptr) {
+        return runAnyhow(path, arguments, options);
     }
-    return runReally(path, arguments, options);
+    if (handleOfSteps->isCancelled()) {
+        return notStarted(localized("Interrotto"));
+    }
+    ProcessOptions step = options;
+    step.handle = handleOfSteps;
+    step.stop = StopManner::inTime;
+    return runAnyhow(path, arguments, step);
+}
+
+StoppableSteps::StoppableSteps(ProcessHandle &handle)
+{
+    handleOfSteps = &handle;
+}
+
+StoppableSteps::~StoppableSteps()
+{
+    handleOfSteps = nullptr;
 }
 
 ScopedProcessRunner::ScopedProcessRunner(Runner runner)

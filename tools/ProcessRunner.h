@@ -13,9 +13,10 @@
 /// How a child ended and what it wrote. Both texts are repaired where they aren't UTF-8.
 struct ProcessResult
 {
-    int status = -1;        ///< as ChildProcess::wait() gives it; -1 when no child could be started
+    int status = -1; ///< as ChildProcess::wait() gives it; -1 when no child could be started, or it
+                     ///< wrote far too much
     QString standardOutput; ///< empty when the lines went to a receiver
-    QString standardError;  ///< the reason when no child could be started
+    QString standardError;  ///< the reason when the status is -1
 };
 
 /// What a call of a tool may want besides its arguments.
@@ -25,13 +26,28 @@ struct ProcessOptions
     std::optional<QString> input =
         {};                          ///< a short secret for standard input; a line feed follows it
     ProcessHandle *handle = nullptr; ///< by which the child can be stopped
-    LineReceiver onLine = {};        ///< gets standard output line by line, on a thread of its own
+    StopManner stop = StopManner::atOnce;
+    LineReceiver onLine = {}; ///< gets standard output line by line, on a thread of its own
 };
 
 /// Runs a program and waits until it has ended and its pipes have been read to their ends. The one
 /// road to a child process. All calls of `onLine` come before it returns.
 ProcessResult runProcess(const QString &path, const QStringList &arguments,
                          const ProcessOptions &options = {});
+
+/// As long as it lives, each child that this thread starts without a handle of its own is a step of
+/// the handle's run: a stop gives it time to end by itself, and none is started after a stop. Not
+/// to be nested.
+class StoppableSteps
+{
+public:
+    explicit StoppableSteps(ProcessHandle &handle);
+    ~StoppableSteps();
+    StoppableSteps(const StoppableSteps &) = delete;
+    StoppableSteps &operator=(const StoppableSteps &) = delete;
+    StoppableSteps(StoppableSteps &&) = delete;
+    StoppableSteps &operator=(StoppableSteps &&) = delete;
+};
 
 /// Puts another runner in the place of the real one for its own life, for tests. Not to be nested.
 class ScopedProcessRunner

@@ -1,6 +1,8 @@
+#include "tests/support/OrdinaryUser.h"
 #include "tools/ProcessRunner.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -211,8 +213,33 @@ TEST(ChildIsolation, twoHundredRunsLeaveNoDescriptorAndNoChildBehind)
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1); // no child at all, not even an ended one
 }
 
+TEST(ChildIsolation, whereNoThreadCanBeMadeNoChildIsStarted)
+{
+    // Few enough processes and threads: now the first thread can't be made, then the second, then
+    // the child.
+    ASSERT_TRUE(becomeOrdinaryUser());
+    const qsizetype descriptors = openDescriptors();
+    const QString witness = QDir::homePath() + QLatin1String("/witness");
+    rlimit limit = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+    int failures = 0;
+    for (limit.rlim_cur = 0; !QFile::exists(witness) && limit.rlim_cur < 10000; ++limit.rlim_cur) {
+        ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+        const ProcessResult result = runProcess(QStringLiteral("/usr/bin/touch"), {witness});
+        EXPECT_EQ(result.status == 0, QFile::exists(witness));
+        EXPECT_EQ(result.status == -1, !result.standardError.isEmpty());
+        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1); // no child, not even an ended one
+        failures += result.status == -1 ? 1 : 0;
+    }
+    EXPECT_GE(failures, 3);
+    EXPECT_TRUE(QFile::exists(witness));
+    EXPECT_EQ(openDescriptors(), descriptors);
+}
+
 TEST(ChildIsolation, noDescriptorsLeftIsAFailureThatIsTold)
 {
+    // The sanitizer needs descriptors of its own at the first sight of a type.
+    shell(QStringLiteral("true"));
     rlimit limit = {};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
     const rlim_t before = limit.rlim_cur;

@@ -1,14 +1,24 @@
 #include "tools/ProcessHandle.h"
 
+#include "tests/support/Cycle.h"
 #include "tools/ProcessRunner.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <thread>
 
 namespace {
+
+using namespace std::chrono_literals;
+
+// Longer than any test: what waits for it must be woken.
+constexpr auto patience = 10min;
 
 constexpr int interrupted = 128 + SIGINT;
 
@@ -105,7 +115,7 @@ TEST(ProcessHandle, terminateWithoutAnyChildOnlyMarksIt)
     EXPECT_TRUE(handle.isCancelled());
 }
 
-TEST(ProcessHandle, theSignalIsAnInterruptAndNothingFollowsIt)
+TEST(ProcessHandle, theSignalIsAnInterruptAndNothingFollowsItInTime)
 {
     ProcessHandle handle;
     QStringList lines;
@@ -123,6 +133,131 @@ TEST(ProcessHandle, theSignalIsAnInterruptAndNothingFollowsIt)
          }});
     EXPECT_EQ(result.status, 5);
     EXPECT_EQ(lines, QStringList({QStringLiteral("ready"), QStringLiteral("INT")}));
+}
+
+TEST(ProcessHandle, aStepThatEndsByItselfAfterAStopIsNotInterrupted)
+{
+    ProcessHandle handle({.byItself = patience, .interrupted = patience});
+    const ProcessResult result = runProcess(
+        QStringLiteral("/bin/sh"),
+        {QStringLiteral("-c"), QStringLiteral("trap 'exit 7' INT; echo ready; sleep 0.2; exit 5")},
+        {.handle = &handle, .stop = StopManner::inTime, .onLine = [&](const QString &) {
+             handle.terminate();
+         }});
+    EXPECT_EQ(result.status, 5);
+}
+
+TEST(ProcessHandle, aStepThatGoesOnAfterAStopIsInterrupted)
+{
+    ProcessHandle handle({.byItself = 1ms, .interrupted = patience});
+    const ProcessResult result =
+        runProcess(QStringLiteral("/bin/sh"),
+                   {QStringLiteral("-c"),
+                    QStringLiteral("trap 'exit 7' INT; echo ready; while :; do sleep 0.01; done")},
+                   {.handle = &handle, .stop = StopManner::inTime, .onLine = [&](const QString &) {
+                        handle.terminate();
+                    }});
+    EXPECT_EQ(result.status, 7);
+}
+
+TEST(ProcessHandle, whatTakesNoNoticeOfTheInterruptIsEndedWithAllThatItStarted)
+{
+    ProcessHandle handle({.byItself = 1ms, .interrupted = 1ms});
+    QStringList processes;
+    // A grandchild in the child's group, and one in a group of its own, as restic's rclone is.
+    const ProcessResult result = runProcess(
+        QStringLiteral("/bin/bash"),
+        {QStringLiteral("-c"),
+         QStringLiteral("trap '' INT; sleep 600 & echo $!; set -m; (trap '' INT; sleep 600; :) & "
+                        "echo $!; echo ready; wait; while :; do sleep 600; done")},
+        {.handle = &handle, .onLine = [&](const QString &line) {
+             if (line != QLatin1String("ready")) {
+                 processes.append(line);
+             } else {
+                 handle.terminate();
+             }
+         }});
+    EXPECT_EQ(result.status, 128 + SIGKILL);
+    ASSERT_EQ(processes.size(), 2);
+    for (const QString &process : processes) {
+        EXPECT_TRUE(eventually([&] { return hasEnded(process.toLongLong()); }));
+    }
+}
+
+TEST(ProcessHandle, aGrandchildThatHoldsThePipesAfterItsParentsEndIsEndedByAStopToo)
+{
+    ProcessHandle handle({.byItself = 1ms, .interrupted = 1ms});
+    const ProcessResult result =
+        runProcess(QStringLiteral("/bin/sh"),
+                   {QStringLiteral("-c"), QStringLiteral("trap '' INT; sleep 600 & echo ready")},
+                   {.handle = &handle, .onLine = [&](const QString &) { handle.terminate(); }});
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST(ProcessHandle, nothingOfAChildIsKeptWhenItHasEnded)
+{
+    const auto descriptors = [] {
+        return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System);
+    };
+    const QStringList before = descriptors();
+    ProcessHandle handle;
+    EXPECT_EQ(runProcess(QStringLiteral("/bin/true"), {}, {.handle = &handle}).status, 0);
+    EXPECT_EQ(descriptors(), before);
+}
+
+TEST(ProcessHandle, theInterruptGoesToTheChildAlone)
+{
+    ProcessHandle handle;
+    QStringList lines;
+    runProcess(QStringLiteral("/bin/bash"),
+               {QStringLiteral("-c"),
+                QStringLiteral("trap 'echo child' INT; "
+                               "(trap 'echo grandchild' INT; echo ready; sleep 0.3; :) & "
+                               "wait; wait")},
+               {.handle = &handle, .onLine = [&](const QString &line) {
+                    lines.append(line);
+                    if (line == QLatin1String("ready")) {
+                        handle.terminate();
+                    }
+                }});
+    EXPECT_EQ(lines, QStringList({QStringLiteral("ready"), QStringLiteral("child")}));
+}
+
+TEST(StoppableSteps, aChildWithoutAHandleOfItsOwnIsStoppedAsAStep)
+{
+    ProcessHandle handle({.byItself = 1ms, .interrupted = patience});
+    const StoppableSteps steps(handle);
+    const ProcessResult result =
+        runProcess(QStringLiteral("/bin/sh"),
+                   {QStringLiteral("-c"), QStringLiteral("echo ready; exec sleep 60")},
+                   {.onLine = [&](const QString &) { handle.terminate(); }});
+    EXPECT_EQ(result.status, interrupted);
+}
+
+TEST(StoppableSteps, afterAStopNoStepIsStarted)
+{
+    const QString witness = QDir::homePath() + QLatin1String("/witness");
+    ProcessHandle handle;
+    handle.terminate();
+    {
+        const StoppableSteps steps(handle);
+        const ProcessResult result = runProcess(QStringLiteral("/usr/bin/touch"), {witness});
+        EXPECT_EQ(result.status, -1);
+        EXPECT_EQ(result.standardError, QStringLiteral("Interrotto"));
+    }
+    EXPECT_FALSE(QFile::exists(witness));
+    EXPECT_EQ(runProcess(QStringLiteral("/usr/bin/touch"), {witness}).status, 0);
+    EXPECT_TRUE(QFile::exists(witness));
+}
+
+TEST(StoppableSteps, concernOneThreadAlone)
+{
+    ProcessHandle handle;
+    handle.terminate();
+    const StoppableSteps steps(handle);
+    int status = -1;
+    std::jthread([&status] { status = runProcess(QStringLiteral("/bin/true"), {}).status; }).join();
+    EXPECT_EQ(status, 0);
 }
 
 TEST(ProcessHandle, aStopAtAnyMomentStopsTheChild)

@@ -153,10 +153,10 @@ TEST(ProcessStreams, aCarriageReturnIsNotTreated)
 
 TEST(ProcessStreams, aGrandchildThatKeepsAPipeOpenKeepsTheRunWaiting)
 {
-    // The grandchild speaks after the child's end, whose process it has seen go.
+    // The grandchild speaks after the child's end, which it has seen.
     const QString script =
-        QStringLiteral("(while kill -0 $$ 2>/dev/null; do sleep 0.01; done; echo late) & "
-                       "echo early; exit 6");
+        QStringLiteral("(until grep -q 'State:.Z' /proc/$$/status; do sleep 0.01; done; "
+                       "echo late) & echo early; exit 6");
     const Followed followed = follow(script);
     EXPECT_EQ(followed.result.status, 6);
     EXPECT_EQ(followed.lines, QStringList({QStringLiteral("early"), QStringLiteral("late")}));
