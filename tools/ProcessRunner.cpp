@@ -1,6 +1,7 @@
 #include "tools/ProcessRunner.h"
 
 #include "state/Localized.h"
+#include "tools/GatheredOutput.h"
 
 #include <array>
 #include <atomic>
@@ -84,9 +85,11 @@ public:
     ProcessResult result(int status)
     {
         m_errorReader.join();
-        return {.status = status,
-                .standardOutput = repairedText(m_output),
-                .standardError = repairedText(m_error)};
+        if (m_output.isTooLong()) {
+            return notStarted(localized("Risposta troppo lunga"));
+        }
+        return {
+            .status = status, .standardOutput = m_output.text(), .standardError = m_error.text()};
     }
 
 private:
@@ -98,7 +101,7 @@ private:
         }
         if (!m_onLine) {
             readToEnd(m_child->standardOutput(),
-                      [this](QByteArrayView block) { m_output.append(block); });
+                      [this](QByteArrayView block) { m_output.add(block); });
             return;
         }
         LineReader lines(m_onLine);
@@ -112,16 +115,15 @@ private:
         if (!m_child) {
             return;
         }
-        readToEnd(m_child->standardError(),
-                  [this](QByteArrayView block) { m_error.append(block); });
+        readToEnd(m_child->standardError(), [this](QByteArrayView block) { m_error.add(block); });
         m_outputReader.join();
         m_child->awaitEnd();
         m_onEnd();
     }
 
     const LineReceiver &m_onLine;
-    QByteArray m_output;
-    QByteArray m_error;
+    WholeOutput m_output;
+    EndsOfOutput m_error;
     std::function<void()> m_onEnd;
     std::latch m_start{1};
     Child m_child; ///< none when the threads have nothing to read

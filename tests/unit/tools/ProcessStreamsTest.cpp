@@ -1,3 +1,4 @@
+#include "tools/GatheredOutput.h"
 #include "tools/ProcessRunner.h"
 
 #include <QDir>
@@ -125,6 +126,26 @@ TEST(ProcessStreams, tenMegabytesOnBothStreamsAtOnceDoNotBlock)
     const Followed followed = follow(script);
     EXPECT_EQ(followed.lines, QStringList({QString(10000000, u'o')}));
     EXPECT_EQ(followed.result.standardError.size(), 10000000);
+}
+
+TEST(ProcessStreams, anAnswerThatIsFarTooLongIsAFailure)
+{
+    const ProcessResult result =
+        shell(QStringLiteral("head -c 600000000 /dev/zero; echo words >&2"));
+    EXPECT_EQ(result.status, -1);
+    EXPECT_EQ(result.standardOutput, QString());
+    EXPECT_EQ(result.standardError, QStringLiteral("Risposta troppo lunga"));
+}
+
+TEST(ProcessStreams, ofEndlessErrorsTheFirstAndTheLastAreKept)
+{
+    const ProcessResult result =
+        shell(QStringLiteral("{ echo first; head -c 150000000 /dev/zero | tr '\\0' e; "
+                             "echo; echo last; } >&2; exit 2"));
+    EXPECT_EQ(result.status, 2);
+    EXPECT_TRUE(result.standardError.startsWith(QLatin1String("first\neee")));
+    EXPECT_TRUE(result.standardError.endsWith(QLatin1String("eee\nlast\n")));
+    EXPECT_EQ(result.standardError.size(), 2 * EndsOfOutput::most + 1);
 }
 
 TEST(ProcessStreams, bytesThatAreNotUTF8AreRepairedEverywhere)
