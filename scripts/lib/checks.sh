@@ -10,7 +10,7 @@ files_of_ours() {
 # The files of scripts/lib are checked as parts of the scripts that use them.
 check_scripts() {
     say "Checking the scripts"
-    shellcheck --external-sources --check-sourced "$root"/scripts/{run,test,first-settings} "$root"/bench/{run,retention,connections,window} "$root/.ci/run" ||
+    shellcheck --external-sources --check-sourced "$root"/scripts/{run,test,first-settings} "$root/tests/support"/{apart,user_manager}.sh "$root"/bench/{run,retention,connections,window} "$root/.ci/run" ||
         fail "shellcheck found faults in the scripts"
 }
 

@@ -60,5 +60,5 @@ QString Installation::realTool(const QString &name)
 
 QString Installation::builtProgram()
 {
-    return QStringLiteral(VELLOMAR_PROGRAM);
+    return qEnvironmentVariable("VELLOMAR_PROGRAM", QStringLiteral(VELLOMAR_PROGRAM));
 }

@@ -29,7 +29,7 @@ public:
 
     /// Full path of the real tool of this build.
     static QString realTool(const QString &name);
-    /// Full path of the program of this build.
+    /// Full path of the program of this build, or of the release build where ctest says so.
     static QString builtProgram();
 
 private:

@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <unistd.h>
+
 namespace {
 
 constexpr auto pathVariable = "PATH";
@@ -52,6 +54,11 @@ SignInPage::SignInPage(Answer answer, Browser browser)
         QStringLiteral("/usr/bin/python3"),
         {QStringLiteral(VELLOMAR_SOURCE_DIR "/tests/support/authorisation_server.py"),
          m_server.portText(), words(answer)});
+}
+
+bool SignInPage::isApart()
+{
+    return ::getppid() == 1;
 }
 
 SignInPage::~SignInPage()

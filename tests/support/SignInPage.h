@@ -28,6 +28,8 @@ public:
 
     /// Whether the page could be put up; a test that needs it must fail otherwise.
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
+    /// Whether this process was started by apart.sh: a connection ends others by their name.
+    static bool isApart();
     /// Whether the browser was asked to open the page.
     [[nodiscard]] bool isOpened() const;
     /// What the page and the place with the token were asked so far, a question a line.

@@ -22,6 +22,8 @@ protected:
         config.driveFolder = QStringLiteral("Vellomar/a mac");
         config.serverKind = ServerKind::webdav;
         config.serverUser = WebdavServer::user();
+        makeRepository(repository);
+        makeRepository(drive + QLatin1String("/Vellomar/a mac"));
     }
 
     void connectAll(WebdavServer &server)

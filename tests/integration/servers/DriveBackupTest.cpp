@@ -18,6 +18,7 @@ namespace {
 class DriveBackup : public CycleHome
 {
 protected:
+    void SetUp() override { ASSERT_TRUE(SignInPage::isApart()); }
     DriveBackup()
     {
         config.localEnabled = false;
@@ -157,7 +158,13 @@ TEST_F(DriveBackup, aServiceThatCannotBeReachedHasNoFoldersAndNoQuota)
 class OneDown : public CycleHome
 {
 protected:
-    OneDown() { connectRemotes(); }
+    OneDown()
+    {
+        connectRemotes();
+        for (const QString &place : {repository, drive, server}) {
+            makeRepository(place);
+        }
+    }
 
     /// Has one of the two remotes be a place on the network at which nobody answers.
     static void takeDown(const QByteArray &remote)

@@ -119,6 +119,7 @@ private:
 class Drive : public testing::Test
 {
 protected:
+    void SetUp() override { ASSERT_TRUE(SignInPage::isApart()); }
     Drive()
     {
         secrets.items[{QStringLiteral("it.vellomar.app"), QStringLiteral("rclone-config-key")}] =

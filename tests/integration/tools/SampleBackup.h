@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/CheapRepository.h"
 #include "tools/Restic.h"
 
 #include <QDir>
@@ -73,6 +74,10 @@ public:
     /// Makes the repository and the backup and gives the snapshot.
     static Snap backUp(const Restic &restic)
     {
+        if (restic.dest == DestinationID::local) {
+            EXPECT_TRUE(
+                CheapRepository::make(restic.config.repository(restic.dest), restic.password));
+        }
         EXPECT_TRUE(restic.prepare().has_value());
         const ProcessResult made =
             restic.run({QStringLiteral("backup"), QStringLiteral("--json"),
