@@ -132,6 +132,28 @@ TEST_F(ProblemAlerts, aFailureIsToldThoughAnotherDestinationWorked)
     EXPECT_EQ(notifications.value(0).second, QStringLiteral("Google Drive: Fatal: gone"));
 }
 
+TEST_F(ProblemAlerts, ofSeveralFailuresTheFirstIsTold)
+{
+    useAllDestinations();
+    failBackups();
+    EXPECT_EQ(run(), 1);
+    EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non riuscito"));
+    EXPECT_EQ(notifications.value(0).second, QStringLiteral("Disco esterno: Fatal: no room"));
+}
+
+TEST_F(ProblemAlerts, ofSeveralSkipsTheFirstIsTold)
+{
+    useAllDestinations();
+    tools.dump.standardOutput = QStringLiteral("{}");
+    detachDisk();
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(outcomes(),
+              (QStringList{QStringLiteral("local skipped"), QStringLiteral("drive skipped"),
+                           QStringLiteral("server skipped")}));
+    EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));
+    EXPECT_EQ(notifications.value(0).second, QStringLiteral("Disco esterno: Disco non collegato"));
+}
+
 TEST_F(ProblemAlerts, aSkipIsNotToldWhileAnotherDestinationWorks)
 {
     useAllDestinations();

@@ -154,6 +154,18 @@ TEST_F(Verification, aFailedAndASkippedBackupAreNot)
     EXPECT_TRUE(checks().isEmpty());
 }
 
+TEST_F(Verification, aStoppedBackupIsNot)
+{
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("backup")) {
+            handle->terminate();
+        }
+    };
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(outcomes(), QStringList{QStringLiteral("local cancelled")});
+    EXPECT_TRUE(checks().isEmpty());
+}
+
 TEST_F(Verification, damageIsToldInOurWords)
 {
     tools.check = ScriptedTools::ended(1, QStringLiteral("pack 1234: not found\n"

@@ -157,6 +157,18 @@ TEST_F(RcloneTest, aChangeByAnyoneIsSeen)
     EXPECT_EQ(commands(), QStringList({dump, dump, dump}));
 }
 
+TEST_F(RcloneTest, aChangeWhileTheyAreReadIsSeenTheNextTime)
+{
+    writeConfig(envelope, 200);
+    rclone = [this](const Call &) {
+        writeConfig(envelope, 100);
+        return dumped(R"({"a":{}})");
+    };
+    EXPECT_EQ(Rclone::remotes().keys(), QStringList({QStringLiteral("a")}));
+    rclone = [](const Call &) { return dumped(R"({"b":{}})"); };
+    EXPECT_EQ(Rclone::remotes().keys(), QStringList({QStringLiteral("b")}));
+}
+
 TEST_F(RcloneTest, anEmptyResultIsKeptToo)
 {
     writeConfig(envelope, 100);
