@@ -60,9 +60,10 @@ SecretWitness::SecretWitness(const QString &program, const QStringList &argument
     strace.setProcessEnvironment(environment);
     strace.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     strace.start(QStringLiteral("strace"),
-                 QStringList{QStringLiteral("-f"), QStringLiteral("-v"), QStringLiteral("-yy"),
-                             QStringLiteral("-qqq"), QStringLiteral("-s"),
-                             QLatin1String(shownBytes), QStringLiteral("-e"),
+                 // The kernel lets all other calls pass, so that what is watched isn't slowed down.
+                 QStringList{QStringLiteral("-f"), QStringLiteral("--seccomp-bpf"),
+                             QStringLiteral("-v"), QStringLiteral("-yy"), QStringLiteral("-qqq"),
+                             QStringLiteral("-s"), QLatin1String(shownBytes), QStringLiteral("-e"),
                              QLatin1String(watchedCalls), QStringLiteral("-e"),
                              QStringLiteral("signal=none"), QStringLiteral("-o"), record, program} +
                      arguments);
@@ -88,6 +89,7 @@ SecretWitness::SecretWitness(const QString &program, const QStringList &argument
             m_namedPipes.append(call.sliced(begin, call.indexOf('"', begin) - begin));
         }
     }
+    m_output = strace.readAllStandardOutput();
     m_exitCode = strace.exitStatus() == QProcess::NormalExit ? strace.exitCode() : -1;
 }
 

@@ -17,6 +17,8 @@ public:
 
     /// Of the program; -1 when it couldn't be watched.
     [[nodiscard]] int exitCode() const { return m_exitCode; }
+    /// What it wrote on its standard output.
+    [[nodiscard]] const QByteArray &output() const { return m_output; }
     /// All that was seen, a system call a line; a write has its descriptor's path in it.
     [[nodiscard]] const QByteArrayList &calls() const { return m_calls; }
 
@@ -30,6 +32,7 @@ public:
 private:
     [[nodiscard]] bool goesToPipe(const QByteArray &call) const;
 
+    QByteArray m_output;
     int m_exitCode = -1;
     QByteArrayList m_calls;
     QByteArrayList m_namedPipes; ///< as they stand behind the descriptor of a write

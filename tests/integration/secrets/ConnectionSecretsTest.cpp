@@ -143,7 +143,8 @@ TEST_P(ConnectionSecrets, areHiddenInAConnectionThatIsRefused)
     const SecretWitness witness(QStringLiteral(CONNECT_SERVER), {}, server.settings(wrongSecret));
     ASSERT_EQ(witness.exitCode(), 1);
     expectHidden(witness, wrongSecret);
-    EXPECT_THAT(witness.handOvers("Accesso rifiutato: controlla utente e password."), SizeIs(1));
+    EXPECT_THAT(witness.handOvers("Accesso rifiutato: controlla utente e password."), SizeIs(1))
+        << witness.output().constData();
     EXPECT_TRUE(Rclone::remotes().isEmpty());
     EXPECT_EQ(BackupHome::supportNames(), usualNames);
 }

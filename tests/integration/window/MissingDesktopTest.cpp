@@ -17,7 +17,7 @@ protected:
         EXPECT_TRUE(
             eventually([this] { return ManagedScreen::isPainted(program.windows().value(0)); }));
         program.send(SIGTERM);
-        EXPECT_EQ(program.finish(), 0);
+        EXPECT_EQ(program.finish(), 0) << program.errors().toStdString();
     }
 
     ShownProgram program;
