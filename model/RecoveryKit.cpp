@@ -4,35 +4,13 @@
 #include "state/Fmt.h"
 #include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/PrivateFile.h"
 
 #include <QPointer>
-#include <QSaveFile>
 
 // The sheet that gets the key out of this machine, so that the backups don't die with it.
 
 namespace {
-
-constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-
-/// Writes a file whole, for its owner's eyes alone from its first byte. Absent on success,
-/// otherwise the system's description.
-std::optional<QString> writePrivately(const QString &path, const QString &text)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return file.errorString();
-    }
-    file.setPermissions(ownerOnly); // not every disk knows of owners
-    file.write(text.toUtf8());
-    // Qt doesn't look at what the last flush of a commit says, and would put an empty file in
-    // place.
-    if (!file.flush()) {
-        const QString reason = file.errorString();
-        file.cancelWriting();
-        return reason;
-    }
-    return file.commit() ? std::nullopt : std::optional(file.errorString());
-}
 
 /// What to say of a kit that was saved.
 Notice savedNotice(const QString &path, const QString &localFolder)
@@ -99,7 +77,7 @@ void AppModel::saveRecoveryKit()
 
 void AppModel::saveRecoveryKitTo(const QString &path)
 {
-    const std::optional<QString> failure = writePrivately(path, recoveryKitText());
+    const std::optional<QString> failure = PrivateFile::write(path, recoveryKitText().toUtf8());
     const Notice notice = failure ? Notice{localized("Kit non salvato: %1").arg(*failure), true}
                                   : savedNotice(path, m_config.localFolder);
     assign(m_kitNotice, std::optional(notice), &AppModel::kitNoticeChanged);

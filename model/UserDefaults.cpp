@@ -1,8 +1,27 @@
 #include "model/UserDefaults.h"
 
+#include "state/PrivateFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 
 namespace {
+
+// It tells what the person saves, and QSettings would let everybody read it. A file that is there
+// keeps its permissions when it is written.
+void makePrivate(const QString &path)
+{
+    const QDir folder = QFileInfo(path).dir();
+    if (!folder.exists() && QDir().mkpath(folder.path())) {
+        QFile::setPermissions(folder.path(), PrivateFile::ownerOnly | QFileDevice::ExeOwner);
+    }
+    QFile file(path);
+    if (file.exists() || file.open(QIODevice::WriteOnly)) {
+        file.setPermissions(PrivateFile::ownerOnly);
+    }
+}
 
 // Its end writes the file.
 class Store : public QSettings
@@ -24,7 +43,9 @@ QVariant UserDefaults::value(QLatin1String key)
 
 void UserDefaults::set(QLatin1String key, const QVariant &value)
 {
-    Store().setValue(key, value);
+    Store store;
+    makePrivate(store.fileName());
+    store.setValue(key, value);
 }
 
 void UserDefaults::remove(QLatin1String key)
