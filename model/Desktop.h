@@ -26,6 +26,13 @@ public:
         impossible, ///< this machine has no way to ask
     };
 
+    /// How printing came out.
+    struct Printing
+    {
+        std::optional<QString> failure; ///< the reason, absent on success
+        std::optional<QString> file;    ///< the one that was written in place of paper
+    };
+
     Desktop() = default;
     virtual ~Desktop() = default;
     Desktop(const Desktop &) = delete;
@@ -37,8 +44,9 @@ public:
     virtual void askSavePath(const QString &proposedName, const QString &message,
                              std::function<void(const std::optional<QString> &)> answer) = 0;
 
-    /// Prints a text with a dialog of the system, in a monospaced font of 12 points.
-    virtual void print(const QString &text) = 0;
+    /// Prints a text with a dialog of the system, in a monospaced font of 12 points. A file in
+    /// place of paper is for its owner's eyes alone. There is no answer when the person cancelled.
+    virtual void print(const QString &text, std::function<void(const Printing &)> answer) = 0;
 
     /// Replaces the general clipboard by a text that clipboard managers are asked not to keep, and
     /// gives the clipboard's change count.

@@ -29,6 +29,16 @@ Notice savedNotice(const QString &path, const QString &localFolder)
     return {localized("Kit salvato in %1.").arg(Paths::abbreviatedHome(path)), false};
 }
 
+/// What to say of a kit that was sent to a printer.
+Notice printedNotice(const Desktop::Printing &printing, const QString &localFolder)
+{
+    if (printing.failure) {
+        return {localized("Kit non stampato: %1").arg(*printing.failure), true};
+    }
+    return printing.file ? savedNotice(*printing.file, localFolder)
+                         : Notice{localized("Kit stampato."), false};
+}
+
 } // namespace
 
 QString AppModel::recoveryKitText() const
@@ -85,7 +95,14 @@ void AppModel::saveRecoveryKitTo(const QString &path)
 
 void AppModel::printRecoveryKit()
 {
-    m_desktop->print(recoveryKitText());
+    m_desktop->print(
+        recoveryKitText(), [model = QPointer(this)](const Desktop::Printing &printing) {
+            if (model) {
+                model->assign(model->m_kitNotice,
+                              std::optional(printedNotice(printing, model->m_config.localFolder)),
+                              &AppModel::kitNoticeChanged);
+            }
+        });
 }
 
 void AppModel::confirmKeySaved()

@@ -56,9 +56,10 @@ void ScriptedDesktop::askSavePath(const QString &proposedName, const QString &me
     give([this, answer = std::move(answer)] { answer(savePath); });
 }
 
-void ScriptedDesktop::print(const QString &text)
+void ScriptedDesktop::print(const QString &text, std::function<void(const Printing &)> answer)
 {
     printed.append(text);
+    give([this, answer = std::move(answer)] { answer(printing); });
 }
 
 qint64 ScriptedDesktop::copyConcealed(const QString &text)

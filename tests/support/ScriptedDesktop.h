@@ -16,6 +16,7 @@ public:
     bool canStart = true;
     std::optional<QString> savePath; ///< the person's answer; absent cancels
     Authentication authentication = Authentication::granted;
+    Printing printing;         ///< how it comes out
     bool answersLater = false; ///< whether panels and logins wait for answer()
 
     QStringList savePanels; ///< proposed name and message, joined by a line feed
@@ -42,7 +43,7 @@ public:
 
     void askSavePath(const QString &proposedName, const QString &message,
                      std::function<void(const std::optional<QString> &)> answer) override;
-    void print(const QString &text) override;
+    void print(const QString &text, std::function<void(const Printing &)> answer) override;
     qint64 copyConcealed(const QString &text) override;
     qint64 clipboardChangeCount() override;
     void clearClipboard() override;

@@ -7,7 +7,7 @@ void NotedDesktop::askSavePath(const QString & /*proposedName*/, const QString &
     answer(std::nullopt);
 }
 
-void NotedDesktop::print(const QString & /*text*/)
+void NotedDesktop::print(const QString & /*text*/, std::function<void(const Printing &)> /*answer*/)
 {
     asked.append(QStringLiteral("print"));
 }

@@ -15,7 +15,7 @@ public:
 
     void askSavePath(const QString &proposedName, const QString &message,
                      std::function<void(const std::optional<QString> &)> answer) override;
-    void print(const QString &text) override;
+    void print(const QString &text, std::function<void(const Printing &)> answer) override;
     qint64 copyConcealed(const QString &text) override;
     qint64 clipboardChangeCount() override;
     void clearClipboard() override;

@@ -1,12 +1,16 @@
 #include "ui/shell/WindowDesktop.h"
 
+#include "state/Localized.h"
+#include "state/PrivateFile.h"
 #include "ui/shell/SystemSettings.h"
 #include "ui/shell/TextPrinter.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QStandardPaths>
@@ -28,6 +32,30 @@ Desktop::Authentication authenticationOf(OwnerLogin login)
         return Desktop::Authentication::impossible;
     }
     return Desktop::Authentication::refused;
+}
+
+/// Qt's own way to a file would let everybody read it, and wouldn't tell of a full disk.
+Desktop::Printing printedToFile(const QString &text, const QPrinter &printer)
+{
+    QBuffer content;
+    content.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&content);
+    writer.setPageLayout(printer.pageLayout());
+    TextPrinter::print(text, writer);
+    const QString path = printer.outputFileName();
+    return {.failure = PrivateFile::write(path, content.data()), .file = path};
+}
+
+Desktop::Printing printed(const QString &text, QPrinter &printer)
+{
+    if (printer.outputFormat() == QPrinter::PdfFormat) {
+        return printedToFile(text, printer);
+    }
+    const bool isDone =
+        TextPrinter::print(text, printer) && printer.printerState() != QPrinter::Error;
+    return {.failure = isDone ? std::nullopt
+                              : std::optional(localized("la stampante non lo ha accettato.")),
+            .file = {}};
 }
 
 } // namespace
@@ -66,14 +94,14 @@ void WindowDesktop::askSavePath(const QString &proposedName, const QString &mess
     show(dialog);
 }
 
-void WindowDesktop::print(const QString &text)
+void WindowDesktop::print(const QString &text, std::function<void(const Printing &)> answer)
 {
     const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     auto *dialog = new QPrintDialog(printer.get());
     // The dialog uses the printer until it is gone.
     connect(dialog, &QObject::destroyed, this, [printer] {});
     connect(dialog, &QDialog::accepted, this,
-            [printer, text] { TextPrinter::print(text, *printer); });
+            [printer, text, answer = std::move(answer)] { answer(printed(text, *printer)); });
     show(dialog);
 }
 

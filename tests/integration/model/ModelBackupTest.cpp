@@ -28,7 +28,7 @@ public:
     {
         answer(std::nullopt);
     }
-    void print(const QString &) override {}
+    void print(const QString &, std::function<void(const Printing &)>) override {}
     qint64 copyConcealed(const QString &) override { return 0; }
     qint64 clipboardChangeCount() override { return 0; }
     void clearClipboard() override {}

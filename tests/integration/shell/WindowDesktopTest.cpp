@@ -58,6 +58,22 @@ protected:
         }));
         return found;
     }
+    void print()
+    {
+        desktop->print(QStringLiteral("Vellomar - Kit di recupero"),
+                       [this](const Desktop::Printing &result) { printing = result; });
+    }
+    /// Has the open dialog print to a file, as the person would choose it.
+    void acceptPrintTo(const QString &file)
+    {
+        auto *dialog = shownDialog<QPrintDialog>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
+        dialog->printer()->setOutputFileName(file);
+        Q_EMIT dialog->QDialog::accepted();
+        EXPECT_TRUE(eventuallyInLoop([this] { return printing.has_value(); }));
+        dialog->reject();
+    }
     void askSavePath()
     {
         desktop->askSavePath(QStringLiteral("Kit di recupero Vellomar.txt"),
@@ -77,6 +93,7 @@ protected:
     std::unique_ptr<QWindow> window;
     int answers = 0;
     std::optional<QString> chosen;
+    std::optional<Desktop::Printing> printing;
 };
 
 TEST_F(WindowDesktopTest, theSavePanelProposesANameAndGivesAPath)
@@ -126,17 +143,21 @@ TEST_F(WindowDesktopTest, itsEndClosesAnOpenPanelWithoutAnAnswer)
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST_F(WindowDesktopTest, whatIsPrintedGoesToThePrinterOfTheDialog)
+TEST_F(WindowDesktopTest, whatIsPrintedToAFileIsForItsOwnerAlone)
 {
     const QString file = QDir::homePath() + QLatin1String("/kit.pdf");
-    desktop->print(QStringLiteral("Vellomar - Kit di recupero"));
-    auto *dialog = shownDialog<QPrintDialog>();
-    ASSERT_NE(dialog, nullptr);
-    dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
-    dialog->printer()->setOutputFileName(file);
-    Q_EMIT dialog->QDialog::accepted();
-    EXPECT_TRUE(eventuallyInLoop([&file] { return QFileInfo(file).size() > 0; }));
-    dialog->reject();
+    QFile earlier(file);
+    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
+    earlier.write(QByteArray(100000, 'x'));
+    earlier.close();
+    ASSERT_TRUE(earlier.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+    print();
+    acceptPrintTo(file);
+    ASSERT_TRUE(printing);
+    EXPECT_EQ(printing->failure, std::nullopt);
+    EXPECT_EQ(printing->file, file);
+    EXPECT_EQ(QFileInfo(file).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+              QFile::ReadOwner | QFile::WriteOwner);
 
     QProcess reader;
     reader.start(QStringLiteral("pdftotext"), {file, QStringLiteral("-")});
@@ -144,10 +165,31 @@ TEST_F(WindowDesktopTest, whatIsPrintedGoesToThePrinterOfTheDialog)
     EXPECT_TRUE(reader.readAllStandardOutput().contains("Vellomar - Kit di recupero"));
 }
 
+TEST_F(WindowDesktopTest, aFileThatCannotBePrintedToIsTold)
+{
+    print();
+    acceptPrintTo(QDir::homePath() + QLatin1String("/nowhere/kit.pdf"));
+    ASSERT_TRUE(printing);
+    EXPECT_EQ(printing->failure, QStringLiteral("No such file or directory"));
+}
+
+TEST_F(WindowDesktopTest, aPrinterThatTakesNothingIsTold)
+{
+    print();
+    auto *dialog = shownDialog<QPrintDialog>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->printer()->setOutputFormat(QPrinter::NativeFormat);
+    Q_EMIT dialog->QDialog::accepted();
+    EXPECT_TRUE(eventuallyInLoop([this] { return printing.has_value(); }));
+    ASSERT_TRUE(printing);
+    EXPECT_TRUE(printing->failure);
+    dialog->reject();
+}
+
 TEST_F(WindowDesktopTest, aPrintDialogThatIsCancelledPrintsNothing)
 {
     const QString file = QDir::homePath() + QLatin1String("/kit.pdf");
-    desktop->print(QStringLiteral("text"));
+    print();
     auto *dialog = shownDialog<QPrintDialog>();
     ASSERT_NE(dialog, nullptr);
     dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
@@ -155,6 +197,7 @@ TEST_F(WindowDesktopTest, aPrintDialogThatIsCancelledPrintsNothing)
     dialog->reject();
     EXPECT_TRUE(eventuallyInLoop([] { return QApplication::activeModalWidget() == nullptr; }));
     EXPECT_FALSE(QFile::exists(file));
+    EXPECT_FALSE(printing);
 }
 
 TEST_F(WindowDesktopTest, aCopyCanBeClearedAgain)

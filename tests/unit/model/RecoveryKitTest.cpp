@@ -201,6 +201,41 @@ TEST_F(RecoveryKit, isPrintedAsItIsSaved)
     start();
     model->printRecoveryKit();
     EXPECT_EQ(desktop->printed, QStringList{model->recoveryKitText()});
+    EXPECT_EQ(model->kitNotice(), (Notice{QStringLiteral("Kit stampato."), false}));
+}
+
+TEST_F(RecoveryKit, aPrintThatFailedIsToldUntilOneSucceeds)
+{
+    start();
+    desktop->printing.failure = QStringLiteral("No space left on device");
+    desktop->printing.file = QStringLiteral("/stick/kit.pdf");
+    model->printRecoveryKit();
+    EXPECT_EQ(model->kitNotice(),
+              (Notice{QStringLiteral("Kit non stampato: No space left on device"), true}));
+    desktop->printing = {};
+    model->printRecoveryKit();
+    EXPECT_EQ(model->kitNotice(), (Notice{QStringLiteral("Kit stampato."), false}));
+}
+
+TEST_F(RecoveryKit, aKitPrintedToAFileIsASavedOne)
+{
+    start();
+    desktop->printing.file = folder("disk") + QLatin1String("/kit.pdf");
+    model->printRecoveryKit();
+    EXPECT_EQ(model->kitNotice(),
+              (Notice{QStringLiteral("Il kit è sullo stesso disco dei backup: chi trova il disco "
+                                     "può leggerli. Spostalo altrove."),
+                      true}));
+    EXPECT_TRUE(model->config().keySaved); // as it was
+}
+
+TEST_F(RecoveryKit, aPrintMayOutliveTheModel)
+{
+    desktop->answersLater = true;
+    start();
+    model->printRecoveryKit();
+    model.reset();
+    desktop->answer();
 }
 
 TEST_F(RecoveryKit, theConfirmationStartsABackupThatWaited)
