@@ -24,10 +24,18 @@ QString pathPrefix()
     return Paths::supportFile(QStringLiteral("k-"));
 }
 
-bool isPipe(int descriptor)
+/// Whether a path is that of a file right in the support folder with a pipe's name.
+bool isNamedAsOurs(const QString &path)
+{
+    const QString prefix = pathPrefix();
+    return path.startsWith(prefix) && path.indexOf(u'/', prefix.size()) < 0;
+}
+
+// A second name would stand for a pipe of another place.
+bool isPipeOfOneName(int descriptor)
 {
     struct stat status = {};
-    return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+    return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode) && status.st_nlink == 1;
 }
 
 // Nothing of ours is ever a link, and whatever one leads to has no say: it counts as old.
@@ -110,12 +118,12 @@ void OneShotSecret::deliver(const QString &path)
 {
     // More than any key of ours; what goes beyond it isn't delivered.
     std::array<char, 1024> buffer{};
-    if (!path.startsWith(pathPrefix())) {
+    if (!isNamedAsOurs(path)) {
         std::_Exit(EXIT_FAILURE);
     }
     const int descriptor =
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0 || !isPipe(descriptor)) {
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
+    if (descriptor < 0 || !isPipeOfOneName(descriptor)) {
         std::_Exit(EXIT_FAILURE);
     }
     const ssize_t length = ::read(descriptor, buffer.data(), buffer.size());

@@ -180,6 +180,33 @@ TEST(OneShotSecret, pathsOutsideTheSupportFolderAreRefusedPipesToo)
     expectRefused(delivered(QStringLiteral("k-dotted")));
 }
 
+TEST(OneShotSecret, aPathThatGoesOnBehindTheNameIsRefused)
+{
+    const QString folder = Paths::supportFile(QStringLiteral("k-x"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const FilledPipe inside(folder + QLatin1String("/k-inside"));
+    expectRefused(delivered(folder + QLatin1String("/k-inside")));
+    const FilledPipe outside(Paths::home() + QLatin1String("/pipe"));
+    expectRefused(delivered(folder + QLatin1String("/../") +
+                            QDir(Paths::support()).relativeFilePath(Paths::home()) +
+                            QLatin1String("/pipe")));
+    const FilledPipe roundabout(Paths::supportFile(QStringLiteral("k-roundabout")));
+    expectRefused(delivered(folder + QLatin1String("/../k-roundabout")));
+    expectRefused(delivered(Paths::supportFile(QStringLiteral("k-roundabout/"))));
+}
+
+TEST(OneShotSecret, aLinkToAPipeIsRefusedOfEitherKind)
+{
+    const QString pipe = Paths::home() + QLatin1String("/pipe");
+    const FilledPipe elsewhere(pipe);
+    const QString symbolic = Paths::supportFile(QStringLiteral("k-symbolic"));
+    ASSERT_TRUE(QFile::link(pipe, symbolic));
+    expectRefused(delivered(symbolic));
+    const QString hard = Paths::supportFile(QStringLiteral("k-hard"));
+    ASSERT_EQ(::link(pipe.toUtf8().constData(), hard.toUtf8().constData()), 0);
+    expectRefused(delivered(hard));
+}
+
 TEST(OneShotSecret, onlyAPipeIsRead)
 {
     const QString regular = Paths::supportFile(QStringLiteral("k-regular"));
