@@ -55,6 +55,17 @@ TEST_F(KeychainTest, bytesThatAreNotUTF8AreRepaired)
     EXPECT_EQ(Keychain::read(account).value(), QStringLiteral("a\ufffd"));
 }
 
+TEST_F(KeychainTest, aLastCharacterThatIsCutOffIsNotDropped)
+{
+    for (const QByteArray &cut : {QByteArray("\xc3"), QByteArray("\xe6\x97"),
+                                  QByteArray("\xf0\x9f\x98"), QByteArray("\xe6")}) {
+        backend.items[item] = "a" + cut;
+        const QString value = Keychain::read(account).value().value_or(QString());
+        EXPECT_TRUE(value.startsWith(QStringLiteral("a\ufffd"))) << cut.toHex().constData();
+        EXPECT_EQ(value.count(QChar::ReplacementCharacter), value.size() - 1);
+    }
+}
+
 TEST_F(KeychainTest, aLeadingByteOrderMarkBelongsToTheValue)
 {
     const QString value = QString(QChar::ByteOrderMark) + QStringLiteral("x");
