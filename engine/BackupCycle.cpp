@@ -57,6 +57,7 @@ int BackupEngine::runAll()
     StatusStore::removeAbandoned();
     AtomicFile::removeAbandoned(ExcludeFile::path());
 
+    const StoppableSteps steps(*m_handle);
     const int result = runGated();
     StatusStore::clear();
     return result;

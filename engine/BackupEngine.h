@@ -20,7 +20,8 @@
 /// Built for one cycle from the settings of the moment. No failure crosses its operations: each
 /// ends in a RunRecord whose message the person reads. A destination's failure never stops the
 /// others. The cycle runs on one thread and waits there while a child runs; a stop comes from any
-/// other thread, through the handle.
+/// other thread, through the handle: it interrupts backup, retention and check at once, and gives
+/// each other tool some seconds to end by itself.
 class BackupEngine
 {
 public:

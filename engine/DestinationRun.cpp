@@ -26,6 +26,10 @@ RunRecord BackupEngine::runOne(DestinationID destination, const QString &passwor
 
     const Restic restic{destination, m_config, password, std::nullopt};
     backUp(restic, progress, record);
+    if (m_handle->isCancelled() && !isGood(record.outcome)) {
+        // What a step of a stopped run comes to comes of the stop.
+        end(record, Outcome::cancelled, localized("Interrotto"));
+    }
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     return record;
 }

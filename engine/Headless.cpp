@@ -13,12 +13,23 @@
 
 namespace {
 
+// One that whoever started the program has it ignore, as nohup does.
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 sigset_t stopSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGINT);
+    // The other two mean a stop whoever started us, this one only where there is somebody to go.
+    if (!isIgnored(SIGHUP)) {
+        sigaddset(&signals, SIGHUP);
+    }
     return signals;
 }
 

@@ -24,6 +24,7 @@ ScriptedTools::ScriptedTools()
                               .env = options.env,
                               .input = options.input,
                               .handle = options.handle,
+                              .stop = options.stop,
                               .isFollowed = static_cast<bool>(options.onLine)};
               calls.append(call);
               if (before) {

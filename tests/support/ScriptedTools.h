@@ -20,6 +20,7 @@ public:
         ChildProcess::Environment env;
         std::optional<QString> input;
         ProcessHandle *handle = nullptr;
+        StopManner stop = StopManner::atOnce;
         bool isFollowed = false; ///< whether its lines go to a receiver
 
         /// restic's or rclone's own command, behind the options that stand before it.

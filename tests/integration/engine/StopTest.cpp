@@ -15,7 +15,8 @@ namespace {
 /// Whether a process has taken up all stop signals that were sent to it.
 bool hasServedSignals(qint64 process)
 {
-    static constexpr quint64 stops = (1U << (SIGINT - 1)) | (1U << (SIGTERM - 1));
+    static constexpr quint64 stops =
+        (1U << (SIGINT - 1)) | (1U << (SIGTERM - 1)) | (1U << (SIGHUP - 1));
     QFile file(QStringLiteral("/proc/%1/status").arg(process));
     if (!file.open(QIODevice::ReadOnly)) {
         return false;
@@ -90,9 +91,11 @@ TEST_P(StopSignals, areHeardEvenWhenTheParentHadThemIgnored)
     expectStopped();
 }
 
-INSTANTIATE_TEST_SUITE_P(Stop, StopSignals, testing::Values(SIGTERM, SIGINT),
+INSTANTIATE_TEST_SUITE_P(Stop, StopSignals, testing::Values(SIGTERM, SIGINT, SIGHUP),
                          [](const auto &signal) {
-                             return signal.param == SIGTERM ? "term" : "int";
+                             return signal.param == SIGTERM  ? "term"
+                                    : signal.param == SIGINT ? "int"
+                                                             : "hup";
                          });
 
 TEST_F(Stop, severalSignalsInARowAreOneStop)
@@ -113,7 +116,7 @@ TEST_F(Stop, severalSignalsInARowAreOneStop)
     expectStopped();
 }
 
-TEST_F(Stop, whileTheRepositoryIsOpenedItWaitsForTheBackup)
+TEST_F(Stop, whileTheRepositoryIsOpenedItWaitsForThatStep)
 {
     script("while :; do sleep 0.02; done", "await; exit 0");
     cycle.start();
@@ -125,7 +128,73 @@ TEST_F(Stop, whileTheRepositoryIsOpenedItWaitsForTheBackup)
     letGo();
     EXPECT_EQ(cycle.finish(), 0);
     expectStopped();
-    EXPECT_TRUE(commands().startsWith("cat\nunlock\n"));
+    EXPECT_TRUE(commands().startsWith("cat\n"));
+    EXPECT_FALSE(commands().contains("unlock"));
+}
+
+// Signals as a terminal sends them: to the whole group of the program.
+class StopFromATerminal : public Stop
+{
+protected:
+    void start(const QStringList &words = {}) { cycle.startBy(QStringLiteral("setsid"), words); }
+    void sendToGroup(int signal) const
+    {
+        ASSERT_EQ(::kill(-static_cast<pid_t>(cycle.processId()), signal), 0);
+    }
+};
+
+TEST_F(StopFromATerminal, whileTheRepositoryIsOpenedIsAStop)
+{
+    script("exit 0", "await; exit 0");
+    start();
+    ASSERT_TRUE(isAwaiting());
+    sendToGroup(SIGINT);
+    letGo();
+    EXPECT_EQ(cycle.finish(), 0);
+    expectStopped();
+}
+
+TEST_F(StopFromATerminal, whileTheConnectionsAreReadIsAStop)
+{
+    connectRemotes();
+    config.localEnabled = false;
+    config.serverEnabled = false;
+    saveSettings();
+    installation.addScript(QStringLiteral("rclone"),
+                           "#!/bin/bash\n"
+                           "[ \"$2\" = dump ] || exit 0\n"
+                           "touch \"$HOME/awaiting\"\n"
+                           "until [ -e \"$HOME/go\" ]; do sleep 0.02; done\n"
+                           "echo '{\"vellomar\":{\"token\":\"t\"}}'\n");
+    start();
+    ASSERT_TRUE(isAwaiting());
+    sendToGroup(SIGINT);
+    letGo();
+    EXPECT_EQ(cycle.finish(), 0);
+    expectStopped();
+}
+
+TEST_F(StopFromATerminal, theHangUpIsAStop)
+{
+    script("await");
+    start();
+    ASSERT_TRUE(isAwaiting());
+    sendToGroup(SIGHUP);
+    EXPECT_EQ(cycle.finish(), 0);
+    EXPECT_EQ(signalsNoted(), "INT\n");
+    expectStopped();
+}
+
+TEST_F(StopFromATerminal, theHangUpIsNoneUnderNohup)
+{
+    script("await");
+    start({QStringLiteral("nohup")});
+    ASSERT_TRUE(isAwaiting());
+    sendToGroup(SIGHUP);
+    letGo();
+    EXPECT_EQ(cycle.finish(), 0);
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    expectCleanedUp();
 }
 
 TEST_F(Stop, beforeTheFirstChildLeavesNoRecord)

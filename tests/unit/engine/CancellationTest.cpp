@@ -97,23 +97,22 @@ TEST_F(Cancellation, theExitCodeOfAStoppedBackupDoesNotMatter)
     }
 }
 
-TEST_F(Cancellation, openingTheRepositoryIsNotInterrupted)
+TEST_F(Cancellation, afterAStopWhileTheRepositoryIsOpenedNoFurtherStepIsStarted)
 {
-    for (const char *command : {"cat config", "unlock"}) {
+    const QList<std::pair<const char *, QStringList>> rows = {
+        {"cat config", {QStringLiteral("cat config"), QStringLiteral("backup")}},
+        {"unlock",
+         {QStringLiteral("cat config"), QStringLiteral("unlock"), QStringLiteral("backup")}}};
+    for (const auto &[command, commands] : rows) {
         handle = std::make_shared<ProcessHandle>();
         tools.calls.clear();
         stopAt(command);
         EXPECT_EQ(run(), 0) << command;
-        // The stop takes effect at the backup, which is started and interrupted at once.
-        const QList<ScriptedTools::Call> backups = tools.callsOf(QStringLiteral("backup"));
-        ASSERT_EQ(backups.size(), 1) << command;
-        EXPECT_EQ(backups.first().handle, handle.get());
+        // The backup is no such step: it is started and interrupted at once.
+        EXPECT_EQ(tools.commands(), commands);
+        EXPECT_EQ(tools.calls.last().handle, handle.get());
+        EXPECT_EQ(tools.calls.last().stop, StopManner::atOnce);
         expectStopped(StatusStore::loadHistory().first());
-    }
-    for (const ScriptedTools::Call &call : tools.calls) {
-        if (call.command() != QLatin1String("backup")) {
-            EXPECT_EQ(call.handle, nullptr);
-        }
     }
 }
 
@@ -126,23 +125,32 @@ TEST_F(Cancellation, aStopWhileTheRepositoryIsMadeTakesEffectAtTheBackup)
     EXPECT_EQ(tools.callsOf(QStringLiteral("backup")).size(), 1);
 }
 
-TEST_F(Cancellation, whatFailsBeforeTheBackupIsRecordedAsSuchEvenAfterAStop)
+TEST_F(Cancellation, whatFailsBeforeTheBackupAfterAStopIsRecordedAsTheStop)
 {
     useAllDestinations();
     stopAt("cat config");
     tools.catConfig = ScriptedTools::ended(12);
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::failed);
-    EXPECT_EQ(onlyRecord().message,
-              QStringLiteral("Chiave di cifratura errata per questa destinazione"));
+    EXPECT_EQ(run(), 0);
+    expectStopped(onlyRecord());
+    EXPECT_EQ(tools.commands(), QStringList({QStringLiteral("cat config")}));
 }
 
-TEST_F(Cancellation, missingSourcesAreRecordedAsSuchEvenAfterAStop)
+TEST_F(Cancellation, anAccountIsNotRecordedAsNotConnectedWhenTheQuestionForItWasStopped)
+{
+    useAllDestinations();
+    config.localEnabled = false;
+    stopAt("config dump");
+    tools.dump = ScriptedTools::ended(130);
+    EXPECT_EQ(run(), 0);
+    expectStopped(onlyRecord());
+}
+
+TEST_F(Cancellation, missingSourcesAfterAStopAreRecordedAsTheStop)
 {
     stopAt("cat config");
     ASSERT_TRUE(QDir().rmdir(config.sources.first()));
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(onlyRecord().message, QStringLiteral("Nessuna cartella da salvare"));
+    EXPECT_EQ(run(), 0);
+    expectStopped(onlyRecord());
 }
 
 } // namespace

@@ -77,7 +77,7 @@ TEST_F(DestinationRun, cachesAreKeptWhenTheSettingSaysSo)
     EXPECT_EQ(backupArguments(DestinationID::local), commonArguments() + config.sources);
 }
 
-TEST_F(DestinationRun, theBackupAndTheRetentionCanBeStoppedAndTheBackupIsFollowed)
+TEST_F(DestinationRun, everyStepCanBeStoppedAndTheBackupIsFollowed)
 {
     tools.catConfig = ScriptedTools::ended(10);
     run();
@@ -85,8 +85,9 @@ TEST_F(DestinationRun, theBackupAndTheRetentionCanBeStoppedAndTheBackupIsFollowe
                                              QStringLiteral("backup"), QStringLiteral("forget")}));
     for (const ScriptedTools::Call &call : tools.calls) {
         const bool isBackup = call.command() == QLatin1String("backup");
-        const bool isStoppable = isBackup || call.command() == QLatin1String("forget");
-        EXPECT_EQ(call.handle, isStoppable ? handle.get() : nullptr);
+        const bool isWork = isBackup || call.command() == QLatin1String("forget");
+        EXPECT_EQ(call.handle, handle.get());
+        EXPECT_EQ(call.stop, isWork ? StopManner::atOnce : StopManner::inTime);
         EXPECT_EQ(call.isFollowed, isBackup);
         EXPECT_EQ(call.input, QStringLiteral("the key"));
     }

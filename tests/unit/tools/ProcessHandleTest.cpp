@@ -36,6 +36,12 @@ TEST(ProcessHandle, aNewOneIsNotCancelled)
     EXPECT_FALSE(handle.isCancelled());
 }
 
+TEST(ProcessHandle, itWaitsTenSecondsForEachEnd)
+{
+    EXPECT_EQ(StopPatience().byItself, 10s);
+    EXPECT_EQ(StopPatience().interrupted, 10s);
+}
+
 TEST(ProcessHandle, aRunThatIsNotStoppedIsAsWithoutIt)
 {
     ProcessHandle handle;
