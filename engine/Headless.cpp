@@ -8,9 +8,6 @@
 #include <cstdlib>
 #include <thread>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace {
 
 // One that whoever started the program has it ignore, as nohup does.
@@ -33,17 +30,6 @@ sigset_t stopSignals()
     return signals;
 }
 
-// Where a standard descriptor is missing the next file opened would take its place, and with it
-// whatever a library prints there.
-void fillStandardDescriptors()
-{
-    int descriptor = -1;
-    do {
-        descriptor = ::open("/dev/null", O_RDWR);
-    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-    ::close(descriptor);
-}
-
 // Serves the stop signals for as long as the process lives.
 void listenForStop(const std::shared_ptr<ProcessHandle> &handle)
 {
@@ -60,7 +46,6 @@ void listenForStop(const std::shared_ptr<ProcessHandle> &handle)
 
 void Headless::run(bool manual)
 {
-    fillStandardDescriptors();
     ChildEnvironment::keep();
     // Blocked here, before there is a second thread, and so in every thread: they wait for sigwait.
     const sigset_t signals = stopSignals();

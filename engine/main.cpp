@@ -1,4 +1,5 @@
 #include "engine/Headless.h"
+#include "engine/ProcessSetup.h"
 #include "engine/WindowModule.h"
 #include "platform/CoreDumps.h"
 #include "platform/HomeFolder.h"
@@ -18,6 +19,9 @@
 int main(int argc, char *argv[])
 {
     switchOffCoreDumps();
+    if (!ProcessSetup::complete()) {
+        return EXIT_FAILURE;
+    }
     const std::span words(argv, static_cast<size_t>(argc));
     const auto find = [&words](std::string_view option) {
         return std::find(words.begin(), words.end(), option);

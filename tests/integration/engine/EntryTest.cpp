@@ -226,6 +226,54 @@ TEST_F(Entry, withoutAnyHomeItSaysSoAndFails)
     }
 }
 
+TEST_F(Entry, theDeliveryOfASecretIsSafeFromClosedDescriptorsToo)
+{
+    const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
+    ASSERT_TRUE(secret);
+    QProcess shell;
+    shell.start(QStringLiteral("sh"),
+                {QStringLiteral("-c"), QStringLiteral("\"$0\" --secret \"$1\" >&- 2>&-; echo $?"),
+                 installation.program(), secret->path()});
+    ASSERT_TRUE(shell.waitForFinished());
+    // The secret went nowhere, and not back into the pipe, from which it could be had again.
+    EXPECT_EQ(shell.readAllStandardOutput(), "0\n");
+    EXPECT_EQ(run({QStringLiteral("--secret"), secret->path()}).code, 1);
+}
+
+TEST_F(Entry, aFileThatMayNotGrowIsAFailedWriteAndNotTheEnd)
+{
+    Cycle cycle(installation.program());
+    cycle.startBy(
+        QStringLiteral("bash"),
+        {QStringLiteral("-c"), QStringLiteral("ulimit -f 0; exec \"$@\""), QStringLiteral("bash")});
+    // It is restic that ends by it, here where it can't even note its commands.
+    EXPECT_EQ(cycle.finish(), 1);
+    EXPECT_FALSE(isThere("history.json"));
+}
+
+TEST_F(Entry, fewOpenFilesAreRaisedToWhatTheSystemLets)
+{
+    Cycle cycle(installation.program());
+    cycle.startBy(QStringLiteral("bash"),
+                  {QStringLiteral("-c"), QStringLiteral("ulimit -S -n 12; exec \"$@\""),
+                   QStringLiteral("bash")});
+    EXPECT_EQ(cycle.finish(), 0);
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+}
+
+TEST_F(Entry, tooFewOpenFilesAreToldAndNoLibraryMeetsThem)
+{
+    for (const char *limit : {"12", "16", "20", "40"}) {
+        Cycle cycle(installation.program());
+        cycle.startBy(QStringLiteral("bash"),
+                      {QStringLiteral("-c"), QStringLiteral("ulimit -n $0; exec \"$@\""),
+                       QString::fromLatin1(limit)});
+        EXPECT_EQ(cycle.finish(), 1) << limit;
+        EXPECT_EQ(cycle.errors(), "Vellomar: il sistema permette di aprire troppo pochi file\n");
+        EXPECT_FALSE(hadCycle());
+    }
+}
+
 TEST_F(Entry, aFailedDestinationIsExitCodeOne)
 {
     script("exit 1");
