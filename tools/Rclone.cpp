@@ -40,13 +40,6 @@ Stamp currentStamp()
     return failure ? Stamp::min() : stamp;
 }
 
-bool isInEnvelope()
-{
-    QFile file(configFile());
-    // What every file that rclone has encrypted begins with.
-    return file.open(QIODevice::ReadOnly) && file.read(40).startsWith("# Encrypted");
-}
-
 // rclone replaces its file in two steps, with the old one set aside between them. If it was killed
 // there, that is all there is.
 void bringBackSetAside()
@@ -67,22 +60,6 @@ void bringBackSetAside()
             return;
         }
     }
-}
-
-void encryptOnce()
-{
-    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    if (!rclone || !Rclone::configKey()) {
-        return;
-    }
-    bringBackSetAside();
-    if (isInEnvelope()) {
-        return;
-    }
-    const Rclone::ConfigEnvironment environment;
-    runProcess(*rclone,
-               {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
-               {.env = environment.variables()});
 }
 
 Rclone::Remotes dumpedRemotes()
@@ -113,7 +90,7 @@ std::optional<ProcessResult> runWith(const ChildProcess::Environment &more,
     if (!rclone) {
         return std::nullopt;
     }
-    Rclone::encrypted();
+    static_cast<void>(Rclone::encrypted());
     const Rclone::ConfigEnvironment environment;
     ChildProcess::Environment variables = environment.variables();
     variables.insert(more);
@@ -191,10 +168,33 @@ const std::optional<QString> &Rclone::configKey()
     return key;
 }
 
-void Rclone::encrypted()
+bool Rclone::isEncrypted(const QString &path)
 {
-    static std::once_flag once;
-    std::call_once(once, encryptOnce);
+    QFile file(path);
+    // What every file that rclone has encrypted begins with.
+    return file.open(QIODevice::ReadOnly) && file.read(40).startsWith("# Encrypted");
+}
+
+bool Rclone::encrypted()
+{
+    static std::mutex oneAtATime;
+    const std::lock_guard lock(oneAtATime);
+    const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
+    if (!rclone) {
+        return false;
+    }
+    if (!configKey()) {
+        return true;
+    }
+    bringBackSetAside();
+    if (!isEncrypted(configFile())) {
+        const ConfigEnvironment environment;
+        // rclone ends with 0 even when it couldn't save the file or got no key: look at the file.
+        runProcess(*rclone,
+                   {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
+                   {.env = environment.variables()});
+    }
+    return isEncrypted(configFile());
 }
 
 Rclone::ConfigEnvironment::ConfigEnvironment(const QString &file)

@@ -76,10 +76,10 @@ void pinServerIfNeeded();
 /// rclone's word for the versioning of an S3 bucket on the private server; absent on any failure.
 std::optional<QString> versioning(const QString &bucket);
 
-/// Adds a remote with settings in the given order; false, with the file untouched, on any failure
-/// or when a value holds a line break or anything that rclone's file would change: a backtick,
-/// three quotes in front, a `%(reference)s`. A section of the same name must have been removed
-/// before.
+/// Adds a remote with settings in the given order; false, with the file untouched, on any failure,
+/// that of encrypting it too, or when a value holds a line break or anything that rclone's file
+/// would change: a backtick, three quotes in front, a `%(reference)s`. A section of the same name
+/// must have been removed before.
 bool store(const QString &name, const QList<std::pair<QString, QString>> &pairs);
 
 /// A secret in the scrambled form that rclone's file wants for passwords; absent on failure
@@ -112,9 +112,14 @@ std::optional<ProcessResult> query(const QStringList &arguments);
 /// Key of the encrypted file, found or made once a process; absent when the secret store refuses.
 const std::optional<QString> &configKey();
 
-/// Sees to it, once a process, that the file is encrypted: one in plain, and none at all, become an
-/// encrypted one. Called by everything that is about to start rclone with the file.
-void encrypted();
+/// Whether a configuration file is in rclone's encrypted envelope.
+bool isEncrypted(const QString &file);
+
+/// Sees to it that the configuration is encrypted: a file in plain, and none at all, become an
+/// encrypted one. Called by everything that is about to start rclone with the file. False when that
+/// failed, and then no credentials may be written to it; the next call tries again. Without a key
+/// the file stays as it is, and that is no failure.
+bool encrypted();
 
 /// What rclone needs to read the configuration, for one run; it must live until that run has ended.
 class ConfigEnvironment

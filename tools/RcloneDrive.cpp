@@ -37,6 +37,9 @@ std::optional<QString> Rclone::connect(const QString &clientID, const QString &c
     }
     endStaleSignIn();
     disconnect();
+    if (!encrypted()) {
+        return localized("Configurazione non riuscita"); // the token would stand in plain
+    }
     // The scope holds the program to the files that it has made itself.
     QStringList arguments = {QStringLiteral("config"), QStringLiteral("create"), driveRemote,
                              QStringLiteral("drive"), QStringLiteral("scope=drive.file")};
@@ -45,7 +48,7 @@ std::optional<QString> Rclone::connect(const QString &clientID, const QString &c
                   << QLatin1String("client_secret=") + clientSecret;
     }
     const ProcessResult result = run(arguments, &handle).value_or(ProcessResult());
-    if (result.status == 0 && isConfigured()) {
+    if (result.status == 0 && encrypted() && isConfigured()) {
         return std::nullopt;
     }
     disconnect();

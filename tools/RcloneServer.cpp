@@ -172,7 +172,7 @@ void Rclone::pinServerIfNeeded()
     const QJsonValue host = server.value(QLatin1String("host"));
     const bool isPinned = !server.value(QLatin1String("known_hosts_file")).toString().isEmpty();
     if (server.value(QLatin1String("type")) != QLatin1String("sftp") || isPinned ||
-        !host.isString() ||
+        !host.isString() || !encrypted() ||
         !trustHost(host.toString(), server.value(QLatin1String("port")).toString())) {
         return;
     }

@@ -84,7 +84,8 @@ bool encryptCopy(const QString &rclone, const PlainCopy &copy)
     const ProcessResult result = runProcess(
         rclone, {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
         {.env = environment.variables()});
-    return result.status == 0;
+    // rclone ends with 0 even when it couldn't save the copy or got no key.
+    return result.status == 0 && Rclone::isEncrypted(copy.path());
 }
 
 } // namespace

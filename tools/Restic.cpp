@@ -78,7 +78,7 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
         dest == DestinationID::local ? std::nullopt : Tools::find(QStringLiteral("rclone"));
     if (rclone) {
         words = QStringList{QStringLiteral("-o"), programOption(*rclone)} + arguments;
-        Rclone::encrypted();
+        static_cast<void>(Rclone::encrypted());
         rcloneEnvironment.emplace();
         environment.insert(rcloneEnvironment->variables());
     }

@@ -1,5 +1,7 @@
 #include "tests/support/ModelTools.h"
 
+#include "tests/support/RcloneEnvelope.h"
+
 #include <QFileInfo>
 
 ModelTools::ModelTools()
@@ -131,6 +133,9 @@ ProcessResult ModelTools::run(const QString &path, const QStringList &arguments,
     if (tool == QLatin1String("rclone")) {
         if (command == QLatin1String("config dump")) {
             return ended(0, m_remotes);
+        }
+        if (command == QLatin1String("config encryption")) {
+            return encryptAsRcloneDoes(options.env);
         }
         if (!command.startsWith(QLatin1String("config "))) {
             ++m_held;

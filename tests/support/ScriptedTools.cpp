@@ -1,5 +1,7 @@
 #include "tests/support/ScriptedTools.h"
 
+#include "tests/support/RcloneEnvelope.h"
+
 #include <QFileInfo>
 
 QString ScriptedTools::Call::command() const
@@ -88,7 +90,7 @@ ProcessResult ScriptedTools::answer(const Call &call, const LineReceiver &onLine
         return dump;
     }
     if (command == QLatin1String("config encryption")) {
-        return ended(0);
+        return encryptAsRcloneDoes(call.env);
     }
     if (command == QLatin1String("backup")) {
         for (const QString &line : progress) {

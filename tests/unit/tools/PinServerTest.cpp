@@ -77,6 +77,17 @@ TEST_F(PinServer, aServerThatIsOffIsAskedAgainTheNextTime)
     EXPECT_EQ(commands(), QStringList({dump, scan, update}));
 }
 
+TEST_F(PinServer, aConfigurationThatCannotBeEncryptedIsNotChanged)
+{
+    encryptedCopy = said(QString());
+    writeConfig("[vellomar-server]\n", 50);
+    dumped = said(QStringLiteral(R"({"vellomar-server":{"type":"sftp","host":"host"}})"));
+    Rclone::pinServerIfNeeded();
+    EXPECT_FALSE(commands().contains(update));
+    EXPECT_FALSE(isKnown());
+    EXPECT_EQ(config(), QByteArray("[vellomar-server]\n"));
+}
+
 TEST_F(PinServer, keysAreKeptInOrderWithoutCommentsAndEmptyLines)
 {
     scanned = said(QStringLiteral("# host:22 SSH-2.0-OpenSSH_9.2\n\nhost ssh-rsa C\n#x\n"

@@ -128,6 +128,50 @@ TEST_F(RcloneDrive, aPlainFileIsEncryptedBeforeTheSignIn)
     EXPECT_EQ(commands().mid(0, 4), QStringList({endStale, encryption, deletion, create}));
 }
 
+TEST_F(RcloneDrive, withoutEncryptionThereIsNoSignIn)
+{
+    const auto answer = rclone;
+    rclone = [&](const Call &call) { return call.words() == encryption ? said({}) : answer(call); };
+    writeConfig("[vellomar]\n", 1000);
+    EXPECT_EQ(connect(), QStringLiteral("Configurazione non riuscita"));
+    EXPECT_EQ(creation(), QStringList());
+    EXPECT_EQ(config(), QByteArray("[vellomar]\n"));
+}
+
+TEST_F(RcloneDrive, aFileThatTheSignInLeftInPlainIsEncrypted)
+{
+    const auto answer = rclone;
+    rclone = [&](const Call &call) {
+        if (call.words() == encryption) {
+            return encryptAsRcloneDoes(call.env);
+        }
+        const ProcessResult result = answer(call);
+        if (call.words() == create) {
+            writeConfig("[vellomar]\ntoken = t\n");
+        }
+        return result;
+    };
+    EXPECT_EQ(connect(), std::nullopt);
+    EXPECT_EQ(config(), envelope + "[vellomar]\ntoken = t\n");
+}
+
+TEST_F(RcloneDrive, aFileThatTheSignInLeftInPlainForGoodIsAFailure)
+{
+    const auto answer = rclone;
+    rclone = [&](const Call &call) {
+        if (call.words() == encryption) {
+            return said({});
+        }
+        const ProcessResult result = answer(call);
+        if (call.words() == create) {
+            writeConfig("[vellomar]\ntoken = t\n");
+        }
+        return result;
+    };
+    EXPECT_EQ(connect(), unfinished);
+    EXPECT_EQ(commands().last(), deletion);
+}
+
 TEST_F(RcloneDrive, neitherTheEndOfAStaleOneNorTheDeletionNeedSucceed)
 {
     otherTool = [](const Call &) { return failed(QStringLiteral("no"), 1); };

@@ -2,6 +2,7 @@
 
 #include "state/Paths.h"
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/RcloneEnvelope.h"
 #include "tools/Rclone.h"
 
 #include <QDir>
@@ -82,8 +83,9 @@ protected:
     const QString show = QStringLiteral("config show");
     const QByteArray envelope = "# Encrypted rclone configuration File\n\nRCLONE_ENCRYPT_V0:\n";
 
-    std::function<ProcessResult(const Call &)> rclone = [](const Call &) {
-        return ProcessResult{0, {}, {}};
+    std::function<ProcessResult(const Call &)> rclone = [this](const Call &call) {
+        return call.words() == encryption ? encryptAsRcloneDoes(call.env)
+                                          : ProcessResult{0, {}, {}};
     };
     /// ssh-keyscan and pkill.
     std::function<ProcessResult(const Call &)> otherTool = [](const Call &) {

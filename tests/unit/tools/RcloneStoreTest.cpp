@@ -31,7 +31,8 @@ protected:
         if (beforeRename) {
             beforeRename();
         }
-        return {encryptionStatus, QString(), QString()};
+        return encryptionStatus ? ProcessResult{*encryptionStatus, {}, {}}
+                                : encryptAsRcloneDoes(call.env);
     }
 
     bool store(const QString &value = QStringLiteral("v"))
@@ -46,7 +47,7 @@ protected:
     }
 
     int showStatus = 0;
-    int encryptionStatus = 0;
+    std::optional<int> encryptionStatus; ///< how rclone ends that doesn't encrypt
     std::function<void()> beforeRename;
     QByteArray plain;
     mode_t mode = 0;
@@ -58,7 +59,7 @@ TEST_F(RcloneStoreTest, addsASectionToWhatIsThere)
     EXPECT_TRUE(store());
     EXPECT_EQ(commands(), QStringList({show, encryption}));
     EXPECT_EQ(plain, "[old]\ntype = x\n\n[new]\ntype = z\na = v\n");
-    EXPECT_EQ(config(), plain); // what rclone made of the copy has taken the file's place
+    EXPECT_EQ(config(), envelope + plain); // what rclone made of the copy
     EXPECT_EQ(supportFiles(), QStringList({QStringLiteral("rclone.conf")}));
     EXPECT_EQ(calls.first().config(), configFile());
     for (const Call &call : calls) {
@@ -134,7 +135,7 @@ TEST_F(RcloneStoreTest, aFailedShowChangesNothing)
 
 TEST_F(RcloneStoreTest, aFailedEncryptionChangesNothingAndLeavesNoCopy)
 {
-    for (const int status : {1, 130, -1}) {
+    for (const int status : {0, 1, 130, -1}) { // 0: as rclone does it on a full disk
         encryptionStatus = status;
         EXPECT_FALSE(store());
         EXPECT_FALSE(plain.isEmpty());

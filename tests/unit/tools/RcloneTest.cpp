@@ -14,41 +14,41 @@ ProcessResult dumped(const char *json, int status = 0)
 
 TEST_F(RcloneTest, noFileAtAllIsEncryptedAtTheFirstTouch)
 {
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_EQ(commands(), QStringList({encryption}));
     EXPECT_EQ(calls.first().config(), configFile());
     EXPECT_TRUE(calls.first().passwordCommand().contains(QLatin1String("--secret")));
     EXPECT_EQ(calls.first().env.size(), 2);
     EXPECT_EQ(calls.first().input, std::nullopt);
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_EQ(calls.size(), 1);
 }
 
 TEST_F(RcloneTest, anEmptyFileIsEncrypted)
 {
     writeConfig("");
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_EQ(commands(), QStringList({encryption}));
 }
 
 TEST_F(RcloneTest, aPlainFileIsEncrypted)
 {
     writeConfig("[vellomar]\n# Encrypted rclone configuration File\n");
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_EQ(commands(), QStringList({encryption}));
 }
 
 TEST_F(RcloneTest, aFileWithBytesThatAreNotUTF8IsEncrypted)
 {
     writeConfig(QByteArray("\xff\xfe# Encrypted"));
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_EQ(commands(), QStringList({encryption}));
 }
 
 TEST_F(RcloneTest, anEncryptedFileIsLeftAlone)
 {
     writeConfig(envelope);
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(config(), envelope);
 }
@@ -59,7 +59,7 @@ TEST_F(RcloneTest, aFileThatRcloneHadSetAsideWhenItWasKilledComesBack)
     ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old123")));
     QFile empty(configFile() + QLatin1String(".old45"));
     ASSERT_TRUE(empty.open(QIODevice::WriteOnly)); // from before the setting aside
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(config(), envelope);
     EXPECT_FALSE(QFile::exists(configFile() + QLatin1String(".old123")));
@@ -70,7 +70,7 @@ TEST_F(RcloneTest, aFileThatRcloneHadSetAsideTakesNoOthersPlace)
     writeConfig("[vellomar]\n");
     ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old123")));
     writeConfig(envelope);
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(config(), envelope);
 }
@@ -79,18 +79,55 @@ TEST_F(RcloneTest, withoutAKeyTheFileStaysAsItIs)
 {
     refuseKey();
     writeConfig("[vellomar]\n");
-    Rclone::encrypted();
+    EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(Rclone::configKey(), std::nullopt);
     EXPECT_EQ(config(), QByteArray("[vellomar]\n"));
 }
 
-TEST_F(RcloneTest, aFailureToEncryptIsNotLookedAt)
+TEST_F(RcloneTest, aFailureToEncryptIsToldHoweverRcloneEnds)
 {
-    rclone = [](const Call &) { return ProcessResult{1, {}, {}}; };
-    Rclone::encrypted();
-    Rclone::encrypted();
-    EXPECT_EQ(calls.size(), 1);
+    for (const int status : {0, 1, -1}) {
+        rclone = [status](const Call &) { return ProcessResult{status, {}, {}}; };
+        writeConfig("[vellomar]\n");
+        EXPECT_FALSE(Rclone::encrypted()) << status;
+    }
+}
+
+TEST_F(RcloneTest, aFailureToEncryptIsTriedAgain)
+{
+    const auto healthy = rclone;
+    rclone = [](const Call &) { return ProcessResult{0, {}, {}}; };
+    writeConfig("[vellomar]\n");
+    EXPECT_FALSE(Rclone::encrypted());
+    rclone = healthy;
+    EXPECT_TRUE(Rclone::encrypted());
+    EXPECT_EQ(commands(), QStringList({encryption, encryption}));
+    EXPECT_EQ(config(), envelope + "[vellomar]\n");
+}
+
+TEST_F(RcloneTest, aFileThatIsPlainAgainIsEncryptedAgain)
+{
+    EXPECT_TRUE(Rclone::encrypted());
+    writeConfig("[vellomar]\n");
+    EXPECT_TRUE(Rclone::encrypted());
+    EXPECT_EQ(config(), envelope + "[vellomar]\n");
+}
+
+TEST_F(RcloneTest, twoThreadsAtOnceEncryptOnce)
+{
+    const auto quick = rclone;
+    rclone = [&quick](const Call &call) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        return quick(call);
+    };
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < 4; ++i) {
+            threads.emplace_back([] { EXPECT_TRUE(Rclone::encrypted()); });
+        }
+    }
+    EXPECT_EQ(commands(), QStringList({encryption}));
 }
 
 TEST_F(RcloneTest, theKeyIsMadeOnceAndKept)
@@ -154,7 +191,7 @@ TEST_F(RcloneTest, aChangeByAnyoneIsSeen)
     QFile::remove(configFile());
     rclone = [](const Call &) { return dumped("{}"); };
     EXPECT_TRUE(Rclone::remotes().isEmpty());
-    EXPECT_EQ(commands(), QStringList({dump, dump, dump}));
+    EXPECT_EQ(commands(), QStringList({dump, dump, encryption, dump}));
 }
 
 TEST_F(RcloneTest, aChangeWhileTheyAreReadIsSeenTheNextTime)

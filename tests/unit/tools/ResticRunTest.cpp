@@ -1,6 +1,7 @@
 #include "tools/Restic.h"
 
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/RcloneEnvelope.h"
 #include "tools/Tools.h"
 
 #include <QDir>
@@ -32,6 +33,9 @@ protected:
                          const ProcessOptions &options)
     {
         calls.append({path, arguments, options});
+        if (path == rclonePath && arguments.value(1) == QLatin1String("encryption")) {
+            return encryptAsRcloneDoes(options.env);
+        }
         return answers.isEmpty() ? ProcessResult{0, {}, {}} : answers.takeFirst();
     }
 

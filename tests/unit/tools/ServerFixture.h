@@ -39,7 +39,7 @@ protected:
 
     ProcessResult obscured = said(QStringLiteral("scrambled\n"));
     ProcessResult shown = said(QString());
-    ProcessResult encryptedCopy = said(QString());
+    std::optional<ProcessResult> encryptedCopy; ///< what rclone says in place of encrypting it
     ProcessResult tested = said(QString());
     ProcessResult versioned = said(QString());
     ProcessResult dumped = said(QStringLiteral("{}"));
@@ -59,7 +59,7 @@ private:
             QFile file(call.config());
             EXPECT_TRUE(file.open(QIODevice::ReadOnly));
             stored = file.readAll();
-            return encryptedCopy;
+            return encryptedCopy ? *encryptedCopy : encryptAsRcloneDoes(call.env);
         }
         const QMap<QString, ProcessResult> answers{
             {QStringLiteral("obscure"), obscured},

@@ -1,0 +1,124 @@
+#include "state/Paths.h"
+#include "tests/support/MemorySecretBackend.h"
+#include "tests/support/SignInPage.h"
+#include "tests/support/SmallDisk.h"
+#include "tests/support/WebdavFolder.h"
+#include "tools/Rclone.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <sys/mount.h>
+
+// The real rclone where a configuration can't be encrypted: rclone ends with success all the same,
+// and no credentials may stand in plain.
+namespace {
+
+class FullDiskConnection : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        secrets.items[{QStringLiteral("it.vellomar.app"), QStringLiteral("rclone-config-key")}] =
+            "key of this machine";
+        ASSERT_TRUE(disk.isMounted());
+    }
+
+    static QString configFile() { return Paths::supportFile(QStringLiteral("rclone.conf")); }
+    static QByteArray config()
+    {
+        QFile file(configFile());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static void writeConfig(const QByteArray &content)
+    {
+        QFile file(configFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+    }
+    static bool storeServer()
+    {
+        return Rclone::store(Rclone::serverRemote,
+                             {{QStringLiteral("type"), QStringLiteral("alias")},
+                              {QStringLiteral("pass"), QStringLiteral("well-hidden")}});
+    }
+    /// Whether any file of the support folder holds these bytes.
+    static bool isInAFile(const QByteArray &bytes)
+    {
+        QDirIterator files(Paths::support(), QDir::Files | QDir::Hidden,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QIODevice::ReadOnly) && file.readAll().contains(bytes)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    /// Leaves so many more files to be made.
+    static void leaveInodes(int count)
+    {
+        const int there = static_cast<int>(
+            QDir(Paths::support())
+                .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)
+                .size());
+        // The folder itself counts, too.
+        const QByteArray options = "nr_inodes=" + QByteArray::number(there + 1 + count);
+        ASSERT_EQ(::mount("none", Paths::support().toUtf8().constData(), nullptr, MS_REMOUNT,
+                          options.constData()),
+                  0);
+    }
+
+    SmallDisk disk{Paths::support()};
+    MemorySecretBackend secrets;
+    ScopedSecretBackend secretsInForce{secrets};
+};
+
+TEST_F(FullDiskConnection, aConfigurationThatCannotBeEncryptedIsToldAndEncryptedLater)
+{
+    writeConfig("[vellomar]\ntype = drive\ntoken = old-token\n");
+    disk.fill();
+    EXPECT_FALSE(Rclone::encrypted());
+    disk.makeRoom();
+    EXPECT_TRUE(Rclone::encrypted());
+    EXPECT_FALSE(isInAFile("old-token"));
+    EXPECT_TRUE(Rclone::isConfigured());
+}
+
+TEST_F(FullDiskConnection, theSecretOfAServerNeverTakesItsPlaceInPlain)
+{
+    ASSERT_TRUE(Rclone::encrypted());
+    const QByteArray before = config();
+    // The plain copy and the pipe of the key fit; rclone's own file doesn't, or not the one that
+    // it sets aside.
+    for (const int files : {2, 3}) {
+        leaveInodes(files);
+        EXPECT_FALSE(storeServer()) << files;
+        EXPECT_EQ(config(), before) << files;
+        EXPECT_FALSE(isInAFile("well-hidden")) << files;
+    }
+    leaveInodes(4);
+    EXPECT_TRUE(storeServer());
+    EXPECT_FALSE(isInAFile("well-hidden"));
+}
+
+TEST_F(FullDiskConnection, aSignInToDriveLeavesNoTokenInPlain)
+{
+    SignInPage page;
+    ASSERT_TRUE(page.isRunning());
+    disk.fill();
+    ProcessHandle handle;
+    EXPECT_EQ(Rclone::connect({}, {}, handle), QStringLiteral("Configurazione non riuscita"));
+    EXPECT_FALSE(page.isOpened());
+    EXPECT_FALSE(isInAFile(SignInPage::accessToken()));
+
+    disk.makeRoom();
+    EXPECT_EQ(Rclone::connect({}, {}, handle), std::nullopt);
+    EXPECT_TRUE(config().startsWith("# Encrypted"));
+    EXPECT_FALSE(isInAFile(SignInPage::accessToken()));
+}
+
+} // namespace
