@@ -3,11 +3,11 @@
 #include "platform/Clock.h"
 #include "platform/ExecutablePath.h"
 #include "state/Paths.h"
+#include "tools/TemporaryName.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QUuid>
 
 #include <array>
@@ -56,19 +56,24 @@ QString quoted(QString path)
     return u'"' + path.replace(u'"', QLatin1String("\"\"")) + u'"';
 }
 
-// A pipe, a plain copy of rclone's file, or what rclone itself has beside a file while it replaces
-// it: the new one, with digits behind the name, and the one before, which may be in plain, with
-// ".old" and digits. Those of rclone.conf may be all that is left of it as long as it isn't there.
+bool isPlainCopy(const QString &name)
+{
+    return name.startsWith(QLatin1String("rclone-")) && name.endsWith(QLatin1String(".conf"));
+}
+
+// A pipe, a plain copy of rclone's file, or what rclone itself had beside a file while it replaced
+// it, which may be in plain. Those of rclone.conf may be all that is left of it as long as it isn't
+// there.
 bool isLeftover(const QString &name)
 {
-    static const QRegularExpression configuration(
-        QStringLiteral(R"(\Arclone(-.*)?\.conf((\.old)?[0-9]+)?\z)"),
-        QRegularExpression::DotMatchesEverythingOption);
     static const QString inUse = QStringLiteral("rclone.conf");
-    return name.startsWith(QLatin1String("k-")) ||
-           (name != inUse && configuration.match(name).hasMatch() &&
-            (name.startsWith(QLatin1String("rclone-")) ||
-             QFileInfo::exists(Paths::supportFile(inUse))));
+    static constexpr QLatin1String setAside(".old");
+    QString base = withoutTemporaryNumber(name).value_or(QString());
+    if (base.endsWith(setAside)) {
+        base.chop(setAside.size());
+    }
+    return name.startsWith(QLatin1String("k-")) || isPlainCopy(name) || isPlainCopy(base) ||
+           (base == inUse && QFileInfo::exists(Paths::supportFile(inUse)));
 }
 
 } // namespace

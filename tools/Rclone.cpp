@@ -4,6 +4,7 @@
 #include "state/Keychain.h"
 #include "state/Paths.h"
 #include "tools/RcloneLimits.h"
+#include "tools/TemporaryName.h"
 #include "tools/Tools.h"
 
 #include <QDir>
@@ -52,6 +53,9 @@ void bringBackSetAside()
         file.dir().entryInfoList({file.fileName() + QLatin1String(".old*")},
                                  QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Time);
     for (const QFileInfo &old : setAside) {
+        if (withoutTemporaryNumber(old.fileName()) != QLatin1String("rclone.conf.old")) {
+            continue; // a copy of the user's own
+        }
         const QByteArray path = QFile::encodeName(old.filePath());
         // A link takes no other file's place, should the new one have come meanwhile.
         if (old.size() > 0 &&

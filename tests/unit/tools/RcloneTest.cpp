@@ -56,23 +56,38 @@ TEST_F(RcloneTest, anEncryptedFileIsLeftAlone)
 TEST_F(RcloneTest, aFileThatRcloneHadSetAsideWhenItWasKilledComesBack)
 {
     writeConfig(envelope);
-    ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old123")));
-    QFile empty(configFile() + QLatin1String(".old45"));
+    ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old3373816731")));
+    QFile empty(configFile() + QLatin1String(".old4221691"));
     ASSERT_TRUE(empty.open(QIODevice::WriteOnly)); // from before the setting aside
     EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(config(), envelope);
-    EXPECT_FALSE(QFile::exists(configFile() + QLatin1String(".old123")));
+    EXPECT_FALSE(QFile::exists(configFile() + QLatin1String(".old3373816731")));
 }
 
 TEST_F(RcloneTest, aFileThatRcloneHadSetAsideTakesNoOthersPlace)
 {
     writeConfig("[vellomar]\n");
-    ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old123")));
+    ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old3373816731")));
     writeConfig(envelope);
     EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(config(), envelope);
+}
+
+TEST_F(RcloneTest, aCopyOfTheUsersOwnStaysWhereItIs)
+{
+    const QStringList copies{QStringLiteral("rclone.conf.old"), QStringLiteral("rclone.conf.old2"),
+                             QStringLiteral("rclone.conf.old20261121"),
+                             QStringLiteral("rclone.conf.older3373816731"),
+                             QStringLiteral("rclone.conf2")};
+    for (const QString &copy : copies) {
+        writeConfig("[theirs]\n");
+        ASSERT_TRUE(QFile::rename(configFile(), Paths::supportFile(copy)));
+    }
+    EXPECT_TRUE(Rclone::encrypted());
+    EXPECT_EQ(config(), envelope); // of nothing
+    EXPECT_EQ(supportFiles(), QStringList(QStringLiteral("rclone.conf")) + copies);
 }
 
 TEST_F(RcloneTest, withoutAKeyTheFileStaysAsItIs)

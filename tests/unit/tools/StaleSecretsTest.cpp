@@ -71,6 +71,19 @@ TEST(StaleSecrets, everythingElseIsLeftAlone)
                                      "rclone.conf.old",
                                      "rclone-X.conf.old",
                                      "rclone.conf1x",
+                                     "rclone.conf2",
+                                     "rclone.conf.old2",
+                                     "rclone.conf.old20261121",
+                                     "rclone.conf20261121",
+                                     "rclone.conf.old01874598159",
+                                     "rclone.conf4294967296",
+                                     "rclone.conf.old18745981590",
+                                     "rclone.conf.bak1874598159",
+                                     "rclone.conf1874598159x",
+                                     "rclone-X.conf2",
+                                     "rclone-X.conf.old20261121",
+                                     "rclone-X1874598159",
+                                     "1874598159",
                                      "rclone.confidence",
                                      "rclone-",
                                      "xrclone-X.conf",
@@ -94,7 +107,8 @@ TEST(StaleSecrets, everythingElseIsLeftAlone)
 
 TEST(StaleSecrets, whatRcloneHadBesideACopyCountsToo)
 {
-    const QList<const char *> names{"rclone-X.conf1874598159", "rclone-X.conf.old3824617222"};
+    const QList<const char *> names{"rclone-X.conf1874598159", "rclone-X.conf.old3824617222",
+                                    "rclone-.conf1000000", "rclone-\n.conf.old4294967295"};
     for (const char *name : names) {
         make(name);
     }

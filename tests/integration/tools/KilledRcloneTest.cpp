@@ -1,0 +1,100 @@
+#include "state/Paths.h"
+#include "tests/support/Cycle.h"
+#include "tests/support/Installation.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/MemorySecretBackend.h"
+#include "tests/support/Waiting.h"
+#include "tools/Rclone.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <functional>
+
+// The real rclone killed while it replaces its file, and what the program makes of what it leaves.
+
+namespace {
+
+class KilledRclone : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        secrets.items[{QStringLiteral("it.vellomar.app"), QStringLiteral("rclone-config-key")}] =
+            "key";
+        ASSERT_TRUE(Rclone::store(Rclone::serverRemote,
+                                  {{QStringLiteral("type"), QStringLiteral("alias")}}));
+        ASSERT_EQ(supportFiles(), onlyConfig);
+    }
+
+    static QStringList supportFiles()
+    {
+        return QDir(Paths::support())
+            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+    static bool isConfigThere()
+    {
+        return QFile::exists(Paths::supportFile(QStringLiteral("rclone.conf")));
+    }
+
+    /// Has rclone save its file with a long pause around each renaming, and kills it in the pause
+    /// in which the folder is in the state that is waited for.
+    static void killRclone(const QString &pause, const std::function<bool()> &state)
+    {
+        QProcess strace;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("RCLONE_CONFIG"),
+                           Paths::supportFile(QStringLiteral("rclone.conf")));
+        environment.insert(QStringLiteral("RCLONE_PASSWORD_COMMAND"), QStringLiteral("echo key"));
+        strace.setProcessEnvironment(environment);
+        strace.start(QStringLiteral("strace"),
+                     {QStringLiteral("-f"), QStringLiteral("-qqq"), QStringLiteral("-e"),
+                      QStringLiteral("inject=/^rename:") + pause + QLatin1String("=600000000"),
+                      QStringLiteral("-o"), QStringLiteral("/dev/null"),
+                      Installation::realTool(QStringLiteral("rclone")), QStringLiteral("config"),
+                      QStringLiteral("delete"), QStringLiteral("another")});
+        ASSERT_TRUE(strace.waitForStarted());
+        EXPECT_TRUE(eventually(state)) << qPrintable(supportFiles().join(u' '));
+        const QList<pid_t> children = childrenOf(strace.processId());
+        ASSERT_EQ(children.size(), 1);
+        EXPECT_EQ(::kill(children.first(), SIGKILL), 0);
+        strace.kill(); // it would wait for the end of the pause
+        EXPECT_TRUE(strace.waitForFinished());
+        EXPECT_TRUE(eventually([&children] { return hasEnded(children.first()); }));
+    }
+    static void tidyUpLater()
+    {
+        const ManualClock clock(QDateTime::currentDateTimeUtc().addSecs(61));
+        const ScopedClock inForce(clock);
+        OneShotSecret::removeStale();
+    }
+
+    const QStringList onlyConfig{QStringLiteral("rclone.conf")};
+    MemorySecretBackend secrets;
+    ScopedSecretBackend secretsInForce{secrets};
+};
+
+TEST_F(KilledRclone, beforeItSetTheFileAsideLeavesNothingForGood)
+{
+    killRclone(QStringLiteral("delay_enter"), [] { return supportFiles().size() == 3; });
+    EXPECT_TRUE(isConfigThere());
+    tidyUpLater();
+    EXPECT_EQ(supportFiles(), onlyConfig);
+    EXPECT_EQ(Rclone::remotes().keys(), QStringList(Rclone::serverRemote));
+}
+
+TEST_F(KilledRclone, withItsFileSetAsideHasItBackAtTheNextTouch)
+{
+    killRclone(QStringLiteral("delay_exit"), [] { return !isConfigThere(); });
+    tidyUpLater();
+    EXPECT_EQ(supportFiles().size(), 2); // all that there is of the connections
+    EXPECT_EQ(Rclone::remotes().keys(), QStringList(Rclone::serverRemote));
+    tidyUpLater();
+    EXPECT_EQ(supportFiles(), onlyConfig);
+}
+
+} // namespace
