@@ -27,6 +27,12 @@ QString programOption(const QString &program)
     return option;
 }
 
+// In the words of programOption nothing can hold both kinds of quotes.
+bool hasBothQuotes(const QString &program)
+{
+    return program.contains(u'"') && program.contains(u'\'');
+}
+
 } // namespace
 
 bool Restic::isAvailable() const
@@ -77,7 +83,13 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
     const std::optional<QString> rclone =
         dest == DestinationID::local ? std::nullopt : Tools::find(QStringLiteral("rclone"));
     if (rclone) {
-        words = QStringList{QStringLiteral("-o"), programOption(*rclone)} + arguments;
+        QString program = *rclone;
+        if (hasBothQuotes(program)) {
+            const QFileInfo file(program);
+            environment[QStringLiteral("PATH")].prepend(file.path() + u':');
+            program = file.fileName(); // restic then looks for it there
+        }
+        words = QStringList{QStringLiteral("-o"), programOption(program)} + arguments;
         static_cast<void>(Rclone::encrypted());
         rcloneEnvironment.emplace();
         environment.insert(rcloneEnvironment->variables());

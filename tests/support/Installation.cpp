@@ -4,8 +4,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-Installation::Installation()
-    : m_root(m_folder.path() + QLatin1String("/a place with blanks"))
+Installation::Installation(const QString &name)
+    : m_root(m_folder.path() + u'/' + name)
 {
     QDir().mkpath(m_root + QLatin1String("/bin"));
     QDir().mkpath(m_root + QLatin1String("/share/vellomar/bin"));

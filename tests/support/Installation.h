@@ -7,9 +7,8 @@
 class Installation
 {
 public:
-    /// bin/vellomar in a new folder, and an empty share/vellomar/bin. The folder's name holds
-    /// blanks.
-    Installation();
+    /// bin/vellomar in a new folder, and an empty share/vellomar/bin.
+    explicit Installation(const QString &name = QStringLiteral("a place with blanks"));
 
     /// The folder that holds everything else.
     [[nodiscard]] QString folder() const { return m_folder.path(); }

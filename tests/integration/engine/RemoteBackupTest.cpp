@@ -41,6 +41,24 @@ TEST_F(RemoteBackup, oneCycleGoesToDiskDriveAndServer)
     EXPECT_FALSE(isThere("status.json"));
 }
 
+TEST_F(RemoteBackup, aProgramInAPlaceWithQuotesReachesTheRemotes)
+{
+    connectRemotes();
+    config.localEnabled = false;
+    config.driveEnabled = false;
+    saveSettings();
+    // restic parts the line that names rclone at quotes, and has no word for both kinds in one.
+    int runs = 0;
+    for (const char *name : {"Anna's tools", "the \"tools\", 2", "Anna's \"tools\", \\ 2"}) {
+        Installation installation(QString::fromUtf8(name));
+        installation.addReal(QStringLiteral("restic"));
+        installation.addReal(QStringLiteral("rclone"));
+        EXPECT_EQ(Cycle(installation.program()).run(), 0) << name;
+        EXPECT_EQ(recordCount(), ++runs) << name;
+        EXPECT_EQ(newestRecord().outcome, Outcome::ok) << qPrintable(newestRecord().message);
+    }
+}
+
 TEST_F(RemoteBackup, anAccountThatIsNotConnectedIsSkippedAndTheOthersRun)
 {
     makeRepository(repository);
