@@ -8,15 +8,19 @@
 
 namespace {
 
-/// What every variable that a tool of ours takes for its options begins with.
-constexpr std::array ofTools{
+/// What every variable begins with that a tool of ours takes for its options, or that was for one
+/// start of a program alone.
+constexpr std::array leftOut{
     QByteArrayView("RESTIC_"),
     QByteArrayView("RCLONE_"),
     QByteArrayView("SYSTEMD_"),
     QByteArrayView("SYSTEMCTL_"),
+    QByteArrayView("XDG_ACTIVATION_TOKEN"),
+    QByteArrayView("DESKTOP_STARTUP_ID"),
 };
 
-/// Those of them that say how this machine reaches the world, or where a tool keeps its own files.
+/// Those of the tools that say how this machine reaches the world, or where a tool keeps its own
+/// files.
 constexpr std::array ofMachine{
     QByteArrayView("RCLONE_CA_CERT"),         QByteArrayView("RCLONE_CACHE_DIR"),
     QByteArrayView("RCLONE_CLIENT_CERT"),     QByteArrayView("RCLONE_CLIENT_KEY"),
@@ -29,7 +33,7 @@ constexpr std::array ofMachine{
 bool isForChildren(QByteArrayView name)
 {
     return std::find(ofMachine.begin(), ofMachine.end(), name) != ofMachine.end() ||
-           std::none_of(ofTools.begin(), ofTools.end(),
+           std::none_of(leftOut.begin(), leftOut.end(),
                         [name](QByteArrayView prefix) { return name.startsWith(prefix); });
 }
 

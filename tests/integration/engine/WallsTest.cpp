@@ -67,14 +67,19 @@ protected:
         return isCore || isDBus ? QString() : include + QLatin1String(" isn't of Qt Core");
     }
 
+    static QString source(const QString &path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return QString::fromUtf8(file.readAll());
+    }
+
     [[nodiscard]] QStringList offences(const QString &folder, const QString &path) const
     {
         static const QRegularExpression form(
             QStringLiteral(R"(^\s*#\s*include\s*["<]([^">]+)[">])"));
         QStringList found;
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-        const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+        const QStringList lines = source(path).split(u'\n');
         for (qsizetype line = 0; line < lines.size(); ++line) {
             const QRegularExpressionMatch include = form.match(lines[line]);
             if (!include.hasMatch()) {
@@ -106,6 +111,39 @@ TEST_F(Walls, eachFolderIncludesOnlyWhatStandsBelowItAndNoWindowToolkit)
             }
         }
         EXPECT_GT(count, 5) << folder.toStdString();
+    }
+}
+
+// Threads of the pool may read the environment at any time; only the window has to change it, for
+// Qt.
+TEST_F(Walls, nothingBelowTheWindowChangesTheEnvironment)
+{
+    static const QRegularExpression change(
+        QStringLiteral(R"(\b(q?(un)?setenv|q?putenv|clearenv)\b)"));
+    EXPECT_TRUE(change.match(QStringLiteral("    qputenv(\"X\", {});")).hasMatch());
+    for (const QString &folder : arrows().keys()) {
+        QDirIterator files(QStringLiteral(VELLOMAR_SOURCE_DIR "/") + folder,
+                           {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            // This one is called by main before anything else.
+            EXPECT_EQ(change.match(source(path)).hasMatch(),
+                      path.endsWith(QLatin1String("/HomeFolder.cpp")))
+                << path.toStdString();
+        }
+    }
+}
+
+TEST_F(Walls, eachFaceKeepsTheEnvironmentForItsChildrenBeforeItHasThreads)
+{
+    for (const auto &[face, thread] : {std::pair("engine/Headless.cpp", "std::thread("),
+                                       std::pair("ui/face/WindowModule.cpp", "Background::run(")}) {
+        const QString text =
+            source(QStringLiteral(VELLOMAR_SOURCE_DIR "/") + QString::fromUtf8(face));
+        const qsizetype kept = text.indexOf(QLatin1String("ChildEnvironment::keep();"));
+        EXPECT_GE(kept, 0) << face;
+        EXPECT_LT(kept, text.indexOf(QLatin1String(thread))) << face;
     }
 }
 
