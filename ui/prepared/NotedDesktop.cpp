@@ -64,3 +64,5 @@ bool NotedDesktop::startDetached(const QString & /*program*/, const QStringList 
     asked.append(QStringLiteral("start"));
     return true;
 }
+
+void NotedDesktop::after(std::chrono::milliseconds /*delay*/, std::function<void()> /*task*/) {}

@@ -26,4 +26,6 @@ public:
     bool hasFullDiskAccess() override;
     void requestNotificationPermission() override;
     bool startDetached(const QString &program, const QStringList &arguments) override;
+    /// Never comes: what is shown stays until something else is.
+    void after(std::chrono::milliseconds delay, std::function<void()> task) override;
 };

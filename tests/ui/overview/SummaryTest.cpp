@@ -1,7 +1,10 @@
 #include "ui/glance/Summary.h"
+#include "tests/support/EventLoop.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/ModelFixture.h"
 #include "ui/prepared/NotedDesktop.h"
+
+#include <QCoreApplication>
 
 #include <gtest/gtest.h>
 
@@ -387,6 +390,16 @@ TEST_F(SummaryTest, whatIsInOrderOrUnknownNeedsNoMending)
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
     EXPECT_FALSE(model->isShowingRecoveryKit());
     EXPECT_EQ(desktop->asked, QStringList());
+}
+
+TEST_F(SummaryTest, whatAPreparedModelHasStartedDoesNotEndByItselfLater)
+{
+    const TestApplication application;
+    NotedDesktop desktop;
+    bool came = false;
+    desktop.after(std::chrono::milliseconds(0), [&came] { came = true; });
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(came);
 }
 
 } // namespace
