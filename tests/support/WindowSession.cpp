@@ -16,6 +16,10 @@ constexpr int patienceMilliseconds = 60000;
 constexpr const char *leakOptions =
     "suppressions=" VELLOMAR_SOURCE_DIR "/tests/leak-sanitizer.supp:print_suppressions=0";
 
+// At the end threads of those libraries are still ending. The sanitizer, which looks through all
+// memory then, would follow theirs to where there is none any more.
+constexpr const char *addressOptions = "intercept_tls_get_addr=0";
+
 bool isPanel(const QSize &size)
 {
     return size.width() == 330;
@@ -42,6 +46,7 @@ ShownProgram::ShownProgram(QString program)
     : m_program(std::move(program))
 {
     qputenv("LSAN_OPTIONS", leakOptions);
+    qputenv("ASAN_OPTIONS", addressOptions);
     m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 }
 
