@@ -55,7 +55,6 @@ private:
     void notifyProblems(const QList<RunRecord> &records);
 
     [[nodiscard]] std::vector<DestinationID> enabledDestinations() const;
-    [[nodiscard]] QStringList existingSources() const;
     [[nodiscard]] QStringList backupArguments(DestinationID destination,
                                               const QStringList &sources) const;
 

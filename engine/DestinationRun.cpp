@@ -1,11 +1,10 @@
 #include "engine/BackupEngine.h"
 
 #include "engine/ExcludeFile.h"
+#include "engine/Sources.h"
 #include "platform/Clock.h"
 #include "state/Localized.h"
 #include "state/Paths.h"
-
-#include <QFileInfo>
 
 namespace {
 
@@ -44,7 +43,7 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
         end(record, Outcome::failed, prepared.error().message);
         return;
     }
-    const QStringList sources = existingSources();
+    const QStringList sources = Sources::existing(m_config);
     if (sources.isEmpty()) {
         end(record, Outcome::failed, localized("Nessuna cartella da salvare"));
         return;
@@ -78,17 +77,6 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
     }
 }
 
-QStringList BackupEngine::existingSources() const
-{
-    QStringList sources;
-    for (const QString &source : m_config.sources) {
-        if (QFileInfo::exists(source)) {
-            sources.append(source);
-        }
-    }
-    return sources;
-}
-
 QStringList BackupEngine::backupArguments(DestinationID destination,
                                           const QStringList &sources) const
 {
@@ -103,5 +91,5 @@ QStringList BackupEngine::backupArguments(DestinationID destination,
     if (destination != DestinationID::local) {
         arguments << QStringLiteral("--pack-size") << QStringLiteral("64");
     }
-    return arguments + sources;
+    return arguments + QStringList{QStringLiteral("--")} + sources;
 }

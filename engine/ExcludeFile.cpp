@@ -1,5 +1,6 @@
 #include "engine/ExcludeFile.h"
 
+#include "engine/Sources.h"
 #include "platform/AtomicFile.h"
 #include "state/Paths.h"
 #include "tools/Restic.h"
@@ -24,12 +25,23 @@ QString ExcludeFile::path()
 
 QString ExcludeFile::content(const AppConfig &config)
 {
+    const QStringList sources = Sources::existing(config);
+    const QList<Sources::Link> links = Sources::links(sources);
     QStringList patterns;
-    for (const QString &pattern : config.excludes) {
-        patterns.append(Paths::expandedHome(pattern));
+    for (const QString &setting : config.excludes) {
+        const QString pattern = Paths::expandedHome(setting);
+        patterns.append(pattern);
+        for (const Sources::Link &link : links) {
+            if (pattern.startsWith(link.path + u'/')) {
+                patterns.append(asPattern(link.target) + pattern.sliced(link.path.size()));
+            }
+        }
     }
     if (config.localEnabled) {
-        patterns.append(asPattern(config.repository(DestinationID::local)));
+        for (const QString &way :
+             Sources::waysTo(config.repository(DestinationID::local), sources)) {
+            patterns.append(asPattern(way));
+        }
     }
     return patterns.join(u'\n');
 }

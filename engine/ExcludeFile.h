@@ -10,8 +10,10 @@ namespace ExcludeFile {
 /// Full path of the file.
 QString path();
 
-/// What the file holds for these settings: their patterns with a leading ~ put in full, and the
-/// repository on the disk if there is one, so that no run backs it up. One a line, none at the end.
+/// What the file holds for these settings: their patterns with a leading ~ put in full, those
+/// inside a source that is a link also as the place that it leads to, and the repository on the
+/// disk if there is one by every path that a run could come to it, so that none backs it up. One a
+/// line, none at the end.
 QString content(const AppConfig &config);
 
 /// Replaces the file; a failure is dropped.

@@ -4,6 +4,8 @@
 #include "model/SourceScanner.h"
 #include "model/UserDefaults.h"
 
+#include <QFileInfo>
+
 namespace {
 
 /// Where a measurement stands.
@@ -16,10 +18,12 @@ struct Measured
 
 QStringList measuredExcludes(const AppConfig &config)
 {
-    // A repository inside a source isn't something to back up.
-    return config.localEnabled ? config.excludes + QStringList{config.localFolder +
-                                                               QLatin1String("/Vellomar.backup")}
-                               : config.excludes;
+    if (!config.localEnabled) {
+        return config.excludes;
+    }
+    // A repository inside a source isn't something to back up, and may itself be named by a link.
+    const QString repository = config.repository(DestinationID::local);
+    return config.excludes + QStringList{repository, QFileInfo(repository).canonicalFilePath()};
 }
 
 } // namespace

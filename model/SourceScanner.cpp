@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <utility>
 
 #include <fnmatch.h>
 #include <fts.h>
@@ -21,7 +22,11 @@ constexpr qint64 entriesPerReport = 20000;
 
 struct Excludes
 {
+    /// Device and number of a folder, which it has under each of its names.
+    using Place = std::pair<dev_t, ino_t>;
+
     QSet<QByteArray> paths;
+    QSet<Place> folders;
     QList<QByteArray> names;
 
     explicit Excludes(const QStringList &patterns)
@@ -30,6 +35,12 @@ struct Excludes
             const QByteArray expanded = QFile::encodeName(Paths::expandedHome(pattern));
             if (expanded.startsWith('/')) {
                 paths.insert(expanded);
+                struct stat folder = {};
+                // With a slash behind it, it is no path of an entry.
+                if (!expanded.endsWith('/') && ::lstat(expanded.constData(), &folder) == 0 &&
+                    S_ISDIR(folder.st_mode)) {
+                    folders.insert({folder.st_dev, folder.st_ino});
+                }
             } else {
                 names.append(expanded);
             }
@@ -39,6 +50,8 @@ struct Excludes
     [[nodiscard]] bool hold(const FTSENT &entry) const
     {
         return paths.contains(QByteArray(entry.fts_path)) ||
+               (entry.fts_info == FTS_D &&
+                folders.contains({entry.fts_statp->st_dev, entry.fts_statp->st_ino})) ||
                std::any_of(names.cbegin(), names.cend(), [&entry](const QByteArray &name) {
                    return ::fnmatch(name.constData(), &entry.fts_name[0], 0) == 0;
                });
@@ -56,11 +69,11 @@ qint64 SourceScanner::size(const QString &path, const QStringList &patterns,
                            const std::function<void(qint64)> &progress)
 {
     const Excludes excludes(patterns);
-    QByteArray root = QFile::encodeName(path);
+    QByteArray root = QFile::encodeName(Paths::inFull(path));
     std::array<char *, 2> roots = {root.data(), nullptr};
     // By full paths: the folder of the whole process must stay where it is.
     const std::unique_ptr<FTS, CloseWalk> walk(
-        ::fts_open(roots.data(), FTS_PHYSICAL | FTS_NOCHDIR, nullptr));
+        ::fts_open(roots.data(), FTS_PHYSICAL | FTS_COMFOLLOW | FTS_NOCHDIR, nullptr));
     if (!walk) {
         return 0;
     }

@@ -64,6 +64,12 @@ QString Paths::expandedHome(const QString &path)
     return path.startsWith(u'~') ? QString(home() + path.sliced(1)) : path;
 }
 
+QString Paths::inFull(const QString &path)
+{
+    return path.isEmpty() ? path
+                          : QDir::cleanPath(QDir(home()).absoluteFilePath(expandedHome(path)));
+}
+
 QString Paths::abbreviatedHome(const QString &path)
 {
     const QString inHome = home().endsWith(u'/') ? home() : QString(home() + u'/');

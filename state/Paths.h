@@ -28,6 +28,10 @@ std::optional<QString> resources();
 /// A path as a person may write it, with a leading ~ for the home folder, in full.
 QString expandedHome(const QString &path);
 
+/// A folder of the settings as a full path: what isn't absolute begins at the home. Empty stays
+/// empty.
+QString inFull(const QString &path);
+
 /// A path as the person reads it: the home folder in front as "~". Another folder whose name merely
 /// begins like the home's stays as it is.
 QString abbreviatedHome(const QString &path);

@@ -176,6 +176,54 @@ TEST_F(DiskBackup, aRepositoryInsideASourceIsNotBackedUp)
     EXPECT_FALSE(names.contains("Vellomar.backup"));
 }
 
+TEST_F(DiskBackup, aSourceThatIsALinkComesBackWithWhatItLeadsTo)
+{
+    const QString documents = home() + QLatin1String("/Documenti");
+    ASSERT_TRUE(QFile::link(source, documents));
+    writeFile(folder(QStringLiteral("source/private")) + QLatin1String("/diary"), "x");
+    config.sources = {documents};
+    config.excludes = {QStringLiteral("~/Documenti/private")};
+    saveSettings();
+    EXPECT_EQ(Cycle().run(), 0);
+    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().filesNew, 2);
+    const QString link = restored(documents);
+    EXPECT_EQ(QFile::symLinkTarget(link), source);
+    const QString content = home() + QLatin1String("/restored") + source;
+    EXPECT_EQ(readFile(content + QLatin1String("/letter")), "Dear Anna");
+    EXPECT_FALSE(QFileInfo::exists(content + QLatin1String("/private")));
+}
+
+TEST_F(DiskBackup, aRepositoryIsNeverSavedIntoItselfWhateverItsDiskAndItsSourcesAreCalled)
+{
+    const QString real = folder(QStringLiteral("source/disk"));
+    const QString disks = home() + QLatin1String("/disks");
+    ASSERT_TRUE(QFile::link(source, disks));
+    ASSERT_TRUE(QFile::link(home(), home() + QLatin1String("/self")));
+    config.localFolder = disks + QLatin1String("/disk");
+    config.sources = {source, disks, home() + QLatin1String("/self/source")};
+    saveSettings();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(Cycle().run(), 0);
+        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    }
+    EXPECT_EQ(newestRecord().filesNew, 0);
+    const QByteArray names = restic(real + QLatin1String("/Vellomar.backup"),
+                                    {QStringLiteral("ls"), QStringLiteral("latest")});
+    EXPECT_EQ(names.count("/letter"), 2);
+    EXPECT_FALSE(names.contains("Vellomar.backup"));
+}
+
+TEST_F(DiskBackup, aSourceThatLooksLikeAnOptionIsAFolder)
+{
+    writeFile(folder(QStringLiteral("--dry-run")) + QLatin1String("/file"), "content");
+    config.sources = {QStringLiteral("--dry-run")};
+    saveSettings();
+    EXPECT_EQ(Cycle().run(), 0);
+    EXPECT_EQ(newestRecord().filesNew, 1);
+    EXPECT_EQ(readFile(restored(home() + QLatin1String("/--dry-run/file"))), "content");
+}
+
 TEST_F(DiskBackup, aSourceThatIsGoneBeforeTheRunIsPassedOver)
 {
     config.sources = {home() + QLatin1String("/gone"), source};

@@ -28,8 +28,11 @@ protected:
     {
         run();
         const QList<ScriptedTools::Call> backups = tools.callsOf(QStringLiteral("backup"));
-        // Eight words, and --exclude-caches, come before the sources.
-        return backups.size() == 1 ? backups.first().arguments.sliced(9) : QStringList();
+        if (backups.size() != 1) {
+            return {};
+        }
+        const QStringList arguments = backups.first().arguments;
+        return arguments.sliced(arguments.indexOf(QLatin1String("--")) + 1);
     }
 
     static QStringList rcloneOption()
@@ -51,14 +54,14 @@ protected:
 TEST_F(DestinationRun, theArgumentsForTheDisk)
 {
     config.sources.append(folder("second source"));
-    EXPECT_EQ(backupArguments(DestinationID::local),
-              commonArguments() + QStringList{QStringLiteral("--exclude-caches")} + config.sources);
+    const QStringList options{QStringLiteral("--exclude-caches"), QStringLiteral("--")};
+    EXPECT_EQ(backupArguments(DestinationID::local), commonArguments() + options + config.sources);
 }
 
 TEST_F(DestinationRun, theArgumentsForDriveAskForBigPacks)
 {
     const QStringList options{QStringLiteral("--exclude-caches"), QStringLiteral("--pack-size"),
-                              QStringLiteral("64")};
+                              QStringLiteral("64"), QStringLiteral("--")};
     EXPECT_EQ(backupArguments(DestinationID::drive),
               rcloneOption() + commonArguments() + options + config.sources);
 }
@@ -66,7 +69,8 @@ TEST_F(DestinationRun, theArgumentsForDriveAskForBigPacks)
 TEST_F(DestinationRun, theArgumentsForTheServerAskForBigPacks)
 {
     config.excludeCaches = false;
-    const QStringList options{QStringLiteral("--pack-size"), QStringLiteral("64")};
+    const QStringList options{QStringLiteral("--pack-size"), QStringLiteral("64"),
+                              QStringLiteral("--")};
     EXPECT_EQ(backupArguments(DestinationID::server),
               rcloneOption() + commonArguments() + options + config.sources);
 }
@@ -74,7 +78,8 @@ TEST_F(DestinationRun, theArgumentsForTheServerAskForBigPacks)
 TEST_F(DestinationRun, cachesAreKeptWhenTheSettingSaysSo)
 {
     config.excludeCaches = false;
-    EXPECT_EQ(backupArguments(DestinationID::local), commonArguments() + config.sources);
+    EXPECT_EQ(backupArguments(DestinationID::local),
+              commonArguments() + QStringList{QStringLiteral("--")} + config.sources);
 }
 
 TEST_F(DestinationRun, everyStepCanBeStoppedAndTheBackupIsFollowed)
@@ -121,6 +126,53 @@ TEST_F(DestinationRun, sourcesKeepTheirOrderAndMayBeFilesAndLinks)
     ASSERT_TRUE(QFile::link(QStringLiteral("/no such target"), dangling));
     config.sources = {folder("z"), dangling, link, folder("a"), file};
     EXPECT_EQ(sourcesOfBackup(), (QStringList{folder("z"), link, folder("a"), file}));
+}
+
+TEST_F(DestinationRun, aSourceIsAFullPathHoweverItIsWritten)
+{
+    folder("--dry-run");
+    folder("-r");
+    folder("plain/inside");
+    config.sources = {QStringLiteral("--dry-run"), QStringLiteral("-r"),
+                      QStringLiteral("plain/inside"), QStringLiteral("~/source"),
+                      QStringLiteral("~")};
+    const QString &home = Paths::home();
+    EXPECT_EQ(sourcesOfBackup(),
+              (QStringList{home + QLatin1String("/--dry-run"), home + QLatin1String("/-r"),
+                           home + QLatin1String("/plain/inside"), home + QLatin1String("/source"),
+                           home}));
+}
+
+TEST_F(DestinationRun, behindASourceThatIsALinkStandsWhatItLeadsTo)
+{
+    const QString target = folder("target");
+    const QString near = Paths::home() + QLatin1String("/near");
+    const QString far = folder("links") + QLatin1String("/far");
+    ASSERT_TRUE(QFile::link(QStringLiteral("../target"), far));
+    ASSERT_TRUE(QFile::link(QStringLiteral("links/far"), near));
+    config.sources = {near, folder("a")};
+    EXPECT_EQ(sourcesOfBackup(), (QStringList{near, far, target, folder("a")}));
+}
+
+TEST_F(DestinationRun, aPlaceThatTwoSourcesLeadToStandsThereOnce)
+{
+    const QString target = folder("target");
+    const QString one = Paths::home() + QLatin1String("/one");
+    const QString two = Paths::home() + QLatin1String("/two");
+    ASSERT_TRUE(QFile::link(target, one));
+    ASSERT_TRUE(QFile::link(target, two));
+    config.sources = {one, target, two, one + QLatin1Char('/')};
+    EXPECT_EQ(sourcesOfBackup(), (QStringList{one, target, two}));
+}
+
+TEST_F(DestinationRun, linksInACircleAreAsMissing)
+{
+    const QString one = Paths::home() + QLatin1String("/one");
+    const QString two = Paths::home() + QLatin1String("/two");
+    ASSERT_TRUE(QFile::link(one, two));
+    ASSERT_TRUE(QFile::link(two, one));
+    config.sources = {one, folder("a")};
+    EXPECT_EQ(sourcesOfBackup(), QStringList{folder("a")});
 }
 
 TEST_F(DestinationRun, theExclusionsAreWrittenForEveryDestination)

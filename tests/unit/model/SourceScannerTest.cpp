@@ -11,6 +11,8 @@
 
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace {
 
 class SourceScannerTest : public testing::Test
@@ -70,6 +72,50 @@ TEST_F(SourceScannerTest, linksAreNeitherFollowedNorCounted)
     ASSERT_TRUE(QFile::link(QStringLiteral("../elsewhere"), root + QLatin1String("/folder")));
     ASSERT_TRUE(QFile::link(QStringLiteral("."), root + QLatin1String("/loop")));
     EXPECT_EQ(size(), 5);
+}
+
+TEST_F(SourceScannerTest, aSourceThatIsALinkIsWhatItLeadsTo)
+{
+    write(QStringLiteral("../elsewhere/b"), 50);
+    write(QStringLiteral("../elsewhere/out/c"), 500);
+    ASSERT_TRUE(QFile::link(QStringLiteral("elsewhere"), Paths::home() + QLatin1String("/far")));
+    root = Paths::home() + QLatin1String("/near");
+    ASSERT_TRUE(QFile::link(QStringLiteral("far"), root));
+    EXPECT_EQ(size(), 550);
+    // By either of its names.
+    EXPECT_EQ(size({root + QLatin1String("/out")}), 50);
+    EXPECT_EQ(size({QStringLiteral("~/elsewhere/out")}), 50);
+    ASSERT_TRUE(QFile::remove(Paths::home() + QLatin1String("/far")));
+    EXPECT_EQ(size(), 0);
+}
+
+TEST_F(SourceScannerTest, aFolderIsLeftOutUnderEachOfItsNames)
+{
+    write(QStringLiteral("disk/repository/c"), 100);
+    write(QStringLiteral("a"), 1);
+    const QString link = Paths::home() + QLatin1String("/link");
+    ASSERT_TRUE(QFile::link(root + QLatin1String("/disk"), link));
+    EXPECT_EQ(size({link + QLatin1String("/repository")}), 1);
+    // A link that is left out is itself, not what it leads to.
+    EXPECT_EQ(size({link}), 101);
+}
+
+TEST_F(SourceScannerTest, aFileWithASecondNameIsLeftOutUnderTheOneAlone)
+{
+    write(QStringLiteral("a"), 10);
+    ASSERT_EQ(::link(QFile::encodeName(root + QLatin1String("/a")).constData(),
+                     QFile::encodeName(root + QLatin1String("/b")).constData()),
+              0);
+    EXPECT_EQ(size({root + QLatin1String("/a")}), 10);
+}
+
+TEST_F(SourceScannerTest, aSourceThatIsNotAFullPathBeginsAtTheHome)
+{
+    write(QStringLiteral("-r/a"), 10);
+    root = QStringLiteral("root/-r");
+    EXPECT_EQ(size(), 10);
+    root = QStringLiteral("~/root");
+    EXPECT_EQ(size(), 10);
 }
 
 TEST_F(SourceScannerTest, anExactPathIsLeftOutWhole)

@@ -117,6 +117,20 @@ TEST(Paths, aTildeInFrontIsTheHome)
     EXPECT_EQ(Paths::expandedHome(QString()), QString());
 }
 
+TEST(Paths, aFolderInFullBeginsAtTheRootOrAtTheHome)
+{
+    const QString &home = Paths::home();
+    EXPECT_EQ(Paths::inFull(QStringLiteral("/a/b")), QStringLiteral("/a/b"));
+    EXPECT_EQ(Paths::inFull(QStringLiteral("/a//b/")), QStringLiteral("/a/b"));
+    EXPECT_EQ(Paths::inFull(QStringLiteral("/")), QStringLiteral("/"));
+    EXPECT_EQ(Paths::inFull(QStringLiteral("--dry-run")),
+              QString(home + QLatin1String("/--dry-run")));
+    EXPECT_EQ(Paths::inFull(QStringLiteral("a/../b")), QString(home + QLatin1String("/b")));
+    EXPECT_EQ(Paths::inFull(QStringLiteral("~/a")), QString(home + QLatin1String("/a")));
+    EXPECT_EQ(Paths::inFull(QStringLiteral("~")), home);
+    EXPECT_EQ(Paths::inFull(QString()), QString());
+}
+
 TEST(Paths, theHomeInFrontIsReadAsATilde)
 {
     const QString &home = Paths::home();
