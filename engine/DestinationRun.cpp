@@ -1,6 +1,7 @@
 #include "engine/BackupEngine.h"
 
 #include "engine/ExcludeFile.h"
+#include "engine/RepositoryVolume.h"
 #include "engine/Sources.h"
 #include "platform/Clock.h"
 #include "state/Localized.h"
@@ -12,6 +13,11 @@ void end(RunRecord &record, Outcome outcome, const QString &message)
 {
     record.outcome = outcome;
     record.message = message;
+}
+
+QString lostDisk()
+{
+    return localized("Il disco è stato scollegato durante il backup");
 }
 
 } // namespace
@@ -39,6 +45,7 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
         end(record, Outcome::skipped, restic.unavailableMessage());
         return;
     }
+    const RepositoryVolume volume(restic);
     if (const auto prepared = restic.prepare(); !prepared) {
         end(record, Outcome::failed, prepared.error().message);
         return;
@@ -59,6 +66,10 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
         end(record, Outcome::cancelled, localized("Interrotto"));
         return;
     }
+    if (!volume.isStillThere()) {
+        end(record, Outcome::failed, lostDisk());
+        return;
+    }
     const bool someUnreadable = result.status == ResticExit::someFilesUnreadable;
     if (result.status != 0 && !someUnreadable) {
         end(record, Outcome::failed, Restic::describe(result).message);
@@ -67,6 +78,10 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
     progress.summarise(record);
     progress.enterWhole(localized("Pulizia delle versioni vecchie"));
     applyRetention(restic);
+    if (!volume.isStillThere()) {
+        end(record, Outcome::failed, lostDisk());
+        return;
+    }
 
     if (someUnreadable) {
         end(record, Outcome::warning,

@@ -1,5 +1,6 @@
 #include "engine/BackupEngine.h"
 
+#include "engine/RepositoryVolume.h"
 #include "platform/Clock.h"
 #include "platform/WeekOfYear.h"
 #include "state/Localized.h"
@@ -27,8 +28,11 @@ QStringList checkArguments(DestinationID destination, const QDateTime &start)
     return arguments;
 }
 
-QString failureMessage(const ProcessResult &result)
+QString failureMessage(const ProcessResult &result, const RepositoryVolume &volume)
 {
+    if (!volume.isStillThere()) {
+        return localized("Il disco è stato scollegato durante la verifica");
+    }
     if (result.standardError.contains(QLatin1String("repository contains errors"))) {
         return localized("Il backup contiene dati danneggiati");
     }
@@ -52,14 +56,15 @@ void BackupEngine::verifyIfDue(DestinationID destination, const QString &passwor
     progress.enterWhole(localized("Verifica dell'integrità"));
 
     const Restic restic{destination, m_config, password, std::nullopt};
+    const RepositoryVolume volume(restic);
     const ProcessResult result =
         restic.run(checkArguments(destination, record.date), m_handle.get());
     if (m_handle->isCancelled()) {
         return;
     }
-    const bool isSound = result.status == 0;
+    const bool isSound = result.status == 0 && volume.isStillThere();
     record.outcome = isSound ? Outcome::ok : Outcome::failed;
-    record.message = isSound ? localized("Nessun errore trovato") : failureMessage(result);
+    record.message = isSound ? localized("Nessun errore trovato") : failureMessage(result, volume);
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     StatusStore::append(record);
     if (isSound) {

@@ -27,6 +27,18 @@ std::optional<QMap<QString, QDateTime>> datesFromJSON(const QJsonObject &object)
     return dates;
 }
 
+std::optional<MountedRepository> mountedFromJSON(const std::optional<QJsonObject> &object,
+                                                 bool &isGood)
+{
+    if (!object) {
+        return std::nullopt;
+    }
+    JSONReader reader(*object);
+    MountedRepository mounted{reader.text("path"), reader.text("mountPoint")};
+    isGood = reader.isGood();
+    return mounted;
+}
+
 } // namespace
 
 bool EngineState::isCredible(const QDateTime &date, const QDateTime &now)
@@ -53,6 +65,11 @@ QJsonObject EngineState::toJSON() const
         {QStringLiteral("lastPrune"), datesToJSON(lastPrune)},
         {QStringLiteral("lastCheck"), datesToJSON(lastCheck)},
     };
+    if (localDisk) {
+        object.insert(QStringLiteral("localDisk"),
+                      QJsonObject{{QStringLiteral("path"), localDisk->path},
+                                  {QStringLiteral("mountPoint"), localDisk->mountPoint}});
+    }
     if (lastAlert) {
         object.insert(QStringLiteral("lastAlert"), JSONFile::dateText(*lastAlert));
     }
@@ -67,8 +84,10 @@ std::optional<EngineState> EngineState::fromJSON(const QJsonObject &object)
     const auto lastCheck =
         datesFromJSON(reader.optionalObject("lastCheck").value_or(QJsonObject()));
     const auto lastAlert = reader.optionalDate("lastAlert");
-    if (!reader.isGood() || !lastPrune || !lastCheck) {
+    bool isMountedGood = true;
+    const auto localDisk = mountedFromJSON(reader.optionalObject("localDisk"), isMountedGood);
+    if (!reader.isGood() || !isMountedGood || !lastPrune || !lastCheck) {
         return std::nullopt;
     }
-    return EngineState{*lastPrune, *lastCheck, lastAlert};
+    return EngineState{*lastPrune, *lastCheck, lastAlert, localDisk};
 }

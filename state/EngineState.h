@@ -8,12 +8,24 @@
 #include <chrono>
 #include <optional>
 
+/// A local repository and the mount point of the disk that it was last seen on.
+struct MountedRepository
+{
+    QString path;
+    QString mountPoint;
+
+    bool operator==(const MountedRepository &) const = default;
+};
+
 /// What the engine remembers from run to run. The maps go by the destinations' raw values.
 struct EngineState
 {
     QMap<QString, QDateTime> lastPrune; ///< last retention run that pruned
     QMap<QString, QDateTime> lastCheck; ///< last verification that came out well
     std::optional<QDateTime> lastAlert; ///< last problem alert, absent when there was none
+    /// The local repository, if it lies on a disk of its own; absent when it doesn't, or when that
+    /// isn't known.
+    std::optional<MountedRepository> localDisk = {};
 
     bool operator==(const EngineState &) const = default;
 

@@ -1,5 +1,6 @@
 #include "tools/Restic.h"
 
+#include "state/LocalDisk.h"
 #include "state/Localized.h"
 #include "tools/Rclone.h"
 #include "tools/Tools.h"
@@ -42,7 +43,8 @@ bool Restic::isAvailable() const
         if (repositoryOverride) {
             return QFileInfo::exists(*repositoryOverride);
         }
-        return !config.localFolder.isEmpty() && QFileInfo::exists(config.localFolder);
+        return !config.localFolder.isEmpty() && QFileInfo::exists(config.localFolder) &&
+               !LocalDisk::isAway(config.repository(dest));
     case DestinationID::drive:
         return Rclone::isConfigured();
     case DestinationID::server:

@@ -1,5 +1,6 @@
 #include "ui/summary/Situation.h"
 
+#include "state/LocalDisk.h"
 #include "state/Paths.h"
 
 #include <QFileInfo>
@@ -9,9 +10,11 @@
 
 namespace {
 
-bool isOnSystemDisk(const QString &folder)
+bool isOnSystemDisk(const AppConfig &config)
 {
+    const QString &folder = config.localFolder;
     return !folder.isEmpty() && QFileInfo::exists(folder) &&
+           !LocalDisk::isAway(config.repository(DestinationID::local)) &&
            Paths::volume(folder) == Paths::volume(Paths::home());
 }
 
@@ -27,7 +30,7 @@ Situation Situation::of(const AppModel &model)
         .lastCheck = model.lastCheck(),
         .staleText = model.staleText(),
         .fullDiskAccess = model.hasFullDiskAccess(),
-        .localOnSystemDisk = isOnSystemDisk(model.config().localFolder),
+        .localOnSystemDisk = isOnSystemDisk(model.config()),
     };
 }
 

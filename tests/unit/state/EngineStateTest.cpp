@@ -38,6 +38,19 @@ TEST(EngineState, comesBackAsItWas)
               QJsonValue(QStringLiteral("2026-03-04T10:00:00Z")));
 }
 
+TEST(EngineState, remembersTheDisk)
+{
+    EngineState state;
+    state.localDisk = {QStringLiteral("/media/disk/a/Vellomar.backup"),
+                       QStringLiteral("/media/disk")};
+    EXPECT_EQ(EngineState::fromJSON(state.toJSON()), state);
+    EXPECT_EQ(decoded(R"({"localDisk": null})"), EngineState());
+    for (const char *text : {R"({"localDisk": "/media"})", R"({"localDisk": {"path": "/media"}})",
+                             R"({"localDisk": {"path": "/media", "mountPoint": 1}})"}) {
+        EXPECT_FALSE(decoded(text)) << text;
+    }
+}
+
 TEST(EngineState, everyKeyMayBeMissingOrNull)
 {
     EXPECT_EQ(decoded("{}"), EngineState());
