@@ -47,8 +47,9 @@ private:
     /// duration.
     void backUp(const Restic &restic, BackupProgress &progress, RunRecord &record);
 
-    /// Lets go the versions that the settings no longer keep. Has no part in the run's outcome.
-    void applyRetention(const Restic &restic);
+    /// Lets go the versions that the settings no longer keep. False when `version` itself, which
+    /// the run has just made and began at `begun`, would be among them: then all stay.
+    bool applyRetention(const Restic &restic, const QString &version, const QDateTime &begun);
     /// Checks the repository if that is due, and records how it came out.
     void verifyIfDue(DestinationID destination, const QString &password);
     /// Tells the person, at most once a day, of what went wrong in a cycle.

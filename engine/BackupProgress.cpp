@@ -108,6 +108,11 @@ void BackupProgress::summarise(RunRecord &record) const
     record.dataAdded = int64(m_summary, QLatin1String("data_added_packed"));
 }
 
+QString BackupProgress::version() const
+{
+    return m_summary.value(QLatin1String("snapshot_id")).toString();
+}
+
 void BackupProgress::takeStatus(const QJsonObject &message)
 {
     m_status.phase = localized("Copia dei file");

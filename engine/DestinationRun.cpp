@@ -20,6 +20,22 @@ QString lostDisk()
     return localized("Il disco è stato scollegato durante il backup");
 }
 
+/// What the person reads of a backup that made a version.
+QString goodMessage(int unreadable, bool isRetained)
+{
+    if (unreadable > 0 && !isRetained) {
+        return localized("Completato, ma %1 elementi non erano leggibili e le versioni vecchie "
+                         "restano: una di loro ha una data successiva a questo backup")
+            .arg(unreadable);
+    }
+    if (unreadable > 0) {
+        return localized("Completato, ma %1 elementi non erano leggibili").arg(unreadable);
+    }
+    return isRetained ? localized("Completato")
+                      : localized("Completato, ma le versioni vecchie restano: una di loro ha una "
+                                  "data successiva a questo backup");
+}
+
 } // namespace
 
 RunRecord BackupEngine::runOne(DestinationID destination, const QString &password)
@@ -77,19 +93,14 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
     }
     progress.summarise(record);
     progress.enterWhole(localized("Pulizia delle versioni vecchie"));
-    applyRetention(restic);
+    const bool isRetained = applyRetention(restic, progress.version(), record.date);
     if (!volume.isStillThere()) {
         end(record, Outcome::failed, lostDisk());
         return;
     }
-
-    if (someUnreadable) {
-        end(record, Outcome::warning,
-            localized("Completato, ma %1 elementi non erano leggibili")
-                .arg(qMax(progress.errorCount(), 1)));
-    } else {
-        end(record, Outcome::ok, localized("Completato"));
-    }
+    const int unreadable = someUnreadable ? qMax(progress.errorCount(), 1) : 0;
+    end(record, unreadable == 0 && isRetained ? Outcome::ok : Outcome::warning,
+        goodMessage(unreadable, isRetained));
 }
 
 QStringList BackupEngine::backupArguments(DestinationID destination,

@@ -2,7 +2,11 @@
 
 #include "engine/RetentionPolicy.h"
 #include "platform/Clock.h"
+#include "state/JSONFile.h"
 #include "state/StatusStore.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
 
 namespace {
 
@@ -15,9 +19,42 @@ std::chrono::milliseconds pruneInterval(qint64 keepDays)
     return keepDays < 0 ? 24h : 7 * 24h;
 }
 
+/// What retention would do, asked of restic without doing it.
+struct Forecast
+{
+    QStringList removed;                  ///< full ids
+    std::optional<QDateTime> newest = {}; ///< date of the newest version of all
+};
+
+// restic's answer is a list of groups, each with the versions that it would keep and remove.
+std::optional<Forecast> parsedForecast(const ProcessResult &result)
+{
+    const auto document = JSONFile::decode(result.standardOutput.toUtf8());
+    if (result.status != 0 || !document || !document->isArray()) {
+        return std::nullopt;
+    }
+    Forecast forecast;
+    const QJsonArray groups = document->array();
+    for (const auto group : groups) {
+        for (const auto *kind : {"keep", "remove"}) {
+            const QJsonArray versions = group.toObject().value(QLatin1String(kind)).toArray();
+            for (const auto entry : versions) {
+                const QJsonObject version = entry.toObject();
+                const auto date = parseResticDate(version.value(QLatin1String("time")).toString());
+                forecast.newest = qMax(forecast.newest, date);
+                if (qstrcmp(kind, "remove") == 0) {
+                    forecast.removed.append(version.value(QLatin1String("id")).toString());
+                }
+            }
+        }
+    }
+    return forecast;
+}
+
 } // namespace
 
-void BackupEngine::applyRetention(const Restic &restic)
+bool BackupEngine::applyRetention(const Restic &restic, const QString &version,
+                                  const QDateTime &begun)
 {
     // By host alone: a change in the list of sources doesn't begin a new series of versions.
     QStringList arguments{QStringLiteral("forget"), QStringLiteral("--tag"),
@@ -29,12 +66,30 @@ void BackupEngine::applyRetention(const Restic &restic)
     const QString destination = rawValue(restic.dest);
     const bool pruneIsDue = EngineState::isDue(state.lastPrune, destination, Clock::now(),
                                                pruneInterval(m_config.keepDays));
+    // The newest version is kept by any policy. Asking restic takes as long as forgetting, so it is
+    // asked only where one may have a later date than this, or where nothing could be brought back.
+    QDateTime &newest = state.newestVersion[restic.config.repository(restic.dest)];
+    if (pruneIsDue || !newest.isValid() || newest > begun) {
+        const auto forecast = parsedForecast(restic.run(
+            arguments + QStringList{QStringLiteral("--dry-run"), QStringLiteral("--json")},
+            m_handle.get()));
+        if (!forecast || version.isEmpty()) {
+            return true;
+        }
+        newest = qMax(newest, forecast->newest.value_or(newest));
+        if (forecast->removed.contains(version)) {
+            StatusStore::save(state);
+            return false;
+        }
+    }
+    newest = qMax(newest, Clock::now());
     if (pruneIsDue) {
         arguments.append(QStringLiteral("--prune"));
     }
     const ProcessResult result = restic.run(arguments, m_handle.get());
     if (result.status == 0 && pruneIsDue) {
         state.lastPrune.insert(destination, Clock::now());
-        StatusStore::save(state);
     }
+    StatusStore::save(state);
+    return true;
 }

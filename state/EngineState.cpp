@@ -70,6 +70,9 @@ QJsonObject EngineState::toJSON() const
                       QJsonObject{{QStringLiteral("path"), localDisk->path},
                                   {QStringLiteral("mountPoint"), localDisk->mountPoint}});
     }
+    if (!newestVersion.isEmpty()) {
+        object.insert(QStringLiteral("newestVersion"), datesToJSON(newestVersion));
+    }
     if (lastAlert) {
         object.insert(QStringLiteral("lastAlert"), JSONFile::dateText(*lastAlert));
     }
@@ -86,8 +89,10 @@ std::optional<EngineState> EngineState::fromJSON(const QJsonObject &object)
     const auto lastAlert = reader.optionalDate("lastAlert");
     bool isMountedGood = true;
     const auto localDisk = mountedFromJSON(reader.optionalObject("localDisk"), isMountedGood);
-    if (!reader.isGood() || !isMountedGood || !lastPrune || !lastCheck) {
+    const auto newestVersion =
+        datesFromJSON(reader.optionalObject("newestVersion").value_or(QJsonObject()));
+    if (!reader.isGood() || !isMountedGood || !lastPrune || !lastCheck || !newestVersion) {
         return std::nullopt;
     }
-    return EngineState{*lastPrune, *lastCheck, lastAlert, localDisk};
+    return EngineState{*lastPrune, *lastCheck, lastAlert, localDisk, *newestVersion};
 }

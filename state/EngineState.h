@@ -26,6 +26,9 @@ struct EngineState
     /// The local repository, if it lies on a disk of its own; absent when it doesn't, or when that
     /// isn't known.
     std::optional<MountedRepository> localDisk = {};
+    /// No version of a repository has a later date than this; by the repository as restic names it.
+    /// One that isn't here may have versions of any date.
+    QMap<QString, QDateTime> newestVersion = {};
 
     bool operator==(const EngineState &) const = default;
 

@@ -17,7 +17,11 @@ EngineFixture::EngineFixture()
     config.driveFolder = QStringLiteral("Vellomar/mac");
     config.serverPath = QStringLiteral("backups/mac");
     config.keySaved = true;
-    StatusStore::save(choresDone(clock.moment()));
+    EngineState state = choresDone(clock.moment());
+    for (const DestinationID destination : allDestinations) {
+        state.newestVersion.insert(config.repository(destination), clock.moment());
+    }
+    StatusStore::save(state);
 }
 
 int EngineFixture::run(bool manual)

@@ -9,7 +9,7 @@
 
 /// An engine among stand-ins: scripted tools, a key in memory, a clock that stands still. The
 /// settings to start from: a disk and a source that are there, the key saved. No destination is to
-/// be pruned or verified yet.
+/// be pruned or verified yet, and none has a version of a later date.
 class EngineFixture : public testing::Test
 {
 protected:

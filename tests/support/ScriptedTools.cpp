@@ -10,7 +10,11 @@ QString ScriptedTools::Call::command() const
     const qsizetype options = arguments.value(0) == QLatin1String("-o") ? 2 : 0;
     const QString first = arguments.value(options);
     const bool hasTwoWords = first == QLatin1String("cat") || first == QLatin1String("config");
-    return hasTwoWords ? first + u' ' + arguments.value(options + 1) : first;
+    if (hasTwoWords) {
+        return first + u' ' + arguments.value(options + 1);
+    }
+    return arguments.contains(QLatin1String("--dry-run")) ? first + QLatin1String(" --dry-run")
+                                                          : first;
 }
 
 QString ScriptedTools::Call::repository() const
@@ -82,6 +86,9 @@ ProcessResult ScriptedTools::answer(const Call &call, const LineReceiver &onLine
     }
     if (command == QLatin1String("forget")) {
         return forget;
+    }
+    if (command == QLatin1String("forget --dry-run")) {
+        return forgetForecast;
     }
     if (command == QLatin1String("check")) {
         return check;

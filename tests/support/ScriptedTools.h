@@ -23,7 +23,8 @@ public:
         StopManner stop = StopManner::atOnce;
         bool isFollowed = false; ///< whether its lines go to a receiver
 
-        /// restic's or rclone's own command, behind the options that stand before it.
+        /// restic's or rclone's own command, behind the options that stand before it; with
+        /// " --dry-run" where it only tells what it would do.
         [[nodiscard]] QString command() const;
         [[nodiscard]] QString repository() const;
     };
@@ -35,9 +36,14 @@ public:
     ProcessResult unlock = ended(0);
     ProcessResult backup = ended(0);
     ProcessResult forget = ended(0);
+    /// What retention would do, as restic tells it: nothing.
+    ProcessResult forgetForecast = {
+        .status = 0, .standardOutput = QStringLiteral("[]"), .standardError = {}};
     ProcessResult check = ended(0);
     ProcessResult dump = ended(0); ///< rclone's remotes
-    QStringList progress;          ///< what `restic backup` prints
+    /// What `restic backup` prints.
+    QStringList progress = {
+        QStringLiteral(R"({"message_type":"summary","snapshot_id":"the new one"})")};
 
     /// Called before each answer is given, when the call has been noted.
     std::function<void(const Call &)> before;

@@ -48,6 +48,14 @@ protected:
         return engine.runAll();
     }
 
+    /// A prune would read the packs too.
+    void postponePrune() const
+    {
+        EngineState state = StatusStore::loadState();
+        state.lastPrune = choresDone(clock.moment()).lastPrune;
+        StatusStore::save(state);
+    }
+
     /// A run that is stopped as soon as it has entered a phase.
     int runStoppedIn(const QString &phase)
     {
@@ -155,16 +163,15 @@ TEST_F(Chores, aFlippedByteIsFoundWhenItsTwentiethIsRead)
     ASSERT_TRUE(pack.putChar(static_cast<char>(~byte)));
     pack.close();
     const QString name = QFileInfo(pack).fileName();
-    // A prune would read the pack too.
-    StatusStore::save(EngineState{choresDone(clock.moment().addYears(10)).lastPrune,
-                                  StatusStore::loadState().lastCheck, std::nullopt});
 
     goToWeekOf(name, true);
+    postponePrune();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(newest().message, QStringLiteral("Nessun errore trovato"));
     EXPECT_TRUE(notifications.isEmpty());
 
     goToWeekOf(name);
+    postponePrune();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(newest().outcome, Outcome::failed);
     EXPECT_EQ(newest().message, QStringLiteral("Il backup contiene dati danneggiati"));
@@ -196,6 +203,29 @@ TEST_F(Chores, aStopDuringThePruneLeavesTheBackupGoodAndThePruneDue)
 
     EXPECT_EQ(run(), 0);
     EXPECT_TRUE(StatusStore::loadState().lastPrune.contains(local));
+}
+
+TEST_F(Chores, aVersionOfALaterDateDoesNotCostTheNewOne)
+{
+    ASSERT_EQ(run(), 0);
+    const Restic restic{DestinationID::local, config, QStringLiteral("the key"), std::nullopt};
+    const ProcessResult ahead =
+        restic.run({QStringLiteral("backup"), QStringLiteral("--tag"), QStringLiteral("vellomar"),
+                    QStringLiteral("--host"), Paths::hostname(), QStringLiteral("--time"),
+                    QStringLiteral("2100-01-01 00:00:00"), config.sources.first()});
+    ASSERT_EQ(ahead.status, 0) << ahead.standardError.toStdString();
+    config.keepDays = -1;
+    for (int versions = 3; versions <= 4; ++versions) {
+        clock.advance(8 * 24h); // a prune is due
+        EXPECT_EQ(run(), 0);
+        EXPECT_EQ(restic.snapshots()->size(), versions);
+        const QList<RunRecord> history = StatusStore::loadHistory();
+        const auto backup = std::find_if(history.cbegin(), history.cend(),
+                                         [](const RunRecord &record) { return !record.kind; });
+        EXPECT_EQ(backup->outcome, Outcome::warning);
+        EXPECT_TRUE(backup->message.contains(QLatin1String("data successiva")))
+            << backup->message.toStdString();
+    }
 }
 
 TEST_F(Chores, withASingleVersionTheOldOneGoesAndThePruneGivesItsRoomBack)

@@ -1,5 +1,6 @@
 #include "tests/support/EngineFixture.h"
 
+#include "state/JSONFile.h"
 #include "state/StatusStore.h"
 
 namespace {
@@ -30,6 +31,28 @@ protected:
         const QList<ScriptedTools::Call> calls = tools.callsOf(QStringLiteral("forget"));
         EXPECT_EQ(calls.size(), 1);
         return calls.value(0).arguments;
+    }
+
+    [[nodiscard]] QList<ScriptedTools::Call> forecasts() const
+    {
+        return tools.callsOf(QStringLiteral("forget --dry-run"));
+    }
+
+    /// Makes the engine a stranger to every repository.
+    static void forgetVersionsKnown()
+    {
+        EngineState state = StatusStore::loadState();
+        state.newestVersion.clear();
+        StatusStore::save(state);
+    }
+
+    /// restic's forecast: a version of the next day stays, and this one goes.
+    [[nodiscard]] QString letsGo(const char *version) const
+    {
+        return QStringLiteral(R"([{"keep":[{"id":"later","time":"%1"}],)"
+                              R"("remove":[{"id":"%2","time":"%3"}]}])")
+            .arg(JSONFile::dateText(clock.moment().addDays(1)), QString::fromUtf8(version),
+                 JSONFile::dateText(clock.moment()));
     }
 
     bool prunes() { return forgotten().contains(QStringLiteral("--prune")); }
@@ -183,13 +206,121 @@ TEST_F(Retention, eachDestinationHasAnEntryOfItsOwn)
     EXPECT_EQ(lastPrune(QStringLiteral("server")), clock.moment());
 }
 
-TEST_F(Retention, forgettingAloneWritesNoState)
+TEST_F(Retention, forgettingAloneIsNoPrune)
 {
-    setLastPrune(local, clock.moment());
-    const auto before = content("state.json");
-    writeSupportFile("state.json", *before + "\n");
+    const QDateTime last = clock.moment().addDays(-2);
+    setLastPrune(local, last);
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(content("state.json"), *before + "\n");
+    EXPECT_EQ(lastPrune(local), last);
+}
+
+TEST_F(Retention, anOrdinaryRunAsksForNoForecast)
+{
+    EXPECT_EQ(run(), 0);
+    clock.advance(1h);
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 2);
+    EXPECT_TRUE(forecasts().isEmpty());
+}
+
+TEST_F(Retention, theForecastIsOfTheSameForgettingWithoutThePrune)
+{
+    forgetVersionsKnown();
+    setLastPrune(local, clock.moment().addDays(-8));
+    EXPECT_EQ(run(), 0);
+    ASSERT_EQ(forecasts().size(), 1);
+    EXPECT_EQ(forecasts().first().arguments.join(u' '),
+              QStringLiteral("forget --tag vellomar --group-by host --keep-hourly 24 "
+                             "--keep-daily 7 --dry-run --json"));
+    EXPECT_EQ(forecasts().first().handle, handle.get());
+    EXPECT_TRUE(prunes());
+}
+
+TEST_F(Retention, aRepositoryWhoseVersionsAreNotKnownIsAskedForOnce)
+{
+    forgetVersionsKnown();
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(forecasts().size(), 1);
+    clock.advance(1h);
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(forecasts().size(), 1);
+    EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 2);
+}
+
+TEST_F(Retention, eachRepositoryIsKnownForItself)
+{
+    config.localFolder = folder("another disk");
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(forecasts().size(), 1);
+}
+
+TEST_F(Retention, whereTheNewVersionWouldGoAllStayAndTheRecordSaysWhy)
+{
+    clock.set(clock.moment().addDays(-1)); // the versions before are of tomorrow
+    tools.forgetForecast.standardOutput = letsGo("the new one");
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
+    EXPECT_EQ(onlyRecord().outcome, Outcome::warning);
+    EXPECT_EQ(onlyRecord().message,
+              QStringLiteral("Completato, ma le versioni vecchie restano: una di loro ha una data "
+                             "successiva a questo backup"));
+}
+
+TEST_F(Retention, unreadableFilesAreToldOfBesides)
+{
+    clock.set(clock.moment().addDays(-1));
+    tools.forgetForecast.standardOutput = letsGo("the new one");
+    tools.backup = ScriptedTools::ended(3);
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(onlyRecord().message,
+              QStringLiteral("Completato, ma 1 elementi non erano leggibili e le versioni vecchie "
+                             "restano: una di loro ha una data successiva a questo backup"));
+}
+
+TEST_F(Retention, whereOnlyOthersWouldGoItRuns)
+{
+    clock.set(clock.moment().addDays(-1));
+    tools.forgetForecast.standardOutput = letsGo("another one");
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 1);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+}
+
+TEST_F(Retention, asLongAsAVersionIsOfALaterDateEachRunAsks)
+{
+    forgetVersionsKnown();
+    // The answer tells of a version of the next day.
+    tools.forgetForecast.standardOutput = letsGo("another one");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(run(), 0);
+    }
+    EXPECT_EQ(forecasts().size(), 3);
+    clock.advance(25h);
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(forecasts().size(), 3);
+}
+
+TEST_F(Retention, withoutAnAnswerNothingGoes)
+{
+    for (const auto &answer :
+         {ScriptedTools::ended(11), ScriptedTools::ended(0), ScriptedTools::ended(130)}) {
+        forgetVersionsKnown();
+        tools.forgetForecast = answer;
+        EXPECT_EQ(run(), 0);
+        EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
+    }
+    EXPECT_EQ(forecasts().size(), 3);
+    EXPECT_EQ(outcomes(), (QStringList{QStringLiteral("local ok"), QStringLiteral("local ok"),
+                                       QStringLiteral("local ok")}));
+}
+
+TEST_F(Retention, aVersionThatResticDidNotNameIsNotRisked)
+{
+    forgetVersionsKnown();
+    tools.progress.clear();
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
+    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
 }
 
 TEST_F(Retention, aDamagedStateCountsAsNone)

@@ -38,15 +38,18 @@ TEST(EngineState, comesBackAsItWas)
               QJsonValue(QStringLiteral("2026-03-04T10:00:00Z")));
 }
 
-TEST(EngineState, remembersTheDisk)
+TEST(EngineState, remembersTheDiskAndTheNewestVersions)
 {
     EngineState state;
     state.localDisk = {QStringLiteral("/media/disk/a/Vellomar.backup"),
                        QStringLiteral("/media/disk")};
+    state.newestVersion[QStringLiteral("rclone:vellomar:a")] = date(5);
     EXPECT_EQ(EngineState::fromJSON(state.toJSON()), state);
-    EXPECT_EQ(decoded(R"({"localDisk": null})"), EngineState());
-    for (const char *text : {R"({"localDisk": "/media"})", R"({"localDisk": {"path": "/media"}})",
-                             R"({"localDisk": {"path": "/media", "mountPoint": 1}})"}) {
+    EXPECT_EQ(decoded(R"({"localDisk": null, "newestVersion": null})"), EngineState());
+    for (const char *text :
+         {R"({"localDisk": "/media"})", R"({"localDisk": {"path": "/media"}})",
+          R"({"localDisk": {"path": "/media", "mountPoint": 1}})", R"({"newestVersion": []})",
+          R"({"newestVersion": {"a": "yesterday"}})"}) {
         EXPECT_FALSE(decoded(text)) << text;
     }
 }
