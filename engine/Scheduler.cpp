@@ -31,6 +31,29 @@ qint64 intervalSeconds(qint64 hours)
     return qBound(qint64{1}, hours, most) * 3600;
 }
 
+[[maybe_unused]] QString usualFolder(const char *name)
+{
+    return Paths::home() + u'/' + QLatin1String(name);
+}
+
+// The folders of the user's files as this process has them: what starts the job may know nothing of
+// a shell's own.
+QMap<QString, QString> environment()
+{
+    QMap<QString, QString> variables;
+#ifndef Q_OS_MACOS
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (config != usualFolder(".config")) {
+        variables.insert(QStringLiteral("XDG_CONFIG_HOME"), config);
+    }
+    if (data != usualFolder(".local/share")) {
+        variables.insert(QStringLiteral("XDG_DATA_HOME"), data);
+    }
+#endif
+    return variables;
+}
+
 bool isWanted(const AppConfig &config)
 {
     return config.autoBackup && config.keySaved &&
@@ -45,7 +68,11 @@ void Scheduler::sync(const AppConfig &config)
 #ifdef Q_OS_MACOS
     LaunchAgent job(Paths::home(), label(), ::getuid(), runTool);
 #else
-    SystemdTimer job(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
+    QString settings = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    if (settings != usualFolder(".config")) {
+        settings = SystemdTimer::configHome(runTool).value_or(settings);
+    }
+    SystemdTimer job(settings,
                      QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation), label(),
                      runTool);
 #endif
@@ -62,5 +89,6 @@ void Scheduler::sync(const AppConfig &config, PeriodicJob &job,
     job.establish({.executable = *executable,
                    .arguments = {QStringLiteral("--backup")},
                    .intervalSeconds = intervalSeconds(config.intervalHours),
-                   .errorLog = Paths::supportFile(QStringLiteral("backup.log"))});
+                   .errorLog = Paths::supportFile(QStringLiteral("backup.log")),
+                   .environment = environment()});
 }

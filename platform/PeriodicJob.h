@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QDateTime>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 /// What the system is to start again and again, with low priority.
 struct PeriodicJobPlan
@@ -13,6 +15,8 @@ struct PeriodicJobPlan
     QStringList arguments;
     qint64 intervalSeconds = 0; ///< from the start of one run to the start of the next
     QString errorLog;           ///< full path of the file that standard error is added to
+    /// Variables that the job gets besides those of the system's own environment.
+    QMap<QString, QString> environment = {};
 
     bool operator==(const PeriodicJobPlan &) const = default;
 };
@@ -81,6 +85,10 @@ public:
 
     void establish(const PeriodicJobPlan &plan) override;
     void remove() override;
+
+    /// The folder of settings in which the systemd that runs looks for units, which knows nothing
+    /// of the environment of this process; absent when it doesn't say.
+    static std::optional<QString> configHome(const RunTool &runTool);
 
 private:
     [[nodiscard]] bool isLoaded() const;

@@ -54,18 +54,25 @@ QByteArray serviceUnit(const PeriodicJobPlan &plan)
     for (const QString &argument : plan.arguments) {
         command += u' ' + quoted(argument);
     }
+    QString environment;
+    for (auto variable = plan.environment.cbegin(); variable != plan.environment.cend();
+         ++variable) {
+        environment += QLatin1String("Environment=") +
+                       quoted(variable.key() + u'=' + variable.value()) + u'\n';
+    }
     return QStringLiteral("[Unit]\n"
                           "Description=Vellomar: backup pianificato\n"
                           "\n"
                           "[Service]\n"
                           "Type=oneshot\n"
-                          "ExecStart=%1\n"
-                          "StandardError=append:%2\n"
+                          "%1"
+                          "ExecStart=%2\n"
+                          "StandardError=append:%3\n"
                           "Nice=10\n"
                           "IOSchedulingClass=idle\n"
                           // A stop is asked of the program, which passes it on to its tools.
                           "KillMode=mixed\n")
-        .arg(command, plain(plan.errorLog))
+        .arg(environment, command, plain(plan.errorLog))
         .toUtf8();
 }
 
@@ -166,6 +173,19 @@ void SystemdTimer::remove()
     QFile::remove(m_folder + m_timer);
     QFile::remove(m_folder + m_service);
     systemctl({QStringLiteral("daemon-reload")});
+}
+
+std::optional<QString> SystemdTimer::configHome(const RunTool &runTool)
+{
+    const Answer answer =
+        runTool(QStringLiteral("/usr/bin/systemctl"),
+                {QStringLiteral("--user"), QStringLiteral("show"),
+                 QStringLiteral("--property=UnitPath"), QStringLiteral("--value")});
+    // The first of the folders is that of what its own commands change.
+    const qsizetype end = answer.output.indexOf(QLatin1String("/systemd/user.control"));
+    // One with odd characters comes in quotes.
+    return end > 0 && answer.output.startsWith(u'/') ? std::optional(answer.output.first(end))
+                                                     : std::nullopt;
 }
 
 // systemd makes up at once for what a timer has missed since its last run or, when it knows of

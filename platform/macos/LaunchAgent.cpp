@@ -75,6 +75,15 @@ QByteArray LaunchAgent::propertyList(const PeriodicJobPlan &plan) const
     xml.writeStartElement(QStringLiteral("plist"));
     xml.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
     xml.writeStartElement(QStringLiteral("dict"));
+    if (!plan.environment.isEmpty()) {
+        xml.writeTextElement(QStringLiteral("key"), QStringLiteral("EnvironmentVariables"));
+        xml.writeStartElement(QStringLiteral("dict"));
+        for (auto variable = plan.environment.cbegin(); variable != plan.environment.cend();
+             ++variable) {
+            writeText(xml, variable.key(), variable.value());
+        }
+        xml.writeEndElement();
+    }
     writeText(xml, QStringLiteral("Label"), m_label);
     xml.writeTextElement(QStringLiteral("key"), QStringLiteral("LowPriorityIO"));
     xml.writeEmptyElement(QStringLiteral("true"));

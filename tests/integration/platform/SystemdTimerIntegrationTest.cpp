@@ -107,6 +107,13 @@ protected:
         return home + QLatin1String("/.local/share/systemd/timers/stamp-") + timerUnit;
     }
 
+    /// A tool of the system run beside the manager, as the program's runner gives its result.
+    [[nodiscard]] ProcessResult ran(const QString &path, const QStringList &arguments) const
+    {
+        const PeriodicJob::Answer answer = manager.run(path, arguments);
+        return {.status = answer.status, .standardOutput = answer.output, .standardError = {}};
+    }
+
     const QString home = QDir::homePath();
     const QString units = home + QLatin1String("/.config/systemd/user/");
     UserManager manager;
@@ -296,14 +303,49 @@ TEST_F(SystemdTimerIntegration, aStoppedTimerIsStartedAgainAtTheNextCall)
     EXPECT_EQ(runs(), 0);
 }
 
+TEST_F(SystemdTimerIntegration, aRunGetsTheVariablesOfThePlanAsTheyAre)
+{
+    const QString odd = QStringLiteral("/a b/100%h/\"q\" 'r'/$HOME/${HOME}/c\\d/è");
+    PeriodicJobPlan plan =
+        planOf(script(QStringLiteral("tell"), "printf %s \"$XDG_DATA_HOME\" >~/told\n"), hour);
+    plan.environment = {{QStringLiteral("XDG_DATA_HOME"), odd}};
+    job().establish(plan);
+    manager.systemctl({QStringLiteral("start"), serviceUnit});
+    EXPECT_EQ(QString::fromUtf8(contentOf(home + QLatin1String("/told"))), odd);
+}
+
+TEST_F(SystemdTimerIntegration, aShellWithFoldersOfItsOwnMakesATimerThatRunsAmongThem)
+{
+    const ScopedProcessRunner runner(
+        [this](const QString &path, const QStringList &arguments, const ProcessOptions &) {
+            return ran(path, arguments);
+        });
+    // The manager was started without them.
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home) + "/my settings");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home) + "/my data");
+    AppConfig config;
+    config.localEnabled = true;
+    config.keySaved = true;
+    Scheduler::sync(config);
+    EXPECT_EQ(manager.property(timerUnit, QStringLiteral("ActiveState")), QStringLiteral("active"));
+    const QString environment = manager.property(serviceUnit, QStringLiteral("Environment"));
+    EXPECT_TRUE(environment.contains(home + QLatin1String("/my settings")))
+        << environment.toStdString();
+    EXPECT_TRUE(environment.contains(home + QLatin1String("/my data")));
+
+    config.autoBackup = false;
+    Scheduler::sync(config);
+    EXPECT_EQ(manager.property(timerUnit, QStringLiteral("LoadState")),
+              QStringLiteral("not-found"));
+    EXPECT_TRUE(QDir(units).entryList(QDir::Files).isEmpty());
+}
+
 TEST_F(SystemdTimerIntegration, theSettingsAloneMakeAndRemoveTheRealTimer)
 {
-    const ScopedProcessRunner runner([this](const QString &path, const QStringList &arguments,
-                                            const ProcessOptions & /*options*/) {
-        const PeriodicJob::Answer answer = manager.run(path, arguments);
-        return ProcessResult{
-            .status = answer.status, .standardOutput = answer.output, .standardError = {}};
-    });
+    const ScopedProcessRunner runner(
+        [this](const QString &path, const QStringList &arguments, const ProcessOptions &) {
+            return ran(path, arguments);
+        });
     AppConfig config;
     config.localEnabled = true;
     config.keySaved = true;

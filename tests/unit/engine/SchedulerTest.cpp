@@ -71,6 +71,24 @@ TEST(Scheduler, theJobStartsThisProgramWithoutAWindow)
                                .errorLog = Paths::supportFile(QStringLiteral("backup.log"))}));
 }
 
+TEST(Scheduler, theJobHasTheFoldersOfThisProcessWhereTheyAreNotTheUsualOnes)
+{
+    const QString data = QDir::homePath() + QLatin1String("/my data");
+    const QString settings = QDir::homePath() + QLatin1String("/my settings");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(data));
+    RecordedJob job;
+    Scheduler::sync(wanted(), job, program);
+    ASSERT_TRUE(job.plan);
+    EXPECT_EQ(job.plan->environment,
+              (QMap<QString, QString>{{QStringLiteral("XDG_DATA_HOME"), data}}));
+
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(QDir::homePath()) + "/.local/share");
+    Scheduler::sync(wanted(), job, program);
+    EXPECT_EQ(job.plan->environment,
+              (QMap<QString, QString>{{QStringLiteral("XDG_CONFIG_HOME"), settings}}));
+}
+
 TEST(Scheduler, anyOneDestinationIsEnough)
 {
     for (const auto destination :

@@ -105,6 +105,18 @@ TEST_F(LaunchAgentTest, theLongestIntervalIsAWholeNumber)
     EXPECT_EQ(parsed(list).size(), 7);
 }
 
+TEST_F(LaunchAgentTest, variablesOfThePlanAreAnEighthEntry)
+{
+    PeriodicJobPlan plan = everyHour();
+    plan.environment = {{QStringLiteral("A"), QStringLiteral("<a> & \"b\" 100%")},
+                        {QStringLiteral("B"), QStringLiteral("/c d/\\è")}};
+    const QJsonObject list = parsed(agent().propertyList(plan));
+    EXPECT_EQ(list.size(), 8);
+    EXPECT_EQ(list.value(QLatin1String("EnvironmentVariables")).toObject(),
+              (QJsonObject{{QStringLiteral("A"), QStringLiteral("<a> & \"b\" 100%")},
+                           {QStringLiteral("B"), QStringLiteral("/c d/\\è")}}));
+}
+
 TEST_F(LaunchAgentTest, aFirstCallMakesTheFolderAndLoadsTheAgent)
 {
     agent().establish(everyHour());

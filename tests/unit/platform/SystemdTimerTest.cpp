@@ -160,6 +160,41 @@ TEST_F(SystemdTimerTest, oddCharactersAreQuotedAsSystemdReadsThem)
               QStringLiteral("append:/a b/100%%/\"q\"/è備/backup.log"));
 }
 
+TEST_F(SystemdTimerTest, variablesAreQuotedToo)
+{
+    PeriodicJobPlan plan = every(3600);
+    plan.environment = {
+        {QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/a b/100%/\"q\"/$HOME")},
+        {QStringLiteral("XDG_DATA_HOME"), QStringLiteral("/c\\d/'r'/è")}};
+    job().establish(plan);
+    EXPECT_TRUE(service().contains("Type=oneshot\n"
+                                   "Environment=\"XDG_CONFIG_HOME=/a b/100%%/\\\"q\\\"/$HOME\"\n"
+                                   "Environment=\"XDG_DATA_HOME=/c\\\\d/'r'/\xc3\xa8\"\n"
+                                   "ExecStart="))
+        << service().toStdString();
+    systemctl.calls.clear();
+    plan.environment.clear();
+    job().establish(plan);
+    EXPECT_FALSE(service().contains("Environment"));
+    EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, enabled));
+}
+
+TEST_F(SystemdTimerTest, theFolderOfSystemdItselfIsTheFirstThatItLooksIn)
+{
+    QString output;
+    const auto tool = [&output](const QString &, const QStringList &) {
+        return PeriodicJob::Answer{0, output};
+    };
+    output =
+        QStringLiteral("/home/anna/.config/systemd/user.control /run/user/1/systemd/user.control "
+                       "/home/anna/.config/systemd/user /etc/systemd/user\n");
+    EXPECT_EQ(SystemdTimer::configHome(tool), QStringLiteral("/home/anna/.config"));
+    output = QStringLiteral("\"/home/anna b/.config/systemd/user.control\" /etc/systemd/user\n");
+    EXPECT_EQ(SystemdTimer::configHome(tool), std::nullopt);
+    output.clear();
+    EXPECT_EQ(SystemdTimer::configHome(tool), std::nullopt);
+}
+
 TEST_F(SystemdTimerTest, aFirstCallWritesLoadsAndStarts)
 {
     job().establish(every(3600));
