@@ -1,5 +1,6 @@
 #include "engine/ProcessSetup.h"
 
+#include "platform/HomeFolder.h"
 #include "state/Localized.h"
 #include "tools/FileDescriptor.h"
 
@@ -49,6 +50,12 @@ bool canOpenEnough()
     return true;
 }
 
+bool fail(const QString &line)
+{
+    static_cast<void>(std::fprintf(stderr, "%s\n", qUtf8Printable(line)));
+    return false;
+}
+
 } // namespace
 
 bool ProcessSetup::complete()
@@ -57,9 +64,11 @@ bool ProcessSetup::complete()
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     raiseOpenFiles();
     if (!canOpenEnough()) {
-        const QString line = localized("Vellomar: il sistema permette di aprire troppo pochi file");
-        static_cast<void>(std::fprintf(stderr, "%s\n", qUtf8Printable(line)));
-        return false;
+        return fail(localized("Vellomar: il sistema permette di aprire troppo pochi file"));
+    }
+    if (!findHomeFolder()) {
+        return fail(localized("Vellomar: la cartella home non si trova. HOME è vuota e il sistema "
+                              "non conosce l'utente."));
     }
     return true;
 }

@@ -2,14 +2,11 @@
 #include "engine/ProcessSetup.h"
 #include "engine/WindowModule.h"
 #include "platform/CoreDumps.h"
-#include "platform/HomeFolder.h"
-#include "state/Localized.h"
 #include "tools/OneShotSecret.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <span>
 #include <string_view>
@@ -27,12 +24,6 @@ int main(int argc, char *argv[])
         return std::find(words.begin(), words.end(), option);
     };
 
-    if (!findHomeFolder()) {
-        const QString message = localized("Vellomar: la cartella home non si trova. HOME è vuota e "
-                                          "il sistema non conosce l'utente.\n");
-        static_cast<void>(std::fputs(qUtf8Printable(message), stderr));
-        return EXIT_FAILURE;
-    }
     if (const auto secret = find("--secret"); secret != words.end() && secret + 1 != words.end()) {
         OneShotSecret::deliver(QFile::decodeName(*(secret + 1)));
     }
