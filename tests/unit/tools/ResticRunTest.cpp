@@ -1,5 +1,6 @@
 #include "tools/Restic.h"
 
+#include "state/StatusStore.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/RcloneEnvelope.h"
 #include "tools/Tools.h"
@@ -260,6 +261,21 @@ TEST_F(ResticRunTest, aDiskIsAvailableWhenItsFolderIsThere)
     ASSERT_TRUE(QDir().mkpath(restic.config.localFolder)); // without a repository in it
     EXPECT_TRUE(restic.isAvailable());
     EXPECT_TRUE(calls.isEmpty());
+}
+
+TEST_F(ResticRunTest, aFolderThatStayedWhenItsDiskWentIsNotAvailable)
+{
+    restic.config.localFolder = Paths::home();
+    EngineState state;
+    state.localDisk = {restic.config.repository(DestinationID::local), Paths::home()};
+    StatusStore::save(state);
+    EXPECT_FALSE(restic.isAvailable());
+    // Neither another folder nor another machine's repository was on that disk.
+    restic.config.localFolder = Paths::support();
+    EXPECT_TRUE(restic.isAvailable());
+    restic.config.localFolder = Paths::home();
+    restic.repositoryOverride = Paths::home();
+    EXPECT_TRUE(restic.isAvailable());
 }
 
 TEST_F(ResticRunTest, anotherRepositoryOnADiskMustBeThereItself)
