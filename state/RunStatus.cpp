@@ -18,7 +18,9 @@ bool RunStatus::isAlive() const
     }
     const std::optional<QString> theirs = executablePath(pid);
     const std::optional<QString> ours = ownExecutablePath();
-    return theirs && ours && QFileInfo(*theirs).fileName() == QFileInfo(*ours).fileName();
+    // A status that a power cut has left may name a window, or a secret's delivery.
+    return theirs && ours && QFileInfo(*theirs).fileName() == QFileInfo(*ours).fileName() &&
+           wasStartedWith(pid, "--backup");
 }
 
 QJsonObject RunStatus::toJSON() const

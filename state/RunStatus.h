@@ -27,8 +27,9 @@ struct RunStatus
 
     bool operator==(const RunStatus &) const = default;
 
-    /// Whether the process that wrote this still runs this program. This very process doesn't
-    /// count, and neither does a program of another name under a recycled process id.
+    /// Whether the process that wrote this still runs this program for a backup. This very process
+    /// doesn't count, nor one of its threads, and neither does a program of another name, or
+    /// without a backup, under a recycled process id.
     [[nodiscard]] bool isAlive() const;
 
     [[nodiscard]] QJsonObject toJSON() const;

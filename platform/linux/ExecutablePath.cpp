@@ -25,11 +25,30 @@ std::optional<QString> linkTarget(const QByteArray &link)
     return QFile::decodeName(path);
 }
 
+// A thread other than the first has a number of its own kind, under which the system tells of its
+// process as well.
+bool isThread(pid_t pid)
+{
+    QFile file(QStringLiteral("/proc/%1/status").arg(pid));
+    const QByteArray status = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QByteArray ofProcess = "\nTgid:\t" + QByteArray::number(pid) + '\n';
+    return !status.contains(ofProcess);
+}
+
 } // namespace
 
 std::optional<QString> executablePath(pid_t pid)
 {
+    if (isThread(pid)) {
+        return std::nullopt;
+    }
     return linkTarget("/proc/" + QByteArray::number(pid) + "/exe");
+}
+
+bool wasStartedWith(pid_t pid, QByteArrayView word)
+{
+    QFile file(QStringLiteral("/proc/%1/cmdline").arg(pid));
+    return file.open(QIODevice::ReadOnly) && file.readAll().split('\0').contains(word);
 }
 
 std::optional<QString> ownExecutablePath()

@@ -30,9 +30,11 @@ EngineLookalike::EngineLookalike(const QString &name)
     const QString program =
         QDir::homePath() + u'/' +
         (name.isEmpty() ? QFileInfo(ownExecutablePath().value_or(QString())).fileName() : name);
-    QFile::copy(QFileInfo(QStringLiteral("/bin/sleep")).canonicalFilePath(), program);
+    QFile::copy(QFileInfo(QStringLiteral("/bin/cat")).canonicalFilePath(), program);
     m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    m_process.start(program, {QStringLiteral("600")});
+    // It waits at its standard input, and doesn't come to its last word.
+    m_process.start(program,
+                    {QStringLiteral("--"), QStringLiteral("-"), QStringLiteral("--backup")});
     // Qt tells it started when the new program has taken over.
     EXPECT_TRUE(m_process.waitForStarted());
 }

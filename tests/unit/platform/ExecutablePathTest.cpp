@@ -40,3 +40,21 @@ TEST(ExecutablePath, isAbsentForWhatIsNoProcess)
         EXPECT_FALSE(executablePath(pid)) << pid;
     }
 }
+
+TEST(WasStartedWith, knowsWholeWordsOfAProcessThatRuns)
+{
+    QProcess process;
+    process.start(QStringLiteral("/bin/cat"), {QStringLiteral("--"), QStringLiteral("-"),
+                                               QStringLiteral("a word"), QStringLiteral("-b")});
+    ASSERT_TRUE(process.waitForStarted());
+    const auto pid = static_cast<pid_t>(process.processId());
+    EXPECT_TRUE(wasStartedWith(pid, "/bin/cat"));
+    EXPECT_TRUE(wasStartedWith(pid, "a word"));
+    EXPECT_TRUE(wasStartedWith(pid, "-b"));
+    EXPECT_FALSE(wasStartedWith(pid, "a"));
+    EXPECT_FALSE(wasStartedWith(pid, "--b"));
+    process.kill();
+    process.waitForFinished();
+    EXPECT_FALSE(wasStartedWith(pid, "-b"));
+    EXPECT_FALSE(wasStartedWith(-1, "-b"));
+}

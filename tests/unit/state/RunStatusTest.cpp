@@ -10,7 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <future>
 #include <limits>
+#include <thread>
 
 #include <unistd.h>
 
@@ -46,15 +49,16 @@ bool isAlive(qint64 pid)
     return asked.isAlive();
 }
 
-// A process that waits until it is ended; its executable is a copy of sleep.
+// A process that waits until it is ended, at its standard input; its executable is a copy of cat.
 class Sleeper
 {
 public:
-    explicit Sleeper(const QString &name)
+    explicit Sleeper(const QString &name, const QStringList &words = {QStringLiteral("--manual"),
+                                                                      QStringLiteral("--backup")})
         : program(QDir::homePath() + u'/' + name)
     {
-        QFile::copy(QFileInfo(QStringLiteral("/bin/sleep")).canonicalFilePath(), program);
-        process.start(program, {QStringLiteral("600")});
+        QFile::copy(QFileInfo(QStringLiteral("/bin/cat")).canonicalFilePath(), program);
+        process.start(program, QStringList{QStringLiteral("--"), QStringLiteral("-")} + words);
         // Qt tells it started when the new program has taken over.
         process.waitForStarted();
     }
@@ -159,6 +163,53 @@ TEST(RunStatus, aWrongValueIsAbsent)
 TEST(RunStatus, thisVeryProcessIsNotAlive)
 {
     EXPECT_FALSE(isAlive(::getpid()));
+}
+
+TEST(RunStatus, aThreadOfThisProcessIsNotAlive)
+{
+    // As the status of a run that a power cut ended may name it.
+    std::promise<pid_t> number;
+    std::promise<void> end;
+    std::jthread thread([&] {
+        number.set_value(::gettid());
+        end.get_future().wait();
+    });
+    const pid_t id = number.get_future().get();
+    EXPECT_NE(id, ::getpid());
+    EXPECT_EQ(::kill(id, 0), 0);
+    EXPECT_FALSE(isAlive(id));
+    end.set_value();
+}
+
+TEST(RunStatus, aThreadOfAnotherProcessOfTheSameProgramIsNotAlive)
+{
+    QProcess python;
+    const QString program = QDir::homePath() + u'/' + ownName();
+    ASSERT_TRUE(
+        QFile::copy(QFileInfo(QStringLiteral("/usr/bin/python3")).canonicalFilePath(), program));
+    python.start(program, {QStringLiteral("-c"),
+                           QStringLiteral("import threading, sys\n"
+                                          "def wait():\n"
+                                          "  print(threading.get_native_id(), flush=True)\n"
+                                          "  sys.stdin.read()\n"
+                                          "threading.Thread(target=wait).start()\n"),
+                           QStringLiteral("--backup")});
+    ASSERT_TRUE(python.waitForReadyRead());
+    const qint64 thread = python.readLine().trimmed().toLongLong();
+    EXPECT_TRUE(isAlive(python.processId()));
+    EXPECT_FALSE(isAlive(thread));
+    python.closeWriteChannel();
+    python.waitForFinished();
+}
+
+TEST(RunStatus, theSameProgramWithoutABackupIsNotAlive)
+{
+    for (const QStringList &words :
+         {QStringList(), {QStringLiteral("--backups")}, {QStringLiteral("--secret=--backup")}}) {
+        const Sleeper window(ownName(), words);
+        ASSERT_GT(window.process.processId(), 0);
+        EXPECT_FALSE(isAlive(window.process.processId())) << words.join(u' ').toStdString();
+    }
 }
 
 TEST(RunStatus, anotherProcessOfTheSameProgramIsAliveUntilItEnds)
