@@ -2,12 +2,17 @@
 
 #include "state/LocalDisk.h"
 #include "state/Localized.h"
+#include "state/Paths.h"
 #include "tools/Rclone.h"
 #include "tools/Tools.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -32,6 +37,16 @@ QString programOption(const QString &program)
 bool hasBothQuotes(const QString &program)
 {
     return program.contains(u'"') && program.contains(u'\'');
+}
+
+/// Whether a path leads to something, or through something, that is no folder.
+bool isBehindAFile(const QString &path)
+{
+    struct stat info = {};
+    if (::stat(QFile::encodeName(path).constData(), &info) == 0) {
+        return !S_ISDIR(info.st_mode);
+    }
+    return errno == ENOTDIR || errno == ELOOP;
 }
 
 } // namespace
@@ -74,8 +89,16 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
         return {
             .status = -1, .standardOutput = {}, .standardError = localized("restic non trovato")};
     }
+    const QString repository = repositoryOverride.value_or(config.repository(dest));
+    if (dest == DestinationID::local && isBehindAFile(repository)) {
+        // restic would go on trying for a quarter of an hour.
+        return {.status = -1,
+                .standardOutput = {},
+                .standardError = localized("Il backup non può stare in %1: non è una cartella")
+                                     .arg(Paths::abbreviatedHome(repository))};
+    }
     ChildProcess::Environment environment{
-        {QStringLiteral("RESTIC_REPOSITORY"), repositoryOverride.value_or(config.repository(dest))},
+        {QStringLiteral("RESTIC_REPOSITORY"), repository},
         {QStringLiteral("PATH"),
          QFileInfo(*restic).path() +
              QLatin1String(":/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin")}};
@@ -98,32 +121,4 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
     }
     return runProcess(*restic, words,
                       {.env = environment, .input = password, .handle = handle, .onLine = onLine});
-}
-
-tl::expected<void, ResticError> Restic::prepare() const
-{
-    const QStringList open{QStringLiteral("cat"), QStringLiteral("config")};
-    ProcessResult opened = run(open);
-    if (opened.status == ResticExit::repositoryLocked) {
-        // A check or a prune that was killed leaves a lock that shuts everybody out.
-        unlock();
-        opened = run(open);
-    }
-    if (opened.status == ResticExit::noRepository) {
-        const ProcessResult made = run({QStringLiteral("init")});
-        if (made.status != 0) {
-            return tl::unexpected(describe(made));
-        }
-        return {};
-    }
-    if (opened.status != 0) {
-        return tl::unexpected(describe(opened));
-    }
-    unlock();
-    return {};
-}
-
-void Restic::unlock() const
-{
-    static_cast<void>(run({QStringLiteral("unlock")}));
 }

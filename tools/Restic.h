@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <optional>
 
 #include <tl/expected.hpp>
@@ -63,6 +64,7 @@ struct Restic
     AppConfig config;
     QString password;                          ///< the repository's key
     std::optional<QString> repositoryOverride; ///< a repository that isn't this machine's own
+    std::chrono::seconds lockPatience{120};    ///< how long prepare() waits for a lock in use
 
     /// Whether the destination can be reached, told without running restic or asking a network.
     [[nodiscard]] bool isAvailable() const;
@@ -73,8 +75,12 @@ struct Restic
     [[nodiscard]] ProcessResult run(const QStringList &arguments, ProcessHandle *handle = nullptr,
                                     const LineReceiver &onLine = {}) const;
 
-    /// Sees to it that the repository exists and no stale lock is on it.
+    /// Sees to it that the repository exists and no stale lock is on it. One whose making was cut
+    /// short is made good; one that has data and has lost what opens it isn't touched.
     [[nodiscard]] tl::expected<void, ResticError> prepare() const;
+
+    /// Makes the repository, which has nothing that could be opened.
+    [[nodiscard]] tl::expected<void, ResticError> make() const;
 
     /// All snapshots, newest first; none for a repository that doesn't exist yet.
     [[nodiscard]] tl::expected<QList<Snap>, ResticError> snapshots() const;

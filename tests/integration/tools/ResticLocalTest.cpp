@@ -1,6 +1,11 @@
 #include "tests/integration/tools/SampleBackup.h"
 
+#include "tests/support/OrdinaryUser.h"
+
+#include <QDirIterator>
 #include <QSet>
+
+#include <sys/stat.h>
 
 // The real restic with a repository on a disk.
 
@@ -34,6 +39,87 @@ TEST_F(ResticLocalTest, aFreshDiskGetsARepositoryThatTheNextTimeIsKept)
     config.seek(0);
     EXPECT_EQ(config.readAll(), before);
     EXPECT_EQ(restic.snapshots().value(), QList<Snap>());
+}
+
+// What a repository is left with when its making is cut between its key and its first file.
+class CutMaking : public ResticLocalTest
+{
+protected:
+    CutMaking()
+    {
+        EXPECT_TRUE(restic.prepare().has_value());
+        EXPECT_TRUE(QFile::remove(repository + QLatin1String("/config")));
+    }
+    void write(const QString &name) const
+    {
+        QFile file(repository + u'/' + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    [[nodiscard]] QStringList files() const
+    {
+        QStringList found;
+        QDirIterator files(repository, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            found.append(files.next());
+        }
+        found.sort();
+        return found;
+    }
+    void expectUntouched() const
+    {
+        const QStringList before = files();
+        const auto prepared = restic.prepare();
+        ASSERT_FALSE(prepared.has_value());
+        EXPECT_EQ(prepared.error().message,
+                  QStringLiteral("Nella destinazione manca il file «config» del backup. I dati ci "
+                                 "sono ancora e non sono stati toccati."));
+        EXPECT_EQ(files(), before);
+    }
+
+    const QString repository = restic.config.repository(DestinationID::local);
+};
+
+TEST_F(CutMaking, withKeysAloneIsMadeGood)
+{
+    write(QLatin1String("keys/") + QString(64, u'a') + QLatin1String("-tmp-17"));
+    ASSERT_EQ(restic.run({QStringLiteral("init")}).status, 1);
+    ASSERT_TRUE(restic.prepare().has_value());
+    EXPECT_EQ(restic.snapshots().value(), QList<Snap>());
+    // The new key, and the first file.
+    EXPECT_EQ(files().size(), 2);
+    EXPECT_EQ(restic.run({QStringLiteral("backup"), SampleBackup::sources()}).status, 0);
+    EXPECT_EQ(restic.snapshots().value().size(), 1);
+}
+
+TEST_F(CutMaking, withDataVersionsOrAnIndexIsNotTouched)
+{
+    for (const char *name : {"data/00/x", "index/x", "snapshots/x"}) {
+        write(QString::fromUtf8(name));
+        expectUntouched();
+        ASSERT_TRUE(QFile::remove(repository + u'/' + QString::fromUtf8(name)));
+    }
+    // What isn't a key of restic's is somebody's.
+    write(QStringLiteral("keys/my key"));
+    expectUntouched();
+}
+
+TEST_F(CutMaking, withVersionsAndNoKeyIsNotTouchedEither)
+{
+    ASSERT_TRUE(QDir(repository + QLatin1String("/keys")).removeRecursively());
+    ASSERT_TRUE(QDir(repository).mkdir(QStringLiteral("keys")));
+    write(QLatin1String("snapshots/") + QString(64, u'a'));
+    expectUntouched();
+}
+
+TEST_F(CutMaking, withFoldersThatCannotBeReadIsNotTouched)
+{
+    ASSERT_TRUE(becomeOrdinaryUser());
+    const QByteArray data = QFile::encodeName(repository + QLatin1String("/data"));
+    const QStringList before = files();
+    ASSERT_EQ(::chmod(data.constData(), 0), 0);
+    EXPECT_FALSE(restic.prepare().has_value());
+    ASSERT_EQ(::chmod(data.constData(), 0700), 0);
+    EXPECT_EQ(files(), before);
 }
 
 TEST_F(ResticLocalTest, anotherKeyIsToldAsSuch)

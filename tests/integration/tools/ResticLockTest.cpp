@@ -1,5 +1,7 @@
+#include "platform/ExecutablePath.h"
 #include "tests/integration/tools/SampleBackup.h"
 #include "tests/support/CheapRepository.h"
+#include "tests/support/Cycle.h"
 #include "tests/support/Waiting.h"
 
 #include <QRandomGenerator>
@@ -91,8 +93,35 @@ TEST_F(ResticLockTest, theLockOfAKilledRunIsCleared)
     EXPECT_FALSE(isLocked());
 }
 
+/// Whether a child of this process waits for a repository's lock.
+bool isChildWaiting()
+{
+    const QList<pid_t> children = childrenOf(::getpid());
+    return std::any_of(children.cbegin(), children.cend(),
+                       [](pid_t child) { return wasStartedWith(child, "--retry-lock"); });
+}
+
+TEST_F(ResticLockTest, aLockInUseThatIsGivenBackIsWaitedFor)
+{
+    ASSERT_EQ(restic.run({QStringLiteral("backup"), noise}).status, 0);
+    ProcessHandle handle;
+    std::jthread observer([&] {
+        EXPECT_TRUE(eventually([this] { return isLocked(); }));
+        std::jthread owner([&handle] {
+            EXPECT_TRUE(eventually([] { return isChildWaiting(); }));
+            handle.terminate();
+        });
+        EXPECT_TRUE(restic.prepare().has_value());
+    });
+    static_cast<void>(restic.run({QStringLiteral("check"), QStringLiteral("--read-data"),
+                                  QStringLiteral("--no-cache"), QStringLiteral("--limit-download"),
+                                  QStringLiteral("5")},
+                                 &handle));
+}
+
 TEST_F(ResticLockTest, aRepositoryInUseByItsOwnerAloneIsToldAsOccupied)
 {
+    restic.lockPatience = std::chrono::seconds(0);
     ASSERT_EQ(restic.run({QStringLiteral("backup"), noise}).status, 0);
     // A check holds the exclusive lock; this one takes its time to read everything.
     std::jthread observer([this] {

@@ -83,6 +83,28 @@ TEST_F(ResticOverRcloneTest, aServerServesAsADiskDoes)
         QStringList({QStringLiteral("rclone.conf")}));
 }
 
+TEST_F(ResticOverRcloneTest, aMakingThatWasCutShortIsMadeGoodWhereNothingButKeysIsThere)
+{
+    restic.dest = DestinationID::server;
+    ASSERT_TRUE(storeRemote(Rclone::serverRemote));
+    const QString repository = remoteFolder() + QLatin1String("/backups/of this machine/");
+    ASSERT_TRUE(restic.prepare().has_value());
+    ASSERT_TRUE(QFile::remove(repository + QLatin1String("config")));
+    EXPECT_EQ(restic.run({QStringLiteral("init")}).status, 1);
+    ASSERT_TRUE(restic.prepare().has_value());
+    EXPECT_EQ(QDir(repository + QLatin1String("keys")).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(restic.snapshots().value(), QList<Snap>());
+
+    SampleBackup::backUp(restic);
+    ASSERT_TRUE(QFile::remove(repository + QLatin1String("config")));
+    const auto prepared = restic.prepare();
+    ASSERT_FALSE(prepared.has_value());
+    EXPECT_EQ(prepared.error().message,
+              QStringLiteral("Nella destinazione manca il file «config» del backup. I dati ci sono "
+                             "ancora e non sono stati toccati."));
+    EXPECT_EQ(QDir(repository + QLatin1String("keys")).entryList(QDir::Files).size(), 1);
+}
+
 TEST_F(ResticOverRcloneTest, driveGetsARepositoryOnceAndTellsAWrongKey)
 {
     restic.dest = DestinationID::drive;

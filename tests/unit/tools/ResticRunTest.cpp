@@ -236,20 +236,50 @@ TEST_F(ResticRunTest, prepareTellsAnyOtherFailureAndDoesNothingMore)
     }
 }
 
-TEST_F(ResticRunTest, prepareUnlocksARepositoryThatIsLockedAndTriesOnceMore)
+TEST_F(ResticRunTest, prepareUnlocksARepositoryThatIsLockedAndThenWaitsForItsLock)
 {
     const QStringList open{QStringLiteral("cat"), QStringLiteral("config")};
+    const QStringList wait =
+        open + QStringList{QStringLiteral("--retry-lock"), QStringLiteral("120s")};
     const QStringList unlock{QStringLiteral("unlock")};
     answers = {{11, {}, {}}, {0, {}, {}}, {0, {}, {}}, {0, {}, {}}};
     EXPECT_TRUE(restic.prepare().has_value());
-    EXPECT_EQ(argumentLists(), QList<QStringList>({open, unlock, open, unlock}));
+    EXPECT_EQ(argumentLists(), QList<QStringList>({open, unlock, wait, unlock}));
 
     calls.clear();
     answers = {{11, {}, {}}, {0, {}, {}}, {11, {}, {}}};
     const auto prepared = restic.prepare();
     ASSERT_FALSE(prepared.has_value());
     EXPECT_EQ(prepared.error(), Restic::describe({11, QString(), QString()}));
-    EXPECT_EQ(argumentLists(), QList<QStringList>({open, unlock, open}));
+    EXPECT_EQ(argumentLists(), QList<QStringList>({open, unlock, wait}));
+}
+
+TEST_F(ResticRunTest, aDiskWhoseFolderIsNoneIsToldAtOnce)
+{
+    const QString path = Paths::home() + QLatin1String("/disk");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    restic.config.localFolder = path;
+    const ResticError error{
+        QStringLiteral("Il backup non può stare in ~/disk/Vellomar.backup: non è una cartella")};
+    EXPECT_TRUE(restic.isAvailable());
+    EXPECT_EQ(restic.prepare().error(), error);
+    EXPECT_EQ(restic.snapshots().error(), error);
+
+    ASSERT_TRUE(file.remove());
+    ASSERT_TRUE(QDir().mkdir(path));
+    const QString repository = path + QLatin1String("/Vellomar.backup");
+    QFile inside(repository);
+    ASSERT_TRUE(inside.open(QIODevice::WriteOnly));
+    EXPECT_EQ(restic.prepare().error(), error);
+    ASSERT_TRUE(inside.remove());
+    ASSERT_TRUE(QFile::link(repository, repository));
+    EXPECT_EQ(restic.prepare().error(), error);
+    EXPECT_TRUE(calls.isEmpty());
+
+    ASSERT_TRUE(QFile::remove(repository));
+    EXPECT_TRUE(restic.prepare().has_value());
+    EXPECT_FALSE(calls.isEmpty());
 }
 
 TEST_F(ResticRunTest, aDiskIsAvailableWhenItsFolderIsThere)
