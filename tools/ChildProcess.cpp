@@ -246,6 +246,8 @@ void ChildProcess::end()
         return;
     }
     // restic gives its rclone a group of its own, and rclone lives on for minutes where it hangs.
+    // Held still, the child starts nothing more while we look.
+    ::kill(m_pid, SIGSTOP);
     const QList<pid_t> started = descendants(m_pid);
     ::kill(-m_pid, SIGKILL);
     for (const pid_t process : started) {

@@ -1,5 +1,7 @@
 #include "tests/support/Cycle.h"
 
+#include "platform/ProcessTree.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -40,6 +42,17 @@ QList<pid_t> childrenOf(qint64 parent)
     return children;
 }
 
+void killWithAllItStarted(qint64 process)
+{
+    const auto parent = static_cast<pid_t>(process);
+    // Held still, it starts nothing more, and sees nobody else's end.
+    ::kill(parent, SIGSTOP);
+    for (const pid_t started : descendants(parent)) {
+        ::kill(started, SIGKILL);
+    }
+    ::kill(parent, SIGKILL);
+}
+
 Cycle::Cycle(QString program)
     : m_program(std::move(program))
 {
@@ -50,12 +63,8 @@ Cycle::~Cycle()
     if (m_process.state() == QProcess::NotRunning) {
         return;
     }
-    const QList<pid_t> children = childrenOf(processId());
-    m_process.kill();
+    killWithAllItStarted(processId());
     m_process.waitForFinished(patienceMilliseconds);
-    for (const pid_t child : children) {
-        ::kill(child, SIGKILL);
-    }
 }
 
 void Cycle::start(const QStringList &arguments)

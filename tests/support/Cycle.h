@@ -17,6 +17,9 @@ bool hasEnded(qint64 process);
 /// The children that a process has now, started by any of its threads.
 QList<pid_t> childrenOf(qint64 parent);
 
+/// Kills a process and all that it has started at one moment, as when the machine loses its power.
+void killWithAllItStarted(qint64 process);
+
 /// One run of the real program, without a window. What is still running at the object's end is
 /// killed, with the tools that it started.
 class Cycle

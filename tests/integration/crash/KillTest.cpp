@@ -32,37 +32,33 @@ namespace {
 
 constexpr int killed = 128 + SIGKILL;
 
-/// One cycle of the real program, leader of a process group of its own.
-class CycleInGroup
+/// One cycle of the real program.
+class KilledCycle
 {
 public:
-    CycleInGroup()
+    KilledCycle()
     {
         const QByteArray program = QFile::encodeName(Installation::builtProgram());
         QByteArray backup("--backup");
         QByteArray manual("--manual");
         QByteArray name = program;
         const std::array<char *, 4> words{name.data(), backup.data(), manual.data(), nullptr};
-        posix_spawnattr_t attributes;
-        posix_spawnattr_init(&attributes);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-        if (::posix_spawn(&m_pid, program.constData(), nullptr, &attributes, words.data(),
-                          environ) != 0) {
+        if (::posix_spawn(&m_pid, program.constData(), nullptr, nullptr, words.data(), environ) !=
+            0) {
             m_pid = -1;
         }
-        posix_spawnattr_destroy(&attributes);
         m_clock.start();
     }
-    ~CycleInGroup()
+    ~KilledCycle()
     {
         if (m_pid > 0) {
             kill(true);
         }
     }
-    CycleInGroup(const CycleInGroup &) = delete;
-    CycleInGroup &operator=(const CycleInGroup &) = delete;
-    CycleInGroup(CycleInGroup &&) = delete;
-    CycleInGroup &operator=(CycleInGroup &&) = delete;
+    KilledCycle(const KilledCycle &) = delete;
+    KilledCycle &operator=(const KilledCycle &) = delete;
+    KilledCycle(KilledCycle &&) = delete;
+    KilledCycle &operator=(KilledCycle &&) = delete;
 
     [[nodiscard]] qint64 elapsed() const { return m_clock.nsecsElapsed() / 1000; }
 
@@ -83,7 +79,11 @@ public:
     }
     int kill(bool withTools)
     {
-        ::kill(withTools ? -m_pid : m_pid, SIGKILL);
+        if (withTools) {
+            killWithAllItStarted(m_pid);
+        } else {
+            ::kill(m_pid, SIGKILL);
+        }
         return wait();
     }
 
@@ -155,7 +155,7 @@ protected:
         ASSERT_TRUE(home.isReady());
         ASSERT_TRUE(home.makeRepositories());
         runWell(); // encrypts rclone's file
-        CycleInGroup cycle;
+        KilledCycle cycle;
         ASSERT_EQ(cycle.wait(), 0);
         length = cycle.elapsed();
     }
@@ -171,7 +171,7 @@ protected:
     void runWell()
     {
         const qsizetype before = StatusStore::loadHistory().size();
-        ASSERT_EQ(CycleInGroup().wait(), 0);
+        ASSERT_EQ(KilledCycle().wait(), 0);
         const QList<RunRecord> history = StatusStore::loadHistory();
         ASSERT_GE(history.size(), before + 2);
         for (int i = 0; i < 2; ++i) {
@@ -183,10 +183,10 @@ protected:
 
     /// A cycle with something to back up, killed when `isDue` holds; false when it had ended
     /// before that.
-    bool killWhen(bool withTools, const std::function<bool(const CycleInGroup &)> &isDue)
+    bool killWhen(bool withTools, const std::function<bool(const KilledCycle &)> &isDue)
     {
         EXPECT_TRUE(home.addToSource(QStringLiteral("change %1").arg(++changes), 300'000));
-        CycleInGroup cycle;
+        KilledCycle cycle;
         EXPECT_TRUE(eventually([&] { return isDue(cycle) || cycle.hasEnded(); }));
         if (cycle.hasEnded()) {
             length = qMin(length, cycle.elapsed());
@@ -227,7 +227,7 @@ protected:
         static constexpr int tries = 5;
         bool done = false;
         for (int i = 0; i < tries && !done; ++i) {
-            done = killWhen(withTools, [&](const CycleInGroup &cycle) {
+            done = killWhen(withTools, [&](const KilledCycle &cycle) {
                 return static_cast<double>(cycle.elapsed()) >= part * static_cast<double>(length);
             });
         }
@@ -272,14 +272,14 @@ TEST_F(KillTest, theNextCycleRunsWellAfterAKillAtTwentyMomentsOfACycle)
 
 TEST_F(KillTest, theNextCycleRunsWellAfterAKillBeforeTheFirstStatusAndOneWhileResticHoldsItsLock)
 {
-    ASSERT_TRUE(killWhen(false, [](const CycleInGroup &) { return true; }));
+    ASSERT_TRUE(killWhen(false, [](const KilledCycle &) { return true; }));
     EXPECT_FALSE(QFile::exists(Paths::supportFile(QStringLiteral("status.json"))));
     ASSERT_NO_FATAL_FAILURE(recover());
 
     for (const QString &repository : {home.localRepository(), home.serverRepository()}) {
         SCOPED_TRACE(qPrintable(repository));
         ASSERT_TRUE(
-            killWhen(true, [&](const CycleInGroup &) { return !locks(repository).isEmpty(); }));
+            killWhen(true, [&](const KilledCycle &) { return !locks(repository).isEmpty(); }));
         EXPECT_TRUE(StatusStore::loadStatus());
         ASSERT_NO_FATAL_FAILURE(recover());
         EXPECT_EQ(locks(repository).join(u' '), QString());

@@ -1,4 +1,5 @@
 #include "state/Keychain.h"
+#include "tests/support/Cycle.h"
 #include "tests/support/CycleHome.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
@@ -26,15 +27,11 @@ QString configuration()
     return Paths::supportFile(QStringLiteral("rclone.conf"));
 }
 
-/// A program run beside the test, leader of a process group that ends with the object.
+/// A program run beside the test, which ends with the object, and all that it started with it.
 class Companion
 {
 public:
-    Companion()
-    {
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.setChildProcessModifier([] { ::setpgid(0, 0); });
-    }
+    Companion() { m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel); }
     ~Companion() { kill(); }
     Companion(const Companion &) = delete;
     Companion &operator=(const Companion &) = delete;
@@ -50,7 +47,7 @@ public:
     void kill()
     {
         if (isRunning()) {
-            ::kill(-static_cast<pid_t>(m_process.processId()), SIGKILL);
+            killWithAllItStarted(m_process.processId());
             m_process.waitForFinished(patienceMilliseconds);
         }
     }
