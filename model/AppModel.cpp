@@ -94,6 +94,11 @@ AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
     resumePendingAction();
 }
 
+AppModel::~AppModel()
+{
+    m_measurement.request_stop();
+}
+
 AppModel::AppModel(std::shared_ptr<Desktop> desktop, const Shown &shown, QObject *parent)
     : QObject(parent)
     , m_desktop(std::move(desktop))
@@ -158,6 +163,7 @@ void AppModel::setConfig(const AppConfig &config)
         }
     }
     if (before.sources != config.sources || before.excludes != config.excludes) {
+        endMeasurement();
         setSourceSizes({});
     }
     Q_EMIT configChanged();

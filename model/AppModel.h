@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 /// The one long-lived object behind the window and the tray: the settings, the key, the picture of
 /// each destination, and every action of the person that changes something outside a page.
@@ -100,7 +101,7 @@ public:
     /// One at rest, for galleries and for tests of what is on show: it reads nothing, looks at
     /// nothing by itself and keeps no settings.
     AppModel(std::shared_ptr<Desktop> desktop, const Shown &shown, QObject *parent = nullptr);
-    ~AppModel() override = default;
+    ~AppModel() override;
     Q_DISABLE_COPY_MOVE(AppModel)
 
     // Fields
@@ -292,6 +293,7 @@ private:
     void launchBackup();
     Q_INVOKABLE void resumePendingAction();
     void run(GatedAction action);
+    void endMeasurement();
     void setSourceSizes(const QMap<QString, qint64> &sizes);
     void saveRecoveryKitTo(const QString &path);
     void setKeySaved(bool saved);
@@ -345,6 +347,7 @@ private:
     std::optional<Notice> m_kitNotice;
     QMap<QString, qint64> m_sourceSizes;
     bool m_measuring = false;
+    std::stop_source m_measurement; ///< ends the one under way
     qint64 m_measuredSoFar = 0;
     bool m_backupAfterKit = false; ///< a backup waits for the key to be saved
     QString m_password;

@@ -48,32 +48,44 @@ void AppModel::runMeasure()
     }
     assign(m_measuring, true, &AppModel::measuringChanged);
     assign(m_measuredSoFar, qint64{0}, &AppModel::measuredSoFarChanged);
-    const auto measure = [sources = m_config.sources,
-                          excludes = measuredExcludes(m_config)](const auto &report) {
+    m_measurement = std::stop_source();
+    const std::stop_token stop = m_measurement.get_token();
+    const auto measure = [config = m_config, stop](const auto &report) {
+        const QStringList excludes = measuredExcludes(config);
         qint64 before = 0;
-        for (const QString &source : sources) {
-            const qint64 size =
-                SourceScanner::size(source, excludes, [&report, before](qint64 bytes) {
-                    report(Measured{.soFar = before + bytes});
-                });
+        for (const QString &source : config.sources) {
+            const qint64 size = SourceScanner::size(
+                source, excludes,
+                [&report, before](qint64 bytes) { report(Measured{.soFar = before + bytes}); },
+                stop);
             before += size;
             report(Measured{.soFar = before, .source = source, .size = size});
         }
     };
-    const auto receive = [this, sources = m_config.sources,
-                          excludes = m_config.excludes](const Measured &measured) {
+    // A figure of an earlier selection would stand for the new one.
+    const auto receive = [this, stop](const Measured &measured) {
+        if (stop.stop_requested()) {
+            return;
+        }
         if (!measured.size) {
             assign(m_measuredSoFar, measured.soFar, &AppModel::measuredSoFarChanged);
-        } else if (m_config.sources == sources && m_config.excludes == excludes) {
-            // A figure of an earlier selection would stand for the new one.
-            QMap<QString, qint64> sizes = m_sourceSizes;
-            sizes.insert(measured.source, *measured.size);
-            setSourceSizes(sizes);
+            return;
         }
+        QMap<QString, qint64> sizes = m_sourceSizes;
+        sizes.insert(measured.source, *measured.size);
+        setSourceSizes(sizes);
     };
-    Background::runReporting<Measured>(this, measure, receive, [this] {
-        assign(m_measuring, false, &AppModel::measuringChanged);
+    Background::runReporting<Measured>(this, measure, receive, [this, stop] {
+        if (!stop.stop_requested()) {
+            assign(m_measuring, false, &AppModel::measuringChanged);
+        }
     });
+}
+
+void AppModel::endMeasurement()
+{
+    m_measurement.request_stop();
+    assign(m_measuring, false, &AppModel::measuringChanged);
 }
 
 void AppModel::setSourceSizes(const QMap<QString, qint64> &sizes)

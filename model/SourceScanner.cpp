@@ -66,7 +66,7 @@ struct CloseWalk
 } // namespace
 
 qint64 SourceScanner::size(const QString &path, const QStringList &patterns,
-                           const std::function<void(qint64)> &progress)
+                           const std::function<void(qint64)> &progress, const std::stop_token &stop)
 {
     const Excludes excludes(patterns);
     QByteArray root = QFile::encodeName(Paths::inFull(path));
@@ -80,6 +80,9 @@ qint64 SourceScanner::size(const QString &path, const QStringList &patterns,
     qint64 total = 0;
     qint64 count = 0;
     while (FTSENT *const entry = ::fts_read(walk.get())) {
+        if (stop.stop_requested()) {
+            break;
+        }
         // The folder itself isn't one of its entries, and each folder comes by again on the way up.
         if (entry->fts_level == FTS_ROOTLEVEL || entry->fts_info == FTS_DP) {
             continue;

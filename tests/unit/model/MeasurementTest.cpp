@@ -102,15 +102,44 @@ TEST_F(Measurement, aSecondOneMeanwhileDoesNothing)
     EXPECT_EQ(measuring.count(), 1);
 }
 
-TEST_F(Measurement, aFigureOfAnEarlierSelectionIsNotTaken)
+TEST_F(Measurement, oneOfAnEarlierSelectionEndsAtOnceAndItsFigureIsNotTaken)
 {
     start();
     settle();
     model->runMeasure();
     change([](AppConfig &settings) { settings.excludes.append(QStringLiteral("*.o")); });
+    EXPECT_FALSE(model->isMeasuring());
     settle();
     EXPECT_FALSE(model->isMeasuring());
     EXPECT_TRUE(model->sourceSizes().isEmpty());
+}
+
+TEST_F(Measurement, oneOfTheNewSelectionDoesNotWaitForTheOldOne)
+{
+    write(folder("source") + QLatin1String("/a"), 10);
+    write(folder("source") + QLatin1String("/a.o"), 100);
+    start();
+    settle();
+    model->runMeasure();
+    change([](AppConfig &settings) { settings.excludes.append(QStringLiteral("*.o")); });
+    const SignalCount measuring(model.get(), &AppModel::measuringChanged);
+    model->runMeasure();
+    EXPECT_TRUE(model->isMeasuring());
+    settle();
+    EXPECT_FALSE(model->isMeasuring());
+    EXPECT_EQ(measuring.count(), 2);
+    EXPECT_EQ(model->sourceSizes().value(folder("source")), 10);
+}
+
+TEST_F(Measurement, otherSettingsDoNotEndIt)
+{
+    start();
+    settle();
+    model->runMeasure();
+    change([](AppConfig &settings) { settings.intervalHours = 3; });
+    EXPECT_TRUE(model->isMeasuring());
+    settle();
+    EXPECT_EQ(model->sourceSizes().size(), 1);
 }
 
 TEST_F(Measurement, tellsHowFarItIs)

@@ -33,6 +33,14 @@ protected:
         return SourceScanner::size(root, excludes, [this](qint64 sum) { reports.append(sum); });
     }
 
+    // Asked to stop by the first report.
+    qint64 sizeUntilReport()
+    {
+        std::stop_source stop;
+        return SourceScanner::size(
+            root, {}, [&stop](qint64) { stop.request_stop(); }, stop.get_token());
+    }
+
     void writeMany(int count) const
     {
         ASSERT_TRUE(QDir().mkpath(root));
@@ -181,6 +189,12 @@ TEST_F(SourceScannerTest, reportsEachTwentyThousandEntries)
     write(QStringLiteral("one more"), 2);
     EXPECT_EQ(size(), 40000);
     EXPECT_EQ(reports, QList<qint64>{40000});
+}
+
+TEST_F(SourceScannerTest, askedToStopItEndsWithWhatItHas)
+{
+    writeMany(20007);
+    EXPECT_EQ(sizeUntilReport(), 40000);
 }
 
 TEST_F(SourceScannerTest, foldersCountAmongTheEntries)
