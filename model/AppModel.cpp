@@ -1,19 +1,14 @@
 #include "model/AppModel.h"
 
-#include "engine/Scheduler.h"
-#include "model/Background.h"
 #include "model/PreviewFolder.h"
 #include "model/UserDefaults.h"
 #include "platform/Clock.h"
 #include "state/ConfigStore.h"
-#include "state/Keychain.h"
 #include "state/Localized.h"
 #include "state/StatusStore.h"
 
 #include <QMetaType>
-#include <QTimer>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -68,30 +63,16 @@ AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
     : QObject(parent)
     , m_desktop(std::move(desktop))
     , m_config(ConfigStore::load())
+    , m_isStarting(true)
     , m_historyBytes(StatusStore::historyBytes())
     , m_history(StatusStore::decodedHistory(m_historyBytes))
     , m_minute(Clock::now().toSecsSinceEpoch() / 60)
-    , m_driveConnected(Rclone::isConfigured())
-    , m_serverConnected(Rclone::remotes().contains(Rclone::serverRemote))
     , m_sourceSizes(savedSizes())
 {
-    loadKey();
-    PreviewFolder::remove();
-    OneShotSecret::removeStale();
-    ConfigStore::removeAbandoned();
-    Rclone::removeAbandonedHostKeys();
-    Background::run([] { Rclone::pinServerIfNeeded(); });
-    Scheduler::sync(m_config);
-    checkPermissions();
-    poll();
-    refreshAll();
-    refreshQuota();
-
-    auto *timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &AppModel::poll);
-    timer->start(std::chrono::seconds(1));
-
-    resumePendingAction();
+    connect(&m_localFolder, &LocalFolder::changed, this, &AppModel::summaryChanged);
+    checkSupportFolder();
+    lookAtLocalFolder();
+    begin();
 }
 
 AppModel::~AppModel()
@@ -112,42 +93,18 @@ void AppModel::show(const Shown &shown)
     m_config = shown.config;
     Q_EMIT configChanged();
     setStatus(shown.status);
+    assign(m_isStarting, shown.starting, &AppModel::startingChanged);
     setLaunching(shown.launching);
+    m_localFolder.show(shown.localOnSystemDisk);
     m_repos = shown.repos;
     Q_EMIT reposChanged();
     assign(m_fullDiskAccess, shown.fullDiskAccess, &AppModel::fullDiskAccessChanged);
+    assign(m_supportError, shown.supportError, &AppModel::supportErrorChanged);
     assign(m_keyError, shown.keyError, &AppModel::keyErrorChanged);
     assign(m_keyCopied, shown.keyCopied, &AppModel::keyCopiedChanged);
     assign(m_kitNotice, shown.kitNotice, &AppModel::kitNoticeChanged);
     assign(m_password, shown.password, &AppModel::passwordChanged);
     setHistory(shown.history);
-}
-
-void AppModel::loadKey()
-{
-    const auto stored = Keychain::read(Keychain::repositoryKey);
-    if (!stored) {
-        m_keyError = stored.error().message();
-        return;
-    }
-    if (*stored) {
-        m_password = **stored;
-    } else {
-        const auto made = Keychain::loadOrCreate(Keychain::repositoryKey);
-        if (!made) {
-            m_keyError = made.error().message();
-            return;
-        }
-        m_password = *made;
-        // Nobody can have saved a key that is new.
-        setKeySaved(false);
-    }
-    const auto previous = Keychain::read(Keychain::previousRepositoryKey);
-    if (!previous) {
-        m_keyError = previous.error().message();
-        return;
-    }
-    m_hasPreviousKey = previous->has_value();
 }
 
 void AppModel::setConfig(const AppConfig &config)
@@ -159,7 +116,15 @@ void AppModel::setConfig(const AppConfig &config)
     if (!m_isAtRest) {
         ConfigStore::save(config);
         if (changesSchedule(before, config)) {
-            Scheduler::sync(config);
+            syncSchedule();
+        }
+        if (before.localFolder != config.localFolder) {
+            lookAtLocalFolder();
+        }
+    }
+    for (const DestinationID destination : allDestinations) {
+        if (before.isEnabled(destination) && !config.isEnabled(destination)) {
+            ++m_uses[destination];
         }
     }
     if (before.sources != config.sources || before.excludes != config.excludes) {
@@ -223,6 +188,9 @@ QString AppModel::title(Section section)
 
 void AppModel::becomeActive()
 {
+    if (m_isStarting) {
+        return; // what is pending is taken up at the end of that
+    }
     // Not within the event that tells of it: what is resumed may open panels.
     QMetaObject::invokeMethod(this, "resumePendingAction", Qt::QueuedConnection);
 }

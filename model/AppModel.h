@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Desktop.h"
+#include "model/LocalFolder.h"
 #include "model/Views.h"
 #include "state/AppConfig.h"
 #include "state/RunRecord.h"
@@ -8,6 +9,7 @@
 
 #include <QMap>
 #include <QObject>
+#include <QSet>
 #include <QVariant>
 
 #include <functional>
@@ -15,12 +17,15 @@
 #include <optional>
 #include <stop_token>
 
+struct StoredKey;
+
 /// The one long-lived object behind the window and the tray: the settings, the key, the picture of
 /// each destination, and every action of the person that changes something outside a page.
 ///
 /// It never talks to a running backup, which is a process of its own, but looks once a second at
-/// the files that the engine leaves. It lives on one thread, which waits for no repository and no
-/// network; it may be destroyed at any time, with work under way too.
+/// the files that the engine leaves. It lives on one thread, which waits for no keyring, no tool,
+/// no disk and no network but that of the person's home; it may be destroyed at any time, with work
+/// under way too.
 ///
 /// QML finds the properties, whose optional ones are undefined when absent; C++ finds the plain
 /// values by the functions of the same names.
@@ -30,6 +35,7 @@ class AppModel final : public QObject
     Q_PROPERTY(Section section READ section WRITE setSection NOTIFY sectionChanged FINAL)
     Q_PROPERTY(ConfigView config READ configView WRITE setConfig NOTIFY configChanged FINAL)
     Q_PROPERTY(QVariant status READ statusView NOTIFY statusChanged FINAL)
+    Q_PROPERTY(bool starting READ isStarting NOTIFY startingChanged FINAL)
     Q_PROPERTY(bool launching READ isLaunching NOTIFY launchingChanged FINAL)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged FINAL)
     Q_PROPERTY(QList<RecordView> history READ historyView NOTIFY historyChanged FINAL)
@@ -51,6 +57,8 @@ class AppModel final : public QObject
                    NOTIFY showingForeignWizardChanged FINAL)
     Q_PROPERTY(bool showingRecoveryKit READ isShowingRecoveryKit WRITE setShowingRecoveryKit NOTIFY
                    showingRecoveryKitChanged FINAL)
+    Q_PROPERTY(bool localOnSystemDisk READ isLocalOnSystemDisk NOTIFY summaryChanged FINAL)
+    Q_PROPERTY(QVariant supportError READ supportErrorView NOTIFY supportErrorChanged FINAL)
     Q_PROPERTY(QVariant keyError READ keyErrorView NOTIFY keyErrorChanged FINAL)
     Q_PROPERTY(bool keyChecking READ isKeyChecking NOTIFY keyCheckingChanged FINAL)
     Q_PROPERTY(bool hasPreviousKey READ hasPreviousKey NOTIFY hasPreviousKeyChanged FINAL)
@@ -85,18 +93,21 @@ public:
     {
         AppConfig config;
         std::optional<RunStatus> status;
+        bool starting = false;
         bool launching = false;
         QList<RunRecord> history; ///< newest first
         QMap<DestinationID, RepoInfo> repos;
+        bool localOnSystemDisk = false;
         bool fullDiskAccess = true;
+        std::optional<QString> supportError;
         std::optional<QString> keyError;
         bool keyCopied = false;
         std::optional<Notice> kitNotice;
         QString password;
     };
 
-    /// Brings everything up: key, schedule, a run under way, repositories. There is one such object
-    /// in a program.
+    /// Brings everything up: key, schedule, a run under way, repositories; but for settings and
+    /// history, behind the event loop. There is one such object in a program.
     explicit AppModel(std::shared_ptr<Desktop> desktop, QObject *parent = nullptr);
     /// One at rest, for galleries and for tests of what is on show: it reads nothing, looks at
     /// nothing by itself and keeps no settings.
@@ -112,6 +123,9 @@ public:
     /// Saves what has changed, and sees to the schedule where it depends on that.
     void setConfig(const AppConfig &config);
     [[nodiscard]] const std::optional<RunStatus> &status() const { return m_status; }
+    /// Whether it is still coming up: the keyring hasn't answered. No backup starts meanwhile, no
+    /// run is seen and no repository is read.
+    [[nodiscard]] bool isStarting() const { return m_isStarting; }
     [[nodiscard]] bool isLaunching() const { return m_launching; }
     [[nodiscard]] const QList<RunRecord> &history() const { return m_history; }
     [[nodiscard]] const QMap<DestinationID, RepoInfo> &repos() const { return m_repos; }
@@ -125,6 +139,8 @@ public:
     [[nodiscard]] const std::optional<Rclone::Quota> &serverQuota() const { return m_serverQuota; }
     /// rclone's word for the versioning of an S3 bucket.
     [[nodiscard]] const std::optional<QString> &serverVersioning() const;
+    /// Whether the folder of the local backups was last seen on the disk of the home folder.
+    [[nodiscard]] bool isLocalOnSystemDisk() const { return m_localFolder.isOnSystemDisk(); }
     /// As checkPermissions() found it last.
     [[nodiscard]] bool hasFullDiskAccess() const { return m_fullDiskAccess; }
     /// The action that the access sheet is on show for.
@@ -135,6 +151,8 @@ public:
     void setShowingForeignWizard(bool showing);
     [[nodiscard]] bool isShowingRecoveryKit() const { return m_showingRecoveryKit; }
     void setShowingRecoveryKit(bool showing);
+    /// Why no backup can run: the support folder can't be written.
+    [[nodiscard]] const std::optional<QString> &supportError() const { return m_supportError; }
     [[nodiscard]] const std::optional<QString> &keyError() const { return m_keyError; }
     [[nodiscard]] bool isKeyChecking() const { return m_keyChecking; }
     [[nodiscard]] bool hasPreviousKey() const { return m_hasPreviousKey; }
@@ -233,6 +251,7 @@ Q_SIGNALS:
     void sectionChanged();
     void configChanged();
     void statusChanged();
+    void startingChanged();
     void launchingChanged();
     void busyChanged();
     void historyChanged();
@@ -251,6 +270,7 @@ Q_SIGNALS:
     void foreignChanged();
     void showingForeignWizardChanged();
     void showingRecoveryKitChanged();
+    void supportErrorChanged();
     void keyErrorChanged();
     void keyCheckingChanged();
     void hasPreviousKeyChanged();
@@ -280,16 +300,23 @@ private:
         return true;
     }
 
-    void loadKey();
+    void begin();
+    void take(const StoredKey &stored);
+    void goOn();
+    void syncSchedule();
+    void readConnections();
+    void checkSupportFolder();
     Q_INVOKABLE void poll();
     void pollStatus();
-    void pollHistory();
+    bool pollHistory();
     void pollMinute();
     void setStatus(const std::optional<RunStatus> &status);
     void setLaunching(bool launching);
     void setHistory(const QList<RunRecord> &history);
     void store(DestinationID destination, const RepoInfo &info);
+    void read(const Restic &restic, bool isThere, int use);
     void refreshAll();
+    void lookAtLocalFolder();
     void launchBackup();
     Q_INVOKABLE void resumePendingAction();
     void run(GatedAction action);
@@ -306,6 +333,7 @@ private:
     [[nodiscard]] QVariant serverErrorView() const { return variant(m_serverError); }
     [[nodiscard]] QVariant serverQuotaView() const;
     [[nodiscard]] QVariant serverVersioningView() const { return variant(m_serverVersioning); }
+    [[nodiscard]] QVariant supportErrorView() const { return variant(m_supportError); }
     [[nodiscard]] QVariant keyErrorView() const { return variant(m_keyError); }
     [[nodiscard]] QVariant kitNoticeView() const { return variant(m_kitNotice); }
     [[nodiscard]] QVariantMap sourceSizesView() const;
@@ -318,6 +346,7 @@ private:
     Section m_section = Section::Overview;
     AppConfig m_config;
     std::optional<RunStatus> m_status;
+    bool m_isStarting = false;
     bool m_launching = false;
     quint64 m_launch = 0;      ///< number of the last launch from here
     QByteArray m_historyBytes; ///< history.json as it was at the last look
@@ -326,6 +355,10 @@ private:
     std::optional<RunStatus> m_foundStatus; ///< what those bytes say
     qint64 m_minute = 0;                    ///< of the last look, since the epoch
     QMap<DestinationID, RepoInfo> m_repos;
+    QMap<DestinationID, int> m_uses; ///< how often each destination went out of use
+    QSet<QString> m_sought;          ///< repositories that are looked for now
+    QSet<QString> m_soughtAgain;     ///< those of them that are to be read anew after that
+    LocalFolder m_localFolder;
     bool m_driveConnected = false;
     bool m_driveConnecting = false;
     std::optional<QString> m_driveError;
@@ -340,6 +373,7 @@ private:
     std::optional<ForeignBackup> m_foreign;
     bool m_showingForeignWizard = false;
     bool m_showingRecoveryKit = false;
+    std::optional<QString> m_supportError;
     std::optional<QString> m_keyError;
     bool m_keyChecking = false;
     bool m_hasPreviousKey = false;

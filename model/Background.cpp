@@ -1,18 +1,32 @@
 #include "model/Background.h"
 
+namespace {
+
+// Never destroyed: that would wait for networks that don't answer.
+QThreadPool *madePool(int threads)
+{
+    auto *made = new QThreadPool;
+    made->setMaxThreadCount(threads);
+    return made;
+}
+
+} // namespace
+
 QThreadPool &Background::threads()
 {
-    // Never destroyed: that would wait for networks that don't answer.
-    static QThreadPool *const pool = [] {
-        static constexpr int enough = 32;
-        auto *made = new QThreadPool;
-        made->setMaxThreadCount(enough);
-        return made;
-    }();
+    static constexpr int enough = 32;
+    static QThreadPool *const pool = madePool(enough);
+    return *pool;
+}
+
+QThreadPool &Background::orderly()
+{
+    static QThreadPool *const pool = madePool(1);
     return *pool;
 }
 
 void Background::waitForAll()
 {
     threads().waitForDone();
+    orderly().waitForDone();
 }

@@ -23,11 +23,21 @@ void waitForAll();
 /// The threads. There are as many as there is work, which mostly waits.
 QThreadPool &threads();
 
+/// One thread more, for what must come in the order in which it was asked for.
+QThreadPool &orderly();
+
 /// Runs `work()` and forgets it.
 template <typename Work>
 void run(Work work)
 {
     threads().start(std::function<void()>(std::move(work)));
+}
+
+/// Runs `work()` when all that was handed over here before has ended, and forgets it.
+template <typename Work>
+void runInOrder(Work work)
+{
+    orderly().start(std::function<void()>(std::move(work)));
 }
 
 /// Runs `work(report)`. Each value that it passes to `report` comes to `receive`, in their order;

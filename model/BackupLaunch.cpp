@@ -1,8 +1,11 @@
 #include "model/AppModel.h"
 
+#include "engine/CycleLock.h"
 #include "model/UserDefaults.h"
 #include "platform/Clock.h"
 #include "platform/ExecutablePath.h"
+#include "state/Localized.h"
+#include "state/Paths.h"
 
 #include <QPointer>
 
@@ -40,7 +43,7 @@ bool hasExpired(const QDateTime &date)
 
 void AppModel::startBackup()
 {
-    if (isBusy()) {
+    if (isBusy() || m_isStarting) {
         return;
     }
     if (!m_config.keySaved) {
@@ -62,8 +65,12 @@ void AppModel::launchBackup()
 {
     // How long the engine has to come up and to leave a live status.
     static constexpr std::chrono::seconds patience(6);
-    if (isBusy()) {
+    if (isBusy() || m_isStarting) {
         return;
+    }
+    checkSupportFolder();
+    if (m_supportError) {
+        return; // it would end without a word
     }
     const std::optional<QString> executable = ownExecutablePath();
     if (!executable || !m_desktop->startDetached(
@@ -75,8 +82,24 @@ void AppModel::launchBackup()
     m_desktop->after(patience, [model = QPointer(this), launch = m_launch] {
         if (model && model->m_launch == launch) {
             model->setLaunching(false);
+            model->checkSupportFolder();
         }
     });
+}
+
+void AppModel::checkSupportFolder()
+{
+    if (m_isAtRest) {
+        return;
+    }
+    const std::optional<QString> fault = CycleLock::fault();
+    const auto message = [&fault] {
+        return localized("Vellomar non può scrivere nella sua cartella %1 (%2): i backup non "
+                         "possono partire.")
+            .arg(Paths::abbreviatedHome(Paths::support()), *fault);
+    };
+    assign(m_supportError, fault ? std::optional(message()) : std::nullopt,
+           &AppModel::supportErrorChanged);
 }
 
 void AppModel::cancelBackup()

@@ -17,8 +17,9 @@ void AppModel::poll()
         // The launch is over: from here on the run itself is seen.
         setLaunching(false);
     }
-    pollHistory();
-    if (wasRunning && !m_status) {
+    const bool hasNewRecord = pollHistory();
+    // A run may have come and gone between two looks.
+    if (!m_status && (wasRunning || hasNewRecord)) {
         refreshAll();
     }
     pollMinute();
@@ -36,26 +37,31 @@ void AppModel::pollStatus()
     setStatus(isLive ? m_foundStatus : std::nullopt);
 }
 
-void AppModel::pollHistory()
+/// Whether the history has another newest record than before.
+bool AppModel::pollHistory()
 {
     QByteArray bytes = StatusStore::historyBytes();
     if (bytes == m_historyBytes) {
-        return;
+        return false;
     }
     const QList<RunRecord> found = StatusStore::decodedHistory(bytes);
     m_historyBytes = std::move(bytes);
     const auto head = [](const QList<RunRecord> &history) {
         return history.isEmpty() ? std::nullopt : std::optional(history.first().id);
     };
-    if (head(found) != head(m_history)) {
-        setHistory(found);
+    if (head(found) == head(m_history)) {
+        return false;
     }
+    setHistory(found);
+    return !found.isEmpty();
 }
 
 void AppModel::pollMinute()
 {
     const qint64 minute = Clock::now().toSecsSinceEpoch() / 60;
     if (std::exchange(m_minute, minute) != minute) {
+        lookAtLocalFolder();
+        checkSupportFolder();
         Q_EMIT minutePassed();
         Q_EMIT summaryChanged();
     }

@@ -34,7 +34,29 @@ RemoteRoom readRoom(bool isDriveConnected, bool isServerConnected, const AppConf
     return room;
 }
 
+/// Which remote places have an account.
+struct Connections
+{
+    bool drive = false;
+    bool server = false;
+};
+
 } // namespace
+
+void AppModel::readConnections()
+{
+    Background::run(
+        this,
+        [] {
+            return Connections{.drive = Rclone::isConfigured(),
+                               .server = Rclone::remotes().contains(Rclone::serverRemote)};
+        },
+        [this](const Connections &connections) {
+            assign(m_driveConnected, connections.drive, &AppModel::driveConnectedChanged);
+            assign(m_serverConnected, connections.server, &AppModel::serverConnectedChanged);
+            refreshQuota();
+        });
+}
 
 void AppModel::refreshQuota()
 {

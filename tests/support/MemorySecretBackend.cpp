@@ -1,9 +1,31 @@
 #include "tests/support/MemorySecretBackend.h"
 
+#include <utility>
+
+void MemorySecretBackend::holdNext()
+{
+    const std::lock_guard lock(m_mutex);
+    m_holdsNext = true;
+    m_isHolding = true;
+}
+
+void MemorySecretBackend::letGo()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isHolding = false;
+    }
+    m_released.notify_all();
+}
+
 SecretBackend::Match MemorySecretBackend::copyMatching(const QString &service,
                                                        const QString &account)
 {
     ++reads;
+    std::unique_lock lock(m_mutex);
+    if (std::exchange(m_holdsNext, false)) {
+        m_released.wait(lock, [this] { return !m_isHolding; });
+    }
     if (readFailure != 0) {
         return {readFailure, std::nullopt};
     }

@@ -4,7 +4,10 @@
 
 #include <QMap>
 
+#include <atomic>
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 #include <utility>
 
 /// A secret store in memory that can be made to refuse.
@@ -16,9 +19,14 @@ public:
     std::int32_t writeFailure = 0;                       ///< unless 0, what update and add give
     QString failingAccount;                              ///< one that can't be written; gives 22
     std::function<void()> onWrite;                       ///< called before update and add
-    int reads = 0;
+    std::atomic_int reads = 0;
     int updates = 0;
     int adds = 0;
+
+    /// Makes the next reading wait, as for a person who is asked.
+    void holdNext();
+    /// Lets it go on.
+    void letGo();
 
     Match copyMatching(const QString &service, const QString &account) override;
     std::int32_t update(const QString &service, const QString &account,
@@ -28,4 +36,8 @@ public:
 
 private:
     void noteWrite() const;
+    std::mutex m_mutex;
+    std::condition_variable m_released;
+    bool m_holdsNext = false;
+    bool m_isHolding = false;
 };

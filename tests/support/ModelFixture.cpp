@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QFutureWatcher>
 #include <QJsonArray>
 
 #include <csignal>
@@ -73,15 +74,22 @@ ModelFixture::ModelFixture()
 ModelFixture::~ModelFixture()
 {
     tools.letGo();
+    secrets.letGo();
     model.reset();
     Background::waitForAll();
     desktop->forget();
 }
 
-void ModelFixture::start()
+void ModelFixture::begin()
 {
     ConfigStore::save(config);
     model = std::make_unique<AppModel>(desktop);
+}
+
+void ModelFixture::start()
+{
+    begin();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
 }
 
 void ModelFixture::restart()
@@ -89,13 +97,17 @@ void ModelFixture::restart()
     model.reset();
     Background::waitForAll();
     model = std::make_unique<AppModel>(desktop);
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
 }
 
 void ModelFixture::settle()
 {
-    Background::waitForAll();
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // What is delivered may make more work.
+    do {
+        Background::waitForAll();
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    } while (model && !model->findChildren<QFutureWatcherBase *>().isEmpty());
 }
 
 void ModelFixture::tick()

@@ -60,6 +60,8 @@ protected:
 
     /// Saves `config` and brings the model up.
     void start();
+    /// The same, up to where it waits for the keyring.
+    void begin();
     /// The program ends and is started again; the settings on disk stay as they are.
     void restart();
     /// Lets everything under way come to its end and be delivered.

@@ -61,10 +61,24 @@ void ModelTools::holdRclone()
     m_isHoldingRclone = true;
 }
 
+void ModelTools::holdConnections()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isHoldingConnections = true;
+}
+
+void ModelTools::holdSchedule()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isHoldingSchedule = true;
+}
+
 void ModelTools::letGo()
 {
     {
         const std::lock_guard lock(m_mutex);
+        m_isHoldingConnections = false;
+        m_isHoldingSchedule = false;
         m_isHolding = false;
         m_isHoldingRclone = false;
     }
@@ -132,6 +146,7 @@ ProcessResult ModelTools::run(const QString &path, const QStringList &arguments,
     m_calls.append({tool, command, repository, options.input.value_or(QString())});
     if (tool == QLatin1String("rclone")) {
         if (command == QLatin1String("config dump")) {
+            m_released.wait(lock, [this] { return !m_isHoldingConnections; });
             return ended(0, m_remotes);
         }
         if (command == QLatin1String("config encryption")) {
@@ -144,6 +159,9 @@ ProcessResult ModelTools::run(const QString &path, const QStringList &arguments,
         }
         // Limits of time follow the words of the question.
         return m_rcloneAnswers.value(words.mid(0, 3).join(u' '), ended(0));
+    }
+    if (tool == QLatin1String("systemctl")) {
+        m_released.wait(lock, [this] { return !m_isHoldingSchedule; });
     }
     if (tool != QLatin1String("restic")) {
         return ended(0);

@@ -46,6 +46,10 @@ public:
     void hold();
     /// Makes rclone wait likewise, but for what concerns its configuration.
     void holdRclone();
+    /// Makes rclone wait also where it is asked for the connections.
+    void holdConnections();
+    /// Makes the system's tools for the schedule wait.
+    void holdSchedule();
     /// Lets every call go on.
     void letGo();
     /// How many calls wait now.
@@ -74,6 +78,8 @@ private:
     QMap<QString, ProcessResult> m_rcloneAnswers;
     bool m_isHolding = false;
     bool m_isHoldingRclone = false;
+    bool m_isHoldingConnections = false;
+    bool m_isHoldingSchedule = false;
     int m_held = 0;
     ScopedProcessRunner m_runner; // last: it uses all of the above
 };

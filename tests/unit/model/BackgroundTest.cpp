@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <latch>
+#include <numeric>
 
 namespace {
 
@@ -85,6 +86,28 @@ TEST_F(BackgroundTest, anOwnerMayGoInItsOwnDelivery)
     Background::run(
         owner.get(), [] { return 1; }, [this](int) { owner.reset(); });
     EXPECT_TRUE(eventuallyInLoop([this] { return !owner; }));
+}
+
+TEST_F(BackgroundTest, whatMustComeInOrderDoesAndHoldsNothingElseUp)
+{
+    std::latch go(1);
+    QList<int> order;
+    Background::runInOrder([&] {
+        go.wait();
+        order.append(0);
+    });
+    for (int i = 1; i < 20; ++i) {
+        Background::runInOrder([&order, i] { order.append(i); });
+    }
+    bool isElsewhereDone = false;
+    Background::run(
+        owner.get(), [] { return 1; }, [&isElsewhereDone](int) { isElsewhereDone = true; });
+    EXPECT_TRUE(eventuallyInLoop([&] { return isElsewhereDone; }));
+    go.count_down();
+    Background::waitForAll();
+    QList<int> expected(20);
+    std::iota(expected.begin(), expected.end(), 0);
+    EXPECT_EQ(order, expected);
 }
 
 TEST_F(BackgroundTest, reportsComeInTheirOrderBeforeTheEnd)

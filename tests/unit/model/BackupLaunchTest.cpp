@@ -2,6 +2,9 @@
 #include "state/StatusStore.h"
 #include "tests/support/ModelFixture.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace {
 
 using GatedAction = AppModel::GatedAction;
@@ -14,6 +17,19 @@ protected:
     {
         return {ownExecutablePath().value(), QStringLiteral("--backup"),
                 QStringLiteral("--manual")};
+    }
+
+    static void writeFileInPlaceOfTheFolder()
+    {
+        QFile file(Paths::support());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+
+    static std::optional<QString> folderError(const QString &reason)
+    {
+        return QStringLiteral("Vellomar non può scrivere nella sua cartella "
+                              "~/.local/share/Vellomar (%1): i backup non possono partire.")
+            .arg(reason);
     }
 };
 
@@ -114,6 +130,47 @@ TEST_F(BackupLaunch, aProgramThatCannotBeStartedIsSilent)
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_FALSE(model->isLaunching());
     EXPECT_EQ(desktop->waitingTasks(), 0);
+}
+
+TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsToldFromTheStart)
+{
+    QDir(Paths::support()).removeRecursively();
+    writeFileInPlaceOfTheFolder();
+    model = std::make_unique<AppModel>(desktop);
+    EXPECT_EQ(model->supportError(), folderError(QStringLiteral("non è una cartella")));
+}
+
+TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
+{
+    start();
+    EXPECT_EQ(model->supportError(), std::nullopt);
+    const SignalCount told(model.get(), &AppModel::supportErrorChanged);
+    QDir(Paths::support()).removeRecursively();
+    writeFileInPlaceOfTheFolder();
+    model->startBackup();
+    EXPECT_FALSE(model->isLaunching());
+    EXPECT_TRUE(desktop->started.isEmpty());
+    EXPECT_EQ(model->supportError(), folderError(QStringLiteral("non è una cartella")));
+    EXPECT_EQ(told.count(), 1);
+    // Put in order, it is seen at the next try and within a minute.
+    ASSERT_TRUE(QFile::remove(Paths::support()));
+    ASSERT_TRUE(QDir().mkdir(Paths::support()));
+    clock.advance(std::chrono::minutes(1));
+    tick();
+    EXPECT_EQ(model->supportError(), std::nullopt);
+    model->startBackup();
+    EXPECT_TRUE(model->isLaunching());
+}
+
+TEST_F(BackupLaunch, aLaunchThatCameToNothingLooksAtTheSupportFolder)
+{
+    start();
+    model->startBackup();
+    QFile::remove(supportFile("backup.lock"));
+    ASSERT_TRUE(QDir().mkpath(supportFile("backup.lock")));
+    desktop->pass(milliseconds(6000));
+    EXPECT_FALSE(model->isLaunching());
+    EXPECT_TRUE(model->supportError());
 }
 
 TEST_F(BackupLaunch, anEngineThatShowsNoStatusIsGivenUpAfterSixSeconds)

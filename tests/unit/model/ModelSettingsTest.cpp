@@ -2,6 +2,7 @@
 #include "state/ConfigStore.h"
 #include "tests/support/ModelFixture.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace {
@@ -15,9 +16,11 @@ protected:
     template <typename Change>
     bool touchesSchedule(Change made)
     {
+        settle();
         const qsizetype before = tools.count(QStringLiteral("systemctl"));
         change(made);
         EXPECT_EQ(ConfigStore::load(), model->config());
+        settle();
         return tools.count(QStringLiteral("systemctl")) != before;
     }
 
@@ -60,6 +63,25 @@ TEST_F(ModelSettings, theScheduleFollowsWhatItDependsOn)
     EXPECT_TRUE(touchesSchedule([](AppConfig &settings) { settings.keySaved = true; }));
     EXPECT_TRUE(touchesSchedule([](AppConfig &settings) { settings.localEnabled = false; }));
     EXPECT_TRUE(touchesSchedule([](AppConfig &settings) { settings.serverEnabled = true; }));
+}
+
+TEST_F(ModelSettings, theScheduleOfTheLastChangeStands)
+{
+    tools.holdSchedule();
+    for (const bool isWanted : {false, true, false, true, false}) {
+        change([isWanted](AppConfig &settings) { settings.autoBackup = isWanted; });
+    }
+    // The program may end meanwhile.
+    model.reset();
+    tools.letGo();
+    settle();
+    EXPECT_FALSE(QFile::exists(QDir::homePath() +
+                               QLatin1String("/.config/systemd/user/it.vellomar.backup.timer")));
+    restart();
+    change([](AppConfig &settings) { settings.autoBackup = true; });
+    settle();
+    EXPECT_TRUE(QFile::exists(QDir::homePath() +
+                              QLatin1String("/.config/systemd/user/it.vellomar.backup.timer")));
 }
 
 TEST_F(ModelSettings, nothingElseTouchesTheSchedule)

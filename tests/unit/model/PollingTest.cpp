@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTimer>
 
 #include <unistd.h>
 
@@ -87,6 +88,52 @@ TEST_F(Polling, theEndOfARunReadsEveryRepositoryInUseOnce)
     tick();
     settle();
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 6);
+}
+
+TEST_F(Polling, aRunBetweenTwoLooksIsSeenByItsRecord)
+{
+    useAllDestinations();
+    writeHistory({record(2)});
+    start();
+    settle();
+    const qsizetype readings = tools.repositories(QStringLiteral("snapshots")).size();
+    writeHistory({record(1), record(2)});
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings + 3);
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings + 3);
+}
+
+TEST_F(Polling, aRecordOfARunUnderWayReadsNothingYet)
+{
+    const EngineLookalike engine;
+    leaveStatus(engine.pid());
+    start();
+    settle();
+    const qsizetype readings = tools.repositories(QStringLiteral("snapshots")).size();
+    writeHistory({record(1)});
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings);
+    writeHistory({record(0.5), record(1)});
+    StatusStore::clear();
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings + 1);
+}
+
+TEST_F(Polling, aHistoryThatVanishesIsNoRun)
+{
+    writeHistory({record(1)});
+    start();
+    settle();
+    const qsizetype readings = tools.repositories(QStringLiteral("snapshots")).size();
+    QFile::remove(supportFile("history.json"));
+    tick();
+    settle();
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings);
 }
 
 TEST_F(Polling, aRunThatWasKilledIsOverAtTheNextLook)
@@ -271,7 +318,10 @@ TEST_F(Polling, aModelThatIsGoneIsNotPolledAnyMore)
     start();
     model.reset();
     settle();
-    EXPECT_TRUE(eventuallyInLoop([count = 0]() mutable { return ++count > 50; }));
+    // Its timer would have come round before this one.
+    bool isOver = false;
+    QTimer::singleShot(std::chrono::milliseconds(1500), [&isOver] { isOver = true; });
+    EXPECT_TRUE(eventuallyInLoop([&isOver] { return isOver; }));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "model/Background.h"
 #include "tests/support/ModelFixture.h"
-#include "tests/support/Waiting.h"
 
 namespace {
 
@@ -193,7 +192,7 @@ TEST_F(Quota, aQuestionUnderWayKeepsTheSettingsThatItBeganWith)
     tellVersioning(QStringLiteral("first"), QStringLiteral("Enabled"));
     tools.holdRclone();
     start();
-    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
     change([](AppConfig &settings) { settings.serverPath = QStringLiteral("second/x"); });
     tools.letGo();
     settle();
@@ -206,7 +205,7 @@ TEST_F(Quota, theWindowGoesOnMeanwhileAndTheModelMayGo)
     tell(drive, 5, 15);
     tools.holdRclone();
     start();
-    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
     EXPECT_EQ(model->driveQuota(), std::nullopt);
     model.reset();
     tools.letGo();

@@ -264,6 +264,7 @@ TEST_F(RecoveryKit, theConfirmationSetsTheScheduleGoing)
         QDir::homePath() + QLatin1String("/.config/systemd/user/it.vellomar.backup.timer");
     EXPECT_FALSE(QFile::exists(timer));
     model->confirmKeySaved();
+    settle();
     EXPECT_TRUE(QFile::exists(timer));
     EXPECT_TRUE(desktop->started.isEmpty());
 }

@@ -1,7 +1,7 @@
 #include "model/Background.h"
+#include "state/Keychain.h"
 #include "state/Paths.h"
 #include "tests/support/ModelFixture.h"
-#include "tests/support/Waiting.h"
 
 #include <QDir>
 
@@ -118,8 +118,25 @@ TEST_F(Refresh, anErrorGoesWhenAReadingBegins)
     ASSERT_TRUE(local().error);
     tools.hold();
     model->refresh(DestinationID::local);
-    EXPECT_EQ(local().error, std::nullopt);
     EXPECT_TRUE(local().loading);
+    EXPECT_TRUE(eventuallyInLoop([this] { return !local().error; }));
+    EXPECT_TRUE(local().loading);
+}
+
+TEST_F(Refresh, anErrorStaysUntilTheDestinationIsThere)
+{
+    config.localFolder = QDir::homePath() + QLatin1String("/unplugged");
+    start();
+    settle();
+    ASSERT_TRUE(local().error);
+    int changes = 0;
+    QObject::connect(model.get(), &AppModel::reposChanged, model.get(), [this, &changes] {
+        ++changes;
+        EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
+    });
+    model->refresh(DestinationID::local);
+    settle();
+    EXPECT_EQ(changes, 2); // it is being looked for, and isn't there
 }
 
 TEST_F(Refresh, aDestinationThatIsNotThereIsToldWithoutAskingAnyTool)
@@ -128,6 +145,7 @@ TEST_F(Refresh, aDestinationThatIsNotThereIsToldWithoutAskingAnyTool)
     config.serverEnabled = true;
     config.localFolder = QDir::homePath() + QLatin1String("/unplugged");
     start();
+    settle();
     for (const auto &[destination, text] :
          {std::pair(DestinationID::local, QStringLiteral("Disco non collegato")),
           std::pair(DestinationID::drive, QStringLiteral("Google Drive non collegato")),
@@ -168,11 +186,68 @@ TEST_F(Refresh, aDestinationThatGoesOutOfUseMeanwhileIsNotActive)
     EXPECT_FALSE(model->repos().contains(DestinationID::local));
 }
 
+TEST_F(Refresh, aReadingUnderWayDoesNotPutBackWhatWentOutOfUse)
+{
+    tools.hold();
+    start();
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
+    change([](AppConfig &settings) { settings.localEnabled = false; });
+    model->refresh(DestinationID::local);
+    ASSERT_FALSE(model->repos().contains(DestinationID::local));
+    tools.letGo();
+    settle();
+    EXPECT_FALSE(model->repos().contains(DestinationID::local));
+}
+
+TEST_F(Refresh, aReadingOfAnEarlierUseDoesNotShowInALaterOne)
+{
+    tools.hold();
+    start();
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
+    tools.answer(QStringLiteral("snapshots"), disk(), ModelTools::ended(12));
+    change([](AppConfig &settings) { settings.localEnabled = false; });
+    change([](AppConfig &settings) {
+        settings.localEnabled = true;
+        settings.localFolder = folder("another");
+    });
+    model->refresh(DestinationID::local);
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 2; }));
+    int errors = 0;
+    QObject::connect(model.get(), &AppModel::reposChanged, model.get(),
+                     [this, &errors] { errors += local().error ? 1 : 0; });
+    tools.letGo();
+    settle();
+    EXPECT_EQ(errors, 0);
+    EXPECT_FALSE(local().loading);
+}
+
+TEST_F(Refresh, aPlaceThatIsBeingLookedForIsNotLookedForASecondTime)
+{
+    useAllDestinations();
+    tools.holdConnections();
+    start();
+    for (int i = 0; i < 5; ++i) {
+        model->refresh(DestinationID::drive);
+    }
+    storeKey(QStringLiteral("another key"), Keychain::repositoryKey);
+    ASSERT_EQ(model->install(QStringLiteral("another key"), true), std::nullopt);
+    tools.letGo();
+    settle();
+    // What was asked for meanwhile is done once, with what holds then.
+    const QString drive = config.repository(DestinationID::drive);
+    EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).count(drive), 1);
+    for (const ModelTools::Call &call : tools.calls()) {
+        if (call.repository == drive) {
+            EXPECT_EQ(call.key, QStringLiteral("another key"));
+        }
+    }
+}
+
 TEST_F(Refresh, aReadingUnderWayKeepsTheSettingsThatItBeganWith)
 {
     tools.hold();
     start();
-    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
     const QString before = disk();
     change([](AppConfig &settings) { settings.localFolder = folder("another"); });
     tools.answer(QStringLiteral("snapshots"), before,
@@ -188,9 +263,9 @@ TEST_F(Refresh, ofTwoAtOnceTheOneThatEndsLastCounts)
 {
     tools.hold();
     start();
-    ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
     model->refresh(DestinationID::local);
-    EXPECT_TRUE(eventually([this] { return tools.held() == 2; }));
+    EXPECT_TRUE(eventuallyInLoop([this] { return tools.held() == 2; }));
     tools.letGo();
     settle();
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("snapshots")), 2);
@@ -220,16 +295,20 @@ TEST_F(Refresh, aModelMayGoWhileRepositoriesAreRead)
     useAllDestinations();
     tools.hold();
     start();
-    ASSERT_TRUE(eventually([this] { return tools.held() == 3; }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 3; }));
     model.reset();
     tools.letGo();
     settle();
     // As well when the results have already been sent off.
+    const auto readings = [this] {
+        return tools.count(QStringLiteral("restic"), QStringLiteral("snapshots"));
+    };
     start();
+    ASSERT_TRUE(eventuallyInLoop([&] { return readings() == 6; }));
     Background::waitForAll();
     model.reset();
     settle();
-    EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("snapshots")), 6);
+    EXPECT_EQ(readings(), 6);
 }
 
 } // namespace

@@ -63,6 +63,7 @@ TEST_F(StartUp, findsTheConnectionsOfRclone)
 {
     tools.connectRemotes();
     start();
+    settle();
     EXPECT_TRUE(model->isDriveConnected());
     EXPECT_TRUE(model->isServerConnected());
 }
@@ -71,6 +72,7 @@ TEST_F(StartUp, aDriveWithoutATokenIsNotConnected)
 {
     tools.setRemotes(QStringLiteral(R"({"vellomar": {"type": "drive"}})"));
     start();
+    settle();
     EXPECT_FALSE(model->isDriveConnected());
     EXPECT_FALSE(model->isServerConnected());
 }
@@ -140,6 +142,7 @@ TEST_F(StartUp, clearsAwayWhatAnEarlierStartLeft)
 TEST_F(StartUp, bringsTheScheduleInLineWithTheSettings)
 {
     start();
+    settle();
     EXPECT_GT(scheduleChanges(), 0);
     const QString timer =
         QDir::homePath() + QLatin1String("/.config/systemd/user/it.vellomar.backup.timer");
@@ -147,6 +150,7 @@ TEST_F(StartUp, bringsTheScheduleInLineWithTheSettings)
     config.autoBackup = false;
     ConfigStore::save(config);
     restart();
+    settle();
     EXPECT_FALSE(QFileInfo::exists(timer));
 }
 
@@ -180,31 +184,155 @@ TEST_F(StartUp, readsTheRepositoriesInUse)
     EXPECT_FALSE(model->repos().value(DestinationID::server).loading);
 }
 
-TEST_F(StartUp, goesInItsOrder)
+TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
 {
-    // Each step is caught at the moment of the next one that can be seen from outside.
+    secrets.holdNext();
+    QDir().mkpath(PreviewFolder::path());
+    writeHistory({record(1)});
+    const EngineLookalike engine;
+    leaveStatus(engine.pid());
+    UserDefaults::set(UserDefaults::pendingAction, QStringLiteral("backup"));
+    UserDefaults::set(UserDefaults::pendingActionDate, clock.moment());
+    useAllDestinations();
+    begin();
+    ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
+    // The program comes to the front, and its person tries what there is.
+    model->becomeActive();
+    model->startBackup();
+    model->refresh(DestinationID::local);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(model->isStarting());
+    // What is read from files alone is there, and none of the later steps has been made.
+    EXPECT_EQ(model->config(), config);
+    EXPECT_EQ(model->history().size(), 1);
+    EXPECT_EQ(model->password(), QString());
+    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_TRUE(QFileInfo::exists(PreviewFolder::path()));
+    EXPECT_TRUE(tools.calls().isEmpty());
+    EXPECT_EQ(desktop->probes, 0);
+    EXPECT_EQ(model->status(), std::nullopt);
+    EXPECT_TRUE(model->repos().isEmpty());
+    EXPECT_TRUE(desktop->started.isEmpty());
+    EXPECT_EQ(secrets.reads, 1);
+}
+
+TEST_F(StartUp, goesOnInItsOrderWhenTheKeyringAnswersLate)
+{
+    secrets.holdNext();
     QDir().mkpath(PreviewFolder::path());
     UserDefaults::set(UserDefaults::pendingAction, QStringLiteral("backup"));
     UserDefaults::set(UserDefaults::pendingActionDate, clock.moment());
     useAllDestinations();
-    tools.hold();
-    start();
+    begin();
+    ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
     QStringList order;
-    for (const ModelTools::Call &call : tools.calls()) {
-        if (order.isEmpty() || order.last() != call.tool) {
-            order.append(call.tool);
-        }
-    }
-    // The connections, the schedule, the repositories.
-    ASSERT_GE(order.size(), 2);
-    EXPECT_EQ(order.at(0), QStringLiteral("rclone"));
-    EXPECT_EQ(order.at(1), QStringLiteral("systemctl"));
-    // At the end of it all, with every repository being read, what was pending is taken up.
+    const auto note = [this, &order](const char *step, auto signal) {
+        QObject::connect(model.get(), signal, model.get(),
+                         [&order, step] { order.append(QString::fromUtf8(step)); });
+    };
+    note("key", &AppModel::passwordChanged);
+    note("access", &AppModel::fullDiskAccessChanged);
+    note("started", &AppModel::startingChanged);
+    note("repositories", &AppModel::reposChanged);
+    note("launch", &AppModel::launchingChanged);
+    desktop->fullDiskAccess = false;
+    tools.hold();
+    secrets.letGo();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
+    EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
+    EXPECT_EQ(order, QStringList({QStringLiteral("key"), QStringLiteral("access"),
+                                  QStringLiteral("started"), QStringLiteral("repositories"),
+                                  QStringLiteral("repositories"), QStringLiteral("repositories")}));
+    // With every repository about to be read, what was pending is looked at; without access it
+    // waits on.
     EXPECT_EQ(model->repos().size(), 3);
+    EXPECT_EQ(desktop->probes, 2);
+    EXPECT_TRUE(desktop->started.isEmpty());
+    tools.letGo();
+    settle();
+    EXPECT_GT(scheduleChanges(), 0);
+}
+
+TEST_F(StartUp, takesUpWhatIsPendingAtItsEnd)
+{
+    UserDefaults::set(UserDefaults::pendingAction, QStringLiteral("backup"));
+    UserDefaults::set(UserDefaults::pendingActionDate, clock.moment());
+    start();
     EXPECT_EQ(desktop->probes, 2);
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_TRUE(model->isLaunching());
+}
+
+TEST_F(StartUp, aModelMayGoWhileItWaitsForTheKeyring)
+{
+    secrets.holdNext();
+    begin();
+    ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
+    model.reset();
+    secrets.letGo();
+    settle();
+    EXPECT_TRUE(tools.calls().isEmpty());
+}
+
+TEST_F(StartUp, aKeyThatWasInstalledMeanwhileStays)
+{
+    secrets.holdNext();
+    begin();
+    ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
+    ASSERT_EQ(model->install(QStringLiteral("a key that was typed in"), true), std::nullopt);
+    storeKey(QStringLiteral("what the store had before"), Keychain::repositoryKey);
+    secrets.letGo();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
+    EXPECT_EQ(model->password(), QStringLiteral("a key that was typed in"));
+    EXPECT_TRUE(model->config().keySaved);
+}
+
+TEST_F(StartUp, settingsMadeWhileItWaitsAreKept)
+{
+    secrets.holdNext();
+    secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
+    begin();
+    ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
+    change([](AppConfig &settings) { settings.intervalHours = 7; });
+    EXPECT_EQ(ConfigStore::load().intervalHours, 7);
+    secrets.letGo();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
+    // A new key turns the person's word off, and nothing else.
+    EXPECT_FALSE(ConfigStore::load().keySaved);
+    EXPECT_EQ(ConfigStore::load().intervalHours, 7);
+}
+
+TEST_F(StartUp, anRcloneThatHangsHoldsUpTheRemotePlacesAlone)
+{
+    useAllDestinations();
+    tools.holdConnections();
+    start();
+    EXPECT_TRUE(
+        eventuallyInLoop([this] { return !model->repos().value(DestinationID::local).loading; }));
+    EXPECT_FALSE(model->isDriveConnected());
+    EXPECT_TRUE(model->repos().value(DestinationID::drive).loading);
+    EXPECT_TRUE(model->repos().value(DestinationID::server).loading);
+    model->startBackup();
+    EXPECT_EQ(desktop->started.size(), 1);
     tools.letGo();
+    settle();
+    EXPECT_TRUE(model->isDriveConnected());
+    EXPECT_TRUE(model->isServerConnected());
+    EXPECT_FALSE(model->repos().value(DestinationID::drive).loading);
+    EXPECT_EQ(model->repos().value(DestinationID::drive).error, std::nullopt);
+}
+
+TEST_F(StartUp, aScheduleThatHangsHoldsNothingUp)
+{
+    tools.holdSchedule();
+    start();
+    EXPECT_TRUE(
+        eventuallyInLoop([this] { return !model->repos().value(DestinationID::local).loading; }));
+    change([](AppConfig &settings) { settings.autoBackup = false; });
+    const EngineLookalike engine;
+    leaveStatus(engine.pid());
+    tick();
+    EXPECT_TRUE(model->isBusy());
 }
 
 TEST_F(StartUp, looksAgainEachSecond)

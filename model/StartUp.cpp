@@ -1,0 +1,64 @@
+#include "model/AppModel.h"
+
+#include "engine/Scheduler.h"
+#include "model/Background.h"
+#include "model/PreviewFolder.h"
+#include "model/StoredKey.h"
+#include "state/ConfigStore.h"
+
+#include <QTimer>
+
+// How the model comes up. The keyring may wait for its person, and it comes first: what follows
+// needs the key. All of that goes on behind a window that is already there.
+
+void AppModel::begin()
+{
+    Background::runReporting<StoredKey>(
+        this,
+        [](const auto &report) {
+            report(StoredKey::load());
+            PreviewFolder::remove();
+            OneShotSecret::removeStale();
+        },
+        [this](const StoredKey &stored) { take(stored); }, [this] { goOn(); });
+}
+
+void AppModel::take(const StoredKey &stored)
+{
+    if (!m_password.isEmpty()) {
+        return; // one was installed meanwhile
+    }
+    assign(m_keyError, stored.error, &AppModel::keyErrorChanged);
+    assign(m_hasPreviousKey, stored.hasPrevious, &AppModel::hasPreviousKeyChanged);
+    assign(m_password, stored.key, &AppModel::passwordChanged);
+    if (stored.isNew) {
+        // Nobody can have saved a key that is new.
+        setKeySaved(false);
+    }
+}
+
+void AppModel::goOn()
+{
+    // Here, where these files are written: what another thread took for abandoned may be new.
+    ConfigStore::removeAbandoned();
+    Rclone::removeAbandonedHostKeys();
+    Background::run([] { Rclone::pinServerIfNeeded(); });
+    syncSchedule();
+    checkPermissions();
+    poll();
+    assign(m_isStarting, false, &AppModel::startingChanged);
+    refreshAll();
+    readConnections();
+
+    auto *timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &AppModel::poll);
+    timer->start(std::chrono::seconds(1));
+
+    resumePendingAction();
+}
+
+void AppModel::syncSchedule()
+{
+    // The system's tools take their time. They are asked in the order of the changes.
+    Background::runInOrder([config = m_config] { Scheduler::sync(config); });
+}

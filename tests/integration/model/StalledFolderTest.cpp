@@ -1,0 +1,127 @@
+#include "model/Background.h"
+#include "state/Keychain.h"
+#include "tests/support/ModelFixture.h"
+#include "tests/support/OwnMounts.h"
+#include "tests/support/StalledDisk.h"
+
+#include <QFile>
+
+#include <memory>
+
+// The window's thread and folders on a network that doesn't answer. Where it waited for one of
+// them, these tests would never end.
+
+namespace {
+
+class StalledFolder : public ModelFixture
+{
+protected:
+    // Before there is any other thread.
+    void SetUp() override { ASSERT_TRUE(takeOwnMounts()); }
+    void TearDown() override
+    {
+        if (disk) {
+            disk->letGo();
+        }
+    }
+
+    void stall(const QString &folder)
+    {
+        disk = std::make_unique<StalledDisk>(folder);
+        ASSERT_TRUE(disk->isMounted());
+    }
+
+    void passMinute()
+    {
+        clock.advance(std::chrono::minutes(1));
+        tick();
+        QCoreApplication::processEvents();
+    }
+
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+
+    std::unique_ptr<StalledDisk> disk;
+};
+
+TEST_F(StalledFolder, doesNotHoldUpTheStart)
+{
+    stall(config.localFolder);
+    useAllDestinations();
+    start();
+    EXPECT_TRUE(
+        eventuallyInLoop([this] { return !model->repos().value(DestinationID::server).loading; }));
+    EXPECT_TRUE(local().loading);
+    EXPECT_FALSE(model->isLocalOnSystemDisk());
+    model->startBackup();
+    EXPECT_TRUE(model->isLaunching());
+}
+
+TEST_F(StalledFolder, leavesOnShowWhatWasReadLast)
+{
+    tools.answer(
+        QStringLiteral("snapshots"),
+        ModelTools::ended(0, u'[' + ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname()) +
+                                 u']'));
+    start();
+    settle();
+    ASSERT_EQ(local().snapshots.size(), 1);
+    ASSERT_TRUE(model->isLocalOnSystemDisk());
+    stall(config.localFolder);
+    model->refresh(DestinationID::local);
+    passMinute();
+    writeHistory({record(0)}); // the end of a run
+    tick();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(local().snapshots.size(), 1);
+    EXPECT_EQ(local().error, std::nullopt);
+    EXPECT_TRUE(local().loading);
+    EXPECT_TRUE(model->isLocalOnSystemDisk());
+    disk->letGo();
+    settle();
+    EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
+    EXPECT_FALSE(model->isLocalOnSystemDisk());
+}
+
+TEST_F(StalledFolder, isAskedForOnceHoweverLongItTakes)
+{
+    stall(config.localFolder);
+    start();
+    // One for its volume, one for its repository.
+    ASSERT_TRUE(eventuallyInLoop([] { return Background::threads().activeThreadCount() == 2; }));
+    for (int i = 0; i < 5; ++i) {
+        passMinute();
+        model->refresh(DestinationID::local);
+    }
+    EXPECT_EQ(Background::threads().activeThreadCount(), 2);
+}
+
+TEST_F(StalledFolder, givesWayToAnotherOne)
+{
+    stall(config.localFolder);
+    start();
+    change([](AppConfig &settings) { settings.localFolder = folder("elsewhere"); });
+    model->refresh(DestinationID::local);
+    EXPECT_TRUE(eventuallyInLoop([this] { return !local().loading; }));
+    EXPECT_EQ(local().error, std::nullopt);
+    EXPECT_TRUE(eventuallyInLoop([this] { return model->isLocalOnSystemDisk(); }));
+    // What is found out of the first one at last changes nothing.
+    disk->letGo();
+    settle();
+    EXPECT_EQ(local().error, std::nullopt);
+    EXPECT_TRUE(model->isLocalOnSystemDisk());
+}
+
+TEST_F(StalledFolder, thatIsMeasuredGivesWayToAnotherSelection)
+{
+    config.sources = {folder("far")};
+    stall(folder("far"));
+    start();
+    model->runMeasure();
+    change([](AppConfig &settings) { settings.sources = {folder("near")}; });
+    EXPECT_FALSE(model->isMeasuring());
+    model->runMeasure();
+    EXPECT_TRUE(eventuallyInLoop([this] { return !model->isMeasuring(); }));
+    EXPECT_TRUE(model->sourceSizes().contains(folder("near")));
+}
+
+} // namespace
