@@ -117,8 +117,16 @@ void KeyringSession::startHidingService(const QStringList &arguments)
                   startScript(m_keyring, QStringLiteral("hiding_secret_service.py"), arguments);
 }
 
+void KeyringSession::pauseKeyring()
+{
+    ::kill(static_cast<pid_t>(m_keyring.processId()), SIGSTOP);
+}
+
 void KeyringSession::stopKeyring()
 {
+    if (m_keyring.state() != QProcess::NotRunning) {
+        ::kill(static_cast<pid_t>(m_keyring.processId()), SIGCONT); // it may be paused
+    }
     endProcess(m_keyring);
 }
 

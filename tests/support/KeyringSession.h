@@ -41,6 +41,8 @@ public:
     /// tests/support/hiding_secret_service.py) in place of a keyring.
     void startHidingService(const QStringList &arguments);
 
+    /// Makes the keyring one that answers nobody.
+    void pauseKeyring();
     void stopKeyring();
     void stopBus();
 

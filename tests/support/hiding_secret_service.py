@@ -1,15 +1,18 @@
 """A Secret Service whose locked collection tells nothing about its items, as some
 password managers' do.
 
-Usage: hiding_secret_service.py default|no-default opens|refuses|opens-meanwhile [VALUE]
+Usage: hiding_secret_service.py default|no-default MANNER [VALUE]
 
 There is one collection, locked, which is the default one or isn't. Asked to
-unlock it, the service does so or lets its prompt be dismissed; or the collection
-is unlocked by somebody else right after the first search. It holds one item,
+unlock it, the service does so ("opens"), or does so when a file is there
+("opens-when:FILE"), or lets its prompt be dismissed ("refuses"); or the collection
+is unlocked by somebody else right after the first search ("opens-meanwhile"). It
+holds one item,
 "repository-key" of "it.vellomar.app", if a VALUE is given. Writes one line when
 it is ready.
 """
 
+import os
 import sys
 
 import dbus
@@ -125,7 +128,7 @@ class Item(Properties):
 class Prompt(dbus.service.Object):
     @dbus.service.method(PROMPT, "s", "")
     def Prompt(self, window):
-        GLib.idle_add(self.answer)
+        GLib.timeout_add(20, self.answer)
 
     @dbus.service.method(PROMPT, "", "")
     def Dismiss(self):
@@ -136,7 +139,10 @@ class Prompt(dbus.service.Object):
         pass
 
     def answer(self):
-        if manner == "opens":
+        if manner.startswith("opens-when:"):
+            if not os.path.exists(manner.partition(":")[2]):
+                return True
+        if manner.startswith("opens"):
             state["locked"] = False
             self.Completed(False, paths(COLLECTION_PATH))
         else:

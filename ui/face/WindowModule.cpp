@@ -1,7 +1,6 @@
 #include "model/Background.h"
 #include "state/Localized.h"
 #include "tools/ChildEnvironment.h"
-#include "tools/Rclone.h"
 #include "ui/face/EndSignals.h"
 #include "ui/face/Rendering.h"
 #include "ui/face/WindowFace.h"
@@ -66,10 +65,6 @@ int runWindow(int &argc, char *argv[])
     ChildEnvironment::keep();
     EndSignals endings;
     SingleInstance instance;
-    if (instance.claim()) {
-        // The model will ask for them; till then there is time to have rclone read them.
-        Background::run([] { Rclone::remotes(); });
-    }
     const std::unique_ptr<QApplication> application = madeApplication(argc, argv);
     QObject::connect(&endings, &EndSignals::received, application.get(),
                      [] { QCoreApplication::exit(EXIT_SUCCESS); });
@@ -90,7 +85,7 @@ int runWindow(int &argc, char *argv[])
         tellThatNobodyAnswers();
         return EXIT_FAILURE;
     }
-    // The list of fonts likewise: it takes the reading of many small files.
+    // The window will ask for the list of fonts, which takes the reading of many small files.
     Background::run([] { QFontDatabase::families(); });
     Rendering::choose();
     WindowFace face(instance);
@@ -107,7 +102,10 @@ int runWindow(int &argc, char *argv[])
 extern "C" int vellomar_window(int argc, char *argv[])
 {
     const int code = runWindow(argc, argv);
-    if (Background::threads().activeThreadCount() > 0) {
+    // The last change of the schedule may be under way; a tool that hangs isn't waited for.
+    constexpr int patienceMilliseconds = 2000;
+    const bool isInOrder = Background::orderly().waitForDone(patienceMilliseconds);
+    if (!isInOrder || Background::threads().activeThreadCount() > 0) {
         // What still waits for a disk or a network would find the process half taken down.
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(code);

@@ -88,6 +88,16 @@ Item {
             given: ({prepared: "keyError"})
         },
         GalleryPage {
+            name: "overview-starting"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "starting"})
+        },
+        GalleryPage {
+            name: "overview-support"
+            source: "OverviewPageState.qml"
+            given: ({prepared: "support"})
+        },
+        GalleryPage {
             name: "overview-long"
             source: "OverviewPageState.qml"
             given: ({prepared: "long"})

@@ -38,7 +38,9 @@ void Summary::setModel(AppModel *model)
     m_model = model;
     if (model != nullptr) {
         // The first of them comes with each change of repositories and with each minute, too.
-        for (auto signal : {&AppModel::summaryChanged, &AppModel::fullDiskAccessChanged}) {
+        for (auto signal : {&AppModel::summaryChanged, &AppModel::fullDiskAccessChanged,
+                            &AppModel::startingChanged, &AppModel::supportErrorChanged,
+                            &AppModel::keyErrorChanged}) {
             connect(model, signal, this, &Summary::update);
         }
         for (auto signal : {&AppModel::statusChanged, &AppModel::launchingChanged}) {
@@ -107,6 +109,7 @@ Summary::Told Summary::told() const
         .detail = OverviewTexts::detail(m_situation),
         .currentFile = OverviewTexts::currentFile(m_situation),
         .action = static_cast<Action>(OverviewTexts::action(m_situation)),
+        .notice = OverviewTexts::notice(m_situation),
         .dialValue = DialFace::value(m_situation),
         .dialCaption = DialFace::caption(m_situation),
         .percent = m_situation.status ? m_situation.status->percent : 0,

@@ -47,6 +47,8 @@ class Summary : public QObject
     Q_PROPERTY(Action action READ action NOTIFY changed FINAL)
     Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed FINAL)
 
+    Q_PROPERTY(QString notice READ notice NOTIFY changed FINAL)
+
     Q_PROPERTY(QString dialValue READ dialValue NOTIFY changed FINAL)
     Q_PROPERTY(QString dialCaption READ dialCaption NOTIFY changed FINAL)
     Q_PROPERTY(double percent READ percent NOTIFY changed FINAL)
@@ -81,6 +83,7 @@ public:
     [[nodiscard]] QString currentFile() const { return m_told.currentFile; }
     [[nodiscard]] Action action() const { return m_told.action; }
     [[nodiscard]] QString actionLabel() const;
+    [[nodiscard]] QString notice() const { return m_told.notice; }
 
     [[nodiscard]] QString dialValue() const { return m_told.dialValue; }
     [[nodiscard]] QString dialCaption() const { return m_told.dialCaption; }
@@ -128,6 +131,7 @@ private:
         QString detail;
         QString currentFile;
         Action action = Action::Choose;
+        QString notice;
         QString dialValue;
         QString dialCaption;
         double percent = 0;

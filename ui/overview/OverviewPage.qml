@@ -137,7 +137,7 @@ Item {
                 Item {
                     id: notice
 
-                    readonly property string text: root.model.keyError ?? ""
+                    readonly property string text: root.summary.notice
 
                     objectName: "notice"
                     anchors.top: button.bottom
@@ -145,7 +145,7 @@ Item {
                     anchors.horizontalCenter: parent.horizontalCenter
                     width: noticeText.x + noticeText.width
                     height: noticeText.height
-                    visible: root.model.keyError !== undefined
+                    visible: text !== ""
                     Accessible.role: Accessible.AlertMessage
                     Accessible.name: text
 

@@ -145,6 +145,7 @@ Shown single()
     shown.config.driveEnabled = false;
     shown.config.serverEnabled = false;
     shown.config.localFolder = Paths::home();
+    shown.localOnSystemDisk = true;
     shown.config.keepDays = -1;
     shown.repos = {{DestinationID::local, repository(1)}};
     return shown;
@@ -188,6 +189,23 @@ Shown keyError()
 {
     Shown shown = fresh();
     shown.keyError = QStringLiteral("Il portachiavi è bloccato (errore 3).");
+    return shown;
+}
+
+Shown starting()
+{
+    Shown shown = well();
+    shown.starting = true;
+    shown.repos.clear();
+    return shown;
+}
+
+Shown support()
+{
+    Shown shown = well();
+    shown.supportError = QStringLiteral(
+        "Vellomar non può scrivere nella sua cartella ~/.local/share/Vellomar (permesso negato): "
+        "i backup non possono partire.");
     return shown;
 }
 
@@ -236,6 +254,8 @@ const QList<Entry> &entries()
                                    {QStringLiteral("staleRunning"), staleRunning},
                                    {QStringLiteral("failed"), failed},
                                    {QStringLiteral("keyError"), keyError},
+                                   {QStringLiteral("starting"), starting},
+                                   {QStringLiteral("support"), support},
                                    {QStringLiteral("long"), longTexts}};
     return list;
 }

@@ -30,6 +30,9 @@ QString OverviewTexts::title(const Situation &situation)
     if (situation.status) {
         return localized("Backup su %1").arg(title(situation.status->destination));
     }
+    if (situation.starting) {
+        return localized("In attesa del Portachiavi");
+    }
     if (situation.enabled().isEmpty()) {
         return localized("Nessuna destinazione configurata");
     }
@@ -44,6 +47,9 @@ QString OverviewTexts::detail(const Situation &situation)
 {
     if (situation.status) {
         return progress(*situation.status);
+    }
+    if (situation.starting) {
+        return localized("Se il sistema chiede di sbloccarlo, inserisci la password.");
     }
     if (situation.enabled().isEmpty()) {
         return localized("Collega un disco esterno, Google Drive o un server privato.");
@@ -68,6 +74,13 @@ QString OverviewTexts::currentFile(const Situation &situation)
     return path.isEmpty() ? QStringLiteral(" ") : Paths::abbreviatedHome(path);
 }
 
+QString OverviewTexts::notice(const Situation &situation)
+{
+    // Without the folder nothing works, whatever the key.
+    return situation.supportError ? *situation.supportError
+                                  : situation.keyError.value_or(QString());
+}
+
 OverviewTexts::Action OverviewTexts::action(const Situation &situation)
 {
     if (situation.enabled().isEmpty()) {
@@ -76,7 +89,7 @@ OverviewTexts::Action OverviewTexts::action(const Situation &situation)
     if (situation.status) {
         return Action::stop;
     }
-    return situation.launching ? Action::starting : Action::start;
+    return situation.launching || situation.starting ? Action::starting : Action::start;
 }
 
 QString OverviewTexts::label(Action action)

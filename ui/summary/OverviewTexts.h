@@ -9,7 +9,7 @@ namespace OverviewTexts {
 enum class Action {
     choose,   ///< goes to the destinations, there being none
     start,    ///< starts a backup
-    starting, ///< nothing, a backup is on its way
+    starting, ///< nothing: a backup is on its way, or the program itself
     stop,     ///< stops the backup
 };
 
@@ -19,6 +19,9 @@ QString detail(const Situation &situation);
 /// The file that is being stored, the home folder as "~"; a blank when there is none, so that the
 /// line always stands.
 QString currentFile(const Situation &situation);
+
+/// What went wrong and nobody else tells of; empty when nothing did.
+QString notice(const Situation &situation);
 
 Action action(const Situation &situation);
 QString label(Action action);

@@ -9,6 +9,9 @@ QString ShellTexts::sidebarState(const Situation &situation)
     if (situation.isBusy()) {
         return localized("Backup in corso");
     }
+    if (situation.starting) {
+        return localized("In attesa del Portachiavi");
+    }
     if (situation.enabled().isEmpty()) {
         return localized("Da configurare");
     }
@@ -20,7 +23,7 @@ QString ShellTexts::sidebarState(const Situation &situation)
 
 AppModel::Tone ShellTexts::sidebarTone(const Situation &situation)
 {
-    if (situation.isBusy()) {
+    if (situation.isBusy() || situation.starting) {
         return AppModel::Tone::Attention;
     }
     const bool isWell =
@@ -48,6 +51,9 @@ QString ShellTexts::panelDetail(const Situation &situation)
 {
     if (situation.status) {
         return situation.status->phase;
+    }
+    if (situation.starting) {
+        return localized("In attesa del Portachiavi.");
     }
     if (situation.enabled().isEmpty()) {
         return localized("Nessuna destinazione configurata.");

@@ -7,12 +7,15 @@ struct Situation
 {
     AppConfig config;
     std::optional<RunStatus> status; ///< absent when nothing runs
+    bool starting = false;           ///< the keyring hasn't answered yet
     bool launching = false;
     std::optional<RunRecord> lastSuccess;
     std::optional<RunRecord> lastCheck; ///< the newest verification
     std::optional<QString> staleText;   ///< age of the last good backup while that is too old
     bool fullDiskAccess = true;
-    bool localOnSystemDisk = false; ///< the disk of the backups is the one of the home folder
+    bool localOnSystemDisk = false;      ///< the disk of the backups is the one of the home folder
+    std::optional<QString> supportError; ///< why no backup can run
+    std::optional<QString> keyError;     ///< what went wrong with the key
 
     static Situation of(const AppModel &model);
 

@@ -1,5 +1,6 @@
 #include "model/UserDefaults.h"
 #include "state/StatusStore.h"
+#include "tests/support/AccessibleTree.h"
 #include "tests/support/ScriptedRestic.h"
 #include "tests/support/WindowSession.h"
 
@@ -77,24 +78,49 @@ TEST_F(RunningBackup, goesOnWhenAKeyInTheTerminalEndsTheWindow)
 TEST_F(RunningBackup, beginsWhenThePersonComesBackToTheWindow)
 {
     script("await");
+    AccessibleTree reader;
+    ASSERT_TRUE(reader.isRunning());
     ShownProgram program(installation.program());
     program.start();
     ASSERT_TRUE(program.shows());
     const QString window = program.windows().value(0);
-    ASSERT_TRUE(eventually([&] { return ManagedScreen::activeWindow() == window; }));
+    const auto knowsThatItIsActive = [&](bool active) {
+        return eventually([&] {
+            const auto frame = reader.find(program.processId(), QStringLiteral("frame"),
+                                           ShownProgram::mainTitle());
+            return frame && frame->is("active") == active;
+        });
+    };
+    ASSERT_TRUE(knowsThatItIsActive(true));
     haveBackupPending();
     EXPECT_FALSE(StatusStore::loadStatus());
     // It is no coming back before the program has seen the person go.
-    EXPECT_TRUE(eventually([&] {
-        for (const char *change : {"windowminimize", "windowactivate"}) {
-            ManagedScreen::run(QStringLiteral("xdotool"), {QString::fromUtf8(change), window});
-            QThread::msleep(500);
-        }
-        return StatusStore::loadStatus().has_value();
-    }));
+    ASSERT_TRUE(
+        ManagedScreen::run(QStringLiteral("xdotool"), {QStringLiteral("windowminimize"), window}));
+    ASSERT_TRUE(knowsThatItIsActive(false));
+    ASSERT_TRUE(
+        ManagedScreen::run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), window}));
+    EXPECT_TRUE(eventually([] { return StatusStore::loadStatus().has_value(); }));
     EXPECT_TRUE(isAwaiting());
     letGo();
     EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
+}
+
+TEST_F(RunningBackup, anRcloneThatHangsHoldsUpNeitherTheWindowNorTheEnd)
+{
+    installation.addScript(QStringLiteral("rclone"),
+                           "#!/bin/sh\necho $$ >>\"$HOME/processes\"\nexec sleep 100000\n");
+    haveBackupPending();
+    script("await");
+    ShownProgram program(installation.program());
+    program.start();
+    ASSERT_TRUE(program.shows());
+    ASSERT_TRUE(eventually([] { return notedProcesses().endsWith('\n'); }));
+    // The start goes on to its end, where it takes up what is pending.
+    EXPECT_TRUE(isAwaiting());
+    program.send(SIGTERM);
+    EXPECT_EQ(program.finish(), 0);
+    letGo();
 }
 
 TEST_F(RunningBackup, aRepositoryThatDoesNotAnswerDoesNotHinderTheEnd)

@@ -102,7 +102,14 @@ Item {
                 {tag: "keyError", title: "Nessuna destinazione configurata",
                     detail: "Collega un disco esterno, Google Drive o un server privato.",
                     action: "Scegli una destinazione",
-                    notice: "Il portachiavi è bloccato (errore 3)."}];
+                    notice: "Il portachiavi è bloccato (errore 3)."},
+                {tag: "starting", title: "In attesa del Portachiavi",
+                    detail: "Se il sistema chiede di sbloccarlo, inserisci la password.",
+                    action: "Avvio in corso...", disabled: true},
+                {tag: "support", title: "Backup aggiornato", detail: soon,
+                    action: "Esegui backup ora",
+                    notice: "Vellomar non può scrivere nella sua cartella ~/.local/share/Vellomar "
+                        + "(permesso negato): i backup non possono partire."}];
         }
         function test_theTextsOfAState(data) {
             const item = made(data.tag);

@@ -82,7 +82,8 @@ Item {
         when: windowShown
 
         readonly property var states: ["fresh", "kit", "waiting", "launching", "scanning",
-            "running", "well", "single", "access", "stale", "staleRunning", "failed", "keyError", "long"]
+            "running", "well", "single", "access", "stale", "staleRunning", "failed", "keyError", "starting",
+            "support", "long"]
 
         function init() {
             failOnWarning(/.*/);

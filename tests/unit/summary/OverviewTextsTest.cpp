@@ -154,4 +154,35 @@ TEST_F(OverviewTextsTest, signsInAFileNameStayAsTheyAre)
     EXPECT_EQ(OverviewTexts::currentFile(situation), QStringLiteral("/a/%1 <b>%2</b>"));
 }
 
+TEST_F(OverviewTextsTest, waitingForTheKeyringIsTold)
+{
+    situation.starting = true;
+    for (const bool isReady : {false, true}) {
+        if (isReady) {
+            enable(DestinationID::local);
+            succeed(120);
+        }
+        EXPECT_EQ(OverviewTexts::title(situation), QStringLiteral("In attesa del Portachiavi"));
+        EXPECT_EQ(OverviewTexts::detail(situation),
+                  QStringLiteral("Se il sistema chiede di sbloccarlo, inserisci la password."));
+    }
+}
+
+TEST_F(OverviewTextsTest, nothingStartsWhileTheKeyringIsWaitedFor)
+{
+    situation.starting = true;
+    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::choose);
+    enable(DestinationID::local);
+    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::starting);
+}
+
+TEST_F(OverviewTextsTest, theFolderThatCannotBeWrittenIsToldBeforeTheKey)
+{
+    EXPECT_EQ(OverviewTexts::notice(situation), QString());
+    situation.keyError = QStringLiteral("the key");
+    EXPECT_EQ(OverviewTexts::notice(situation), QStringLiteral("the key"));
+    situation.supportError = QStringLiteral("the folder");
+    EXPECT_EQ(OverviewTexts::notice(situation), QStringLiteral("the folder"));
+}
+
 } // namespace

@@ -83,6 +83,17 @@ TEST_F(ShellTextsTest, aLaunchIsNoRunYetForThePanel)
     EXPECT_EQ(ShellTexts::panelEyebrow(situation), QStringLiteral("Ultimo backup"));
 }
 
+TEST_F(ShellTextsTest, waitingForTheKeyringIsToldBeforeWhatFollowsFromTheKey)
+{
+    situation.starting = true;
+    EXPECT_EQ(ShellTexts::sidebarState(situation), QStringLiteral("In attesa del Portachiavi"));
+    EXPECT_EQ(ShellTexts::sidebarTone(situation), AppModel::Tone::Attention);
+    EXPECT_EQ(detail(), QStringLiteral("In attesa del Portachiavi."));
+    // What is known from the files alone stays.
+    succeed(120);
+    EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("2 ore fa"));
+}
+
 TEST_F(ShellTextsTest, thePanelAsksForTheKit)
 {
     enable(DestinationID::local);
