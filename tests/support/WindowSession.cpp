@@ -190,6 +190,13 @@ std::optional<QString> ManagedScreen::run(const QString &program, const QStringL
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
+std::optional<QString> ManagedScreen::picture(const QString &window)
+{
+    return run(QStringLiteral("import"),
+               {QStringLiteral("-window"), window, QStringLiteral("-format"), QStringLiteral("%#"),
+                QStringLiteral("info:-")});
+}
+
 bool ManagedScreen::isPainted(const QString &window)
 {
     const auto colours =

@@ -117,7 +117,14 @@ Item {
                 visible: !root.summary.running
                 text: qsTr("Esegui backup")
                 enabled: root.model.config.hasDestination && !root.model.busy
-                onClicked: root.model.startBackup()
+                         && !root.model.starting
+                onClicked: {
+                    root.model.startBackup();
+                    // What keeps it from starting is told, or asked for, in the window.
+                    if (!root.model.busy) {
+                        root.windowAsked();
+                    }
+                }
             }
 
             PillButton {

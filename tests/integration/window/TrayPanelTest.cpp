@@ -1,5 +1,8 @@
+#include "state/ConfigStore.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/WindowSession.h"
+
+#include <QDir>
 
 #include <csignal>
 
@@ -48,9 +51,38 @@ protected:
     {
         return eventually([this] { return program.panels().size() == 1; });
     }
+    /// Waits until a key shows in the panel, which asks for the keyboard itself while it opens.
+    bool knowsThatItHasTheKeyboard()
+    {
+        const QString panel = program.panels().value(0);
+        const bool isReady = eventually([&] {
+            return ManagedScreen::activeWindow() == panel && ManagedScreen::isPainted(panel);
+        });
+        const auto before = ManagedScreen::picture(panel);
+        return isReady && before && ManagedScreen::press(QStringLiteral("Tab")) &&
+               eventually([&] { return ManagedScreen::picture(panel) != before; });
+    }
     bool closesPanel()
     {
         return eventually([this] { return program.panels().isEmpty(); });
+    }
+    /// Number of the window that the item has in a tray on the screen; empty while it has none.
+    QString itemWindow()
+    {
+        const QStringList windows =
+            ManagedScreen::run(QStringLiteral("xdotool"),
+                               {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                QStringLiteral("--pid"), QString::number(program.processId())})
+                .value_or(QString())
+                .split(u'\n', Qt::SkipEmptyParts);
+        constexpr int largestItem = 64;
+        for (const QString &window : windows) {
+            const QSize size = ManagedScreen::place(window).size();
+            if (!size.isEmpty() && size.width() <= largestItem && size.height() <= largestItem) {
+                return window;
+            }
+        }
+        return {};
     }
     QRect panelPlace() { return ManagedScreen::place(program.panels().value(0)); }
 
@@ -100,13 +132,10 @@ TEST_F(TrayPanel, turningToAnotherWindowClosesIt)
     open();
     activate();
     ASSERT_TRUE(opensPanel());
-    // More than once, as the panel asks for the keyboard itself while it opens.
-    EXPECT_TRUE(eventually([this] {
-        ManagedScreen::run(QStringLiteral("xdotool"),
-                           {QStringLiteral("windowactivate"), program.windows().value(0)});
-        QThread::msleep(500);
-        return program.panels().isEmpty();
-    }));
+    ASSERT_TRUE(knowsThatItHasTheKeyboard());
+    ASSERT_TRUE(ManagedScreen::run(QStringLiteral("xdotool"),
+                                   {QStringLiteral("windowactivate"), program.windows().value(0)}));
+    EXPECT_TRUE(closesPanel());
 }
 
 TEST_F(TrayPanel, bringsTheWindowBackThatWasClosed)
@@ -121,6 +150,25 @@ TEST_F(TrayPanel, bringsTheWindowBackThatWasClosed)
     // With nothing set up a backup can't be started, so "Apri Vellomar" is the first button.
     ASSERT_TRUE(ManagedScreen::press(QStringLiteral("Tab")));
     ASSERT_TRUE(ManagedScreen::press(QStringLiteral("space")));
+    EXPECT_TRUE(program.shows());
+    EXPECT_TRUE(closesPanel());
+}
+
+TEST_F(TrayPanel, aBackupThatNeedsTheKitFirstBringsTheWindowBack)
+{
+    AppConfig config = ConfigStore::load();
+    config.localEnabled = true;
+    config.localFolder = QDir::homePath();
+    ConfigStore::save(config);
+    open();
+    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
+    ASSERT_TRUE(program.hides());
+    activate();
+    ASSERT_TRUE(opensPanel());
+    ASSERT_TRUE(eventually([this] { return ManagedScreen::isPainted(program.panels().value(0)); }));
+    // "Esegui backup" is the first button of the last row.
+    constexpr QPoint fromCorner(12 + 40, -12 - 16);
+    ASSERT_TRUE(ManagedScreen::click(panelPlace().bottomLeft() + fromCorner));
     EXPECT_TRUE(program.shows());
     EXPECT_TRUE(closesPanel());
 }
@@ -146,13 +194,10 @@ TEST_F(TrayPanel, opensBesideTheItemInATrayOnTheScreen)
                    QStringLiteral("--transparent"), QStringLiteral("false")}));
     program.start();
     ASSERT_TRUE(program.shows());
-    // The tray is as wide as what it holds, at the lower left; a click into its corner is on the
-    // item as soon as that is there.
-    EXPECT_TRUE(eventually([this] {
-        ManagedScreen::click({12, ManagedScreen::size.height() - 12});
-        QThread::msleep(500);
-        return program.panels().size() == 1;
-    }));
+    // The item's own small window is inside the tray's, at the lower left, once it is there.
+    ASSERT_TRUE(eventually([this] { return !itemWindow().isEmpty(); }));
+    ASSERT_TRUE(ManagedScreen::click(ManagedScreen::place(itemWindow()).center()));
+    ASSERT_TRUE(opensPanel());
     const QRect screenPlace(QPoint(), ManagedScreen::size);
     EXPECT_TRUE(eventually([&] {
         const QRect panel = panelPlace();

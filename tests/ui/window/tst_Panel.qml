@@ -272,7 +272,26 @@ Item {
             verify(part("start").enabled);
             mouseClick(part("start"));
             verify(prepared.model.showingRecoveryKit);
+            // It opens in the window, which may be hidden.
+            compare(windows.count, 1);
             prepared.model.showingRecoveryKit = false;
+        }
+
+        function test_whatKeepsABackupFromStartingIsShownInTheWindow_data() {
+            return [{tag: "access"}, {tag: "support"}];
+        }
+        function test_whatKeepsABackupFromStartingIsShownInTheWindow(data) {
+            show(data.tag);
+            mouseClick(part("start"));
+            compare(windows.count, 1);
+            verify(!prepared.takeAsked().includes("start"));
+            prepared.model.accessRequest = AppModel.GatedAction.None;
+        }
+
+        function test_whileTheKeyringIsWaitedForItOffersNone() {
+            show("starting");
+            verify(part("start").visible && !part("start").enabled);
+            compare(part("detail").text, "In attesa del Portachiavi.");
         }
 
         function test_itStartsABackup_data() {
@@ -286,6 +305,7 @@ Item {
             verify(part("start").enabled);
             data.press(part("start"));
             verify(prepared.takeAsked().includes("start"));
+            compare(windows.count, 0);
         }
 
         function typed(button, key) {
