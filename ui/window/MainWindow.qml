@@ -13,10 +13,19 @@ Window {
     signal aboutAsked
     signal quitAsked
 
+    // How it was when it was last in sight.
+    property int seenAs: Window.Windowed
+
+    onVisibilityChanged: {
+        if (visibility !== Window.Minimized && visibility !== Window.Hidden) {
+            seenAs = visibility;
+        }
+    }
+
     // Brings the window up from wherever it is.
     function comeUp() {
         if (visibility === Window.Minimized || visibility === Window.Hidden) {
-            showNormal();
+            visibility = seenAs;
         }
         raise();
         requestActivate();

@@ -79,6 +79,36 @@ TEST_F(Life, aSecondStartBringsAMinimisedWindowBack)
     EXPECT_TRUE(program.shows());
 }
 
+TEST_F(Life, aMaximisedWindowComesBackMaximised)
+{
+    open();
+    const QString window = program.windows().value(0);
+    ASSERT_TRUE(ManagedScreen::run(QStringLiteral("wmctrl"),
+                                   {QStringLiteral("-i"), QStringLiteral("-r"), window,
+                                    QStringLiteral("-b"),
+                                    QStringLiteral("add,maximized_vert,maximized_horz")}));
+    // All of the screen but what the frame's title takes.
+    const auto isMaximised = [this] {
+        const QSize size = ManagedScreen::place(program.windows().value(0)).size();
+        return size.width() > ManagedScreen::size.width() - 20 &&
+               size.height() > ManagedScreen::size.height() - 60;
+    };
+    ASSERT_TRUE(eventually(isMaximised));
+    for (const bool isClosed : {true, false, true}) {
+        const QString seen = program.windows().value(0);
+        ASSERT_TRUE(isClosed ? ManagedScreen::close(seen)
+                             : ManagedScreen::run(QStringLiteral("xdotool"),
+                                                  {QStringLiteral("windowminimize"), seen})
+                                   .has_value());
+        ASSERT_TRUE(program.hides());
+        ShownProgram second;
+        second.start();
+        EXPECT_EQ(second.finish(), 0);
+        ASSERT_TRUE(program.shows());
+        EXPECT_TRUE(eventually(isMaximised)) << isClosed;
+    }
+}
+
 TEST_F(Life, aFirstOneThatHangsIsTold)
 {
     open();

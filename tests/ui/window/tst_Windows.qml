@@ -163,6 +163,24 @@ Item {
             compare(window.visibility, Window.Maximized);
         }
 
+        function test_comingBackItIsAsLargeAsItWas_data() {
+            return [{tag: "ordinary", size: Window.Windowed},
+                {tag: "maximised", size: Window.Maximized},
+                {tag: "full screen", size: Window.FullScreen}];
+        }
+        function test_comingBackItIsAsLargeAsItWas(data) {
+            const window = open(main);
+            for (const away of [Window.Hidden, Window.Minimized]) {
+                window.visibility = data.size;
+                tryCompare(window, "seenAs", data.size); // told of by the event loop
+                window.visibility = away;
+                tryCompare(window, "visibility", away);
+                wait(0);
+                window.comeUp();
+                tryCompare(window, "visibility", data.size);
+            }
+        }
+
         function test_thePanelIs330WideAndAsHighAsItsContent() {
             const window = open(tray);
             compare(window.width, 330);
