@@ -10,8 +10,8 @@
 class WholeOutput
 {
 public:
-    /// A folder of a million files is listed in less.
-    static constexpr qsizetype most = qsizetype{512} * 1024 * 1024;
+    /// A folder of half a million files is listed in less.
+    static constexpr qsizetype most = qsizetype{256} * 1024 * 1024;
 
     void add(QByteArrayView block);
     /// Whether there was more than `most`.

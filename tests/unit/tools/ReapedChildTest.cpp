@@ -36,6 +36,16 @@ TEST(ReapedChild, getsNoSignalAnyMore)
     EXPECT_TRUE(handle.isCancelled());
 }
 
+TEST(ReapedChild, getsNoneFromItsOwnObjectEither)
+{
+    const auto child = ChildProcess::start(QStringLiteral("/bin/true"), {}, {}, {});
+    ASSERT_TRUE(child);
+    EXPECT_EQ((*child)->wait(), 0);
+    (*child)->interrupt();
+    (*child)->end();
+    EXPECT_EQ(signalsSent, 0);
+}
+
 TEST(ReapedChild, gotItWhileItRan)
 {
     ProcessHandle handle;
