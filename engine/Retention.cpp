@@ -26,6 +26,19 @@ struct Forecast
     std::optional<QDateTime> newest = {}; ///< date of the newest version of all
 };
 
+void note(const QJsonValue &versions, Forecast &forecast, bool isRemoved)
+{
+    const QJsonArray list = versions.toArray();
+    for (const auto entry : list) {
+        const QJsonObject version = entry.toObject();
+        forecast.newest =
+            qMax(forecast.newest, parseResticDate(version.value(QLatin1String("time")).toString()));
+        if (isRemoved) {
+            forecast.removed.append(version.value(QLatin1String("id")).toString());
+        }
+    }
+}
+
 // restic's answer is a list of groups, each with the versions that it would keep and remove.
 std::optional<Forecast> parsedForecast(const ProcessResult &result)
 {
@@ -36,17 +49,8 @@ std::optional<Forecast> parsedForecast(const ProcessResult &result)
     Forecast forecast;
     const QJsonArray groups = document->array();
     for (const auto group : groups) {
-        for (const auto *kind : {"keep", "remove"}) {
-            const QJsonArray versions = group.toObject().value(QLatin1String(kind)).toArray();
-            for (const auto entry : versions) {
-                const QJsonObject version = entry.toObject();
-                const auto date = parseResticDate(version.value(QLatin1String("time")).toString());
-                forecast.newest = qMax(forecast.newest, date);
-                if (qstrcmp(kind, "remove") == 0) {
-                    forecast.removed.append(version.value(QLatin1String("id")).toString());
-                }
-            }
-        }
+        note(group.toObject().value(QLatin1String("keep")), forecast, false);
+        note(group.toObject().value(QLatin1String("remove")), forecast, true);
     }
     return forecast;
 }
