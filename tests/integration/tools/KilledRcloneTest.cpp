@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <functional>
 
 // The real rclone killed while it replaces its file, and what the program makes of what it leaves.
@@ -59,12 +58,8 @@ protected:
                       QStringLiteral("delete"), QStringLiteral("another")});
         ASSERT_TRUE(strace.waitForStarted());
         EXPECT_TRUE(eventually(state)) << qPrintable(supportFiles().join(u' '));
-        const QList<pid_t> children = childrenOf(strace.processId());
-        ASSERT_EQ(children.size(), 1);
-        EXPECT_EQ(::kill(children.first(), SIGKILL), 0);
-        strace.kill(); // it would wait for the end of the pause
+        killWithAllItStarted(strace.processId());
         EXPECT_TRUE(strace.waitForFinished());
-        EXPECT_TRUE(eventually([&children] { return hasEnded(children.first()); }));
     }
     static void tidyUpLater()
     {
