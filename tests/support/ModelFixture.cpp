@@ -6,11 +6,11 @@
 #include "state/JSONFile.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
+#include "tests/support/ModelReady.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QFutureWatcher>
 #include <QJsonArray>
 
 #include <csignal>
@@ -89,7 +89,7 @@ void ModelFixture::begin()
 void ModelFixture::start()
 {
     begin();
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
+    ASSERT_TRUE(comesUp(*model));
 }
 
 void ModelFixture::restart()
@@ -97,17 +97,12 @@ void ModelFixture::restart()
     model.reset();
     Background::waitForAll();
     model = std::make_unique<AppModel>(desktop);
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
+    ASSERT_TRUE(comesUp(*model));
 }
 
 void ModelFixture::settle()
 {
-    // What is delivered may make more work.
-    do {
-        Background::waitForAll();
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    } while (model && !model->findChildren<QFutureWatcherBase *>().isEmpty());
+    ::settle(model.get());
 }
 
 void ModelFixture::tick()

@@ -3,7 +3,7 @@
 #include "state/StatusStore.h"
 #include "tests/support/Cycle.h"
 #include "tests/support/CycleHome.h"
-#include "tests/support/EventLoop.h"
+#include "tests/support/ModelReady.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -54,6 +54,7 @@ protected:
                 phases.append(model->status()->phase);
             }
         });
+        EXPECT_TRUE(comesUp(*model));
     }
     ~ModelBackup() override
     {
@@ -188,6 +189,7 @@ TEST_F(ModelBackup, theModelMayGoAndTheRunGoesOn)
     EXPECT_FALSE(hasEnded(pid));
     // Another start of the window finds it.
     model = std::make_unique<AppModel>(std::make_shared<LaunchingDesktop>());
+    ASSERT_TRUE(comesUp(*model));
     EXPECT_TRUE(model->isBusy());
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));

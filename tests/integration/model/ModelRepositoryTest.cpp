@@ -3,7 +3,7 @@
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "tests/support/CycleHome.h"
-#include "tests/support/EventLoop.h"
+#include "tests/support/ModelReady.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "tests/support/SmallDisk.h"
 
@@ -26,13 +26,13 @@ protected:
         Background::waitForAll();
     }
 
-    void start() { model = std::make_unique<AppModel>(desktop); }
-
-    void settle()
+    void start()
     {
-        Background::waitForAll();
-        QCoreApplication::sendPostedEvents();
+        model = std::make_unique<AppModel>(desktop);
+        ASSERT_TRUE(comesUp(*model));
     }
+
+    void settle() { ::settle(model.get()); }
 
     [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
 
@@ -160,6 +160,7 @@ TEST_F(ModelRepository, aDiskThatIsPulledOutIsTold)
     settle();
     ASSERT_TRUE(QDir().rename(disk, disk + QLatin1String(".away")));
     model->refresh(DestinationID::local);
+    settle();
     EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
     // A key can't be tried there.
     EXPECT_EQ(replacedBy(QStringLiteral("another key")), std::nullopt);

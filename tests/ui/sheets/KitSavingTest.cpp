@@ -6,6 +6,7 @@
 #include "tests/support/EventLoop.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/ModelReady.h"
 #include "tests/support/ModelTools.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/Screen.h"
@@ -84,6 +85,7 @@ protected:
         QDir().mkpath(config.localFolder);
         ConfigStore::save(config);
         model = std::make_unique<AppModel>(desktop);
+        EXPECT_TRUE(comesUp(*model));
         QObject::connect(view.engine(), &QQmlEngine::warnings, view.engine(),
                          [](const QList<QQmlError> &warnings) {
                              for (const QQmlError &warning : warnings) {
