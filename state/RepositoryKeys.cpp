@@ -77,7 +77,7 @@ tl::expected<void, KeychainError> RepositoryKeys::install(const QString &key,
 
 tl::expected<std::optional<QString>, KeychainError> RepositoryKeys::previous()
 {
-    const auto previous = Keychain::read(Keychain::previousRepositoryKey);
+    auto previous = Keychain::read(Keychain::previousRepositoryKey);
     const auto inUse = Keychain::read(Keychain::repositoryKey);
     if (!previous || !inUse || *previous != *inUse) {
         return inUse ? previous : inUse;
