@@ -3,6 +3,7 @@
 #include "engine/CycleLock.h"
 #include "engine/ExcludeFile.h"
 #include "platform/AtomicFile.h"
+#include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/Localized.h"
 #include "state/Paths.h"
@@ -87,6 +88,11 @@ int BackupEngine::runGated()
         recordGate(destinations.front(), Outcome::failed,
                    localized("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
         return exitFailed;
+    }
+    // The window takes the confirmation back before it puts another key in place: what is told now
+    // is told of the key that was read.
+    if (!m_manual && !ConfigStore::load().keySaved) {
+        return exitGood;
     }
     return runDestinations(destinations, **password);
 }

@@ -1,5 +1,6 @@
 #include "tests/support/EngineFixture.h"
 
+#include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
 #include "tests/support/ChoresDone.h"
@@ -26,6 +27,7 @@ EngineFixture::EngineFixture()
 
 int EngineFixture::run(bool manual)
 {
+    ConfigStore::save(config);
     BackupEngine engine(
         manual, config, handle,
         [this] {

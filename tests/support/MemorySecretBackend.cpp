@@ -22,6 +22,9 @@ SecretBackend::Match MemorySecretBackend::copyMatching(const QString &service,
                                                        const QString &account)
 {
     ++reads;
+    if (onRead) {
+        onRead();
+    }
     std::unique_lock lock(m_mutex);
     if (std::exchange(m_holdsNext, false)) {
         m_released.wait(lock, [this] { return !m_isHolding; });

@@ -18,6 +18,7 @@ public:
     std::int32_t readFailure = 0;                        ///< unless 0, what copyMatching gives
     std::int32_t writeFailure = 0;                       ///< unless 0, what update and add give
     QString failingAccount;                              ///< one that can't be written; gives 22
+    std::function<void()> onRead;                        ///< called before copyMatching
     std::function<void()> onWrite;                       ///< called before update and add
     std::atomic_int reads = 0;
     int updates = 0;

@@ -1,6 +1,7 @@
 #include "tests/support/EngineFixture.h"
 
 #include "engine/CycleLock.h"
+#include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
 #include "tests/support/OrdinaryUser.h"
@@ -143,6 +144,22 @@ TEST_F(CycleGates, aScheduledRunWaitsUntilTheKeyIsSaved)
     EXPECT_EQ(batteryQuestions, 0);
     EXPECT_EQ(secrets.reads, 0);
     EXPECT_TRUE(tools.calls.isEmpty());
+}
+
+TEST_F(CycleGates, aScheduledRunLeavesAKeyAloneThatTookTheConfirmedOnesPlace)
+{
+    // The window, between the start of the run and its look at the key.
+    secrets.onRead = [this] {
+        AppConfig changed = config;
+        changed.keySaved = false;
+        ConfigStore::save(changed);
+    };
+    EXPECT_EQ(run(false), 0);
+    EXPECT_TRUE(tools.calls.isEmpty());
+    expectNoRecord();
+    expectEnded();
+    EXPECT_EQ(run(true), 0);
+    EXPECT_FALSE(tools.calls.isEmpty());
 }
 
 TEST_F(CycleGates, aManualRunDoesNotWaitForTheKeyToBeSaved)
