@@ -159,7 +159,14 @@ void AppModel::setShowingForeignWizard(bool showing)
 
 void AppModel::setShowingRecoveryKit(bool showing)
 {
-    assign(m_showingRecoveryKit, showing, &AppModel::showingRecoveryKitChanged);
+    if (assign(m_showingRecoveryKit, showing, &AppModel::showingRecoveryKitChanged) && showing &&
+        !hasKey() && !m_isAtRest) {
+        readKey([this] {
+            if (hasKey()) {
+                refreshAll();
+            }
+        });
+    }
 }
 
 const std::optional<QString> &AppModel::serverVersioning() const

@@ -59,6 +59,7 @@ class AppModel final : public QObject
                    showingRecoveryKitChanged FINAL)
     Q_PROPERTY(bool localOnSystemDisk READ isLocalOnSystemDisk NOTIFY summaryChanged FINAL)
     Q_PROPERTY(QVariant supportError READ supportErrorView NOTIFY supportErrorChanged FINAL)
+    Q_PROPERTY(bool hasKey READ hasKey NOTIFY passwordChanged FINAL)
     Q_PROPERTY(QVariant keyError READ keyErrorView NOTIFY keyErrorChanged FINAL)
     Q_PROPERTY(bool keyChecking READ isKeyChecking NOTIFY keyCheckingChanged FINAL)
     Q_PROPERTY(bool hasPreviousKey READ hasPreviousKey NOTIFY hasPreviousKeyChanged FINAL)
@@ -150,6 +151,7 @@ public:
     [[nodiscard]] bool isShowingForeignWizard() const { return m_showingForeignWizard; }
     void setShowingForeignWizard(bool showing);
     [[nodiscard]] bool isShowingRecoveryKit() const { return m_showingRecoveryKit; }
+    /// Showing it asks the secret store once more where that gave no key.
     void setShowingRecoveryKit(bool showing);
     /// Why no backup can run: the support folder can't be written.
     [[nodiscard]] const std::optional<QString> &supportError() const { return m_supportError; }
@@ -165,6 +167,8 @@ public:
     [[nodiscard]] bool isMeasuring() const { return m_measuring; }
     /// Bytes counted by the measurement under way.
     [[nodiscard]] qint64 measuredSoFar() const { return m_measuredSoFar; }
+    /// Whether there is a key in use. Without one there is nothing to save, print, copy or confirm.
+    [[nodiscard]] bool hasKey() const { return !m_password.isEmpty(); }
     /// The key in use; empty when the secret store didn't give it.
     [[nodiscard]] const QString &password() const { return m_password; }
 
@@ -301,7 +305,9 @@ private:
     }
 
     void begin();
+    void readKey(std::function<void()> done);
     void take(const StoredKey &stored);
+    [[nodiscard]] bool withdrawConfirmation();
     void goOn();
     void syncSchedule();
     void readConnections();
@@ -375,6 +381,7 @@ private:
     bool m_showingRecoveryKit = false;
     std::optional<QString> m_supportError;
     std::optional<QString> m_keyError;
+    bool m_isReadingKey = false;
     bool m_keyChecking = false;
     bool m_hasPreviousKey = false;
     bool m_keyCopied = false;

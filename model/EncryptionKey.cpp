@@ -1,6 +1,9 @@
 #include "model/AppModel.h"
 
 #include "model/Background.h"
+#include "model/StoredKey.h"
+#include "state/ConfigStore.h"
+#include "state/Keychain.h"
 #include "state/Localized.h"
 #include "state/RepositoryKeys.h"
 
@@ -49,8 +52,62 @@ void AppModel::authenticated(OwnerReason reason, std::function<void()> action)
     });
 }
 
+void AppModel::readKey(std::function<void()> done)
+{
+    if (std::exchange(m_isReadingKey, true)) {
+        return;
+    }
+    const auto finish = [this, done = std::move(done)](const StoredKey &stored) {
+        m_isReadingKey = false;
+        take(stored);
+        done();
+    };
+    Background::run(this, &StoredKey::load, [this, finish](const StoredKey &stored) {
+        const bool wasSaved = m_config.keySaved;
+        if (!stored.isMissing || hasKey()) {
+            finish(stored);
+        } else if (withdrawConfirmation()) {
+            // Nobody can have saved a key that is new.
+            Background::run(this, &StoredKey::make,
+                            [this, finish, wasSaved](const StoredKey &made) {
+                                if (made.key.isEmpty()) {
+                                    setKeySaved(wasSaved);
+                                }
+                                finish(made);
+                            });
+        } else {
+            setKeySaved(wasSaved);
+            StoredKey none;
+            none.error = localized("Le impostazioni non si possono salvare: non è stata creata "
+                                   "nessuna chiave.");
+            finish(none);
+        }
+    });
+}
+
+void AppModel::take(const StoredKey &stored)
+{
+    if (hasKey()) {
+        return; // one was installed meanwhile
+    }
+    assign(m_keyError, stored.error, &AppModel::keyErrorChanged);
+    assign(m_hasPreviousKey, stored.hasPrevious, &AppModel::hasPreviousKeyChanged);
+    assign(m_password, stored.key, &AppModel::passwordChanged);
+}
+
+// Before another key comes to be in use, so that no scheduled backup ever finds it where one is
+// confirmed. False when that can't be made to last.
+bool AppModel::withdrawConfirmation()
+{
+    setKeySaved(false);
+    return !ConfigStore::load().keySaved;
+}
+
 void AppModel::copyKey()
 {
+    if (!hasKey()) {
+        return;
+    }
     const qint64 change = m_desktop->copyConcealed(m_password);
     assign(m_keyCopied, true, &AppModel::keyCopiedChanged);
     m_desktop->after(std::chrono::seconds(60),
@@ -67,7 +124,9 @@ void AppModel::copyKey()
 
 void AppModel::requestKeyCopy()
 {
-    authenticated(OwnerReason::copyKey, [this] { copyKey(); });
+    if (hasKey()) {
+        authenticated(OwnerReason::copyKey, [this] { copyKey(); });
+    }
 }
 
 void AppModel::useKey(const QString &typed, KeyResult done)
@@ -103,9 +162,10 @@ void AppModel::replaceKey(const QString &key, KeyResult done)
 std::optional<QString> AppModel::install(const QString &key, bool saved)
 {
     const bool wasSaved = m_config.keySaved;
-    if (!saved) {
-        // Beforehand, so that no scheduled backup ever finds the new key where one is confirmed.
-        setKeySaved(false);
+    if (!saved && !withdrawConfirmation()) {
+        setKeySaved(wasSaved);
+        return localized("Le impostazioni non si possono salvare: la chiave in uso non è stata "
+                         "cambiata.");
     }
     const auto installed = RepositoryKeys::install(key, m_password);
     if (const auto previous = Keychain::read(Keychain::previousRepositoryKey)) {

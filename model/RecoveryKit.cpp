@@ -75,6 +75,9 @@ void AppModel::openRecoveryKit()
 
 void AppModel::saveRecoveryKit()
 {
+    if (!hasKey()) {
+        return;
+    }
     m_desktop->askSavePath(QStringLiteral("Kit di recupero Vellomar.txt"),
                            localized("Scegli una chiavetta o un disco diverso da quello dei "
                                      "backup"),
@@ -95,6 +98,9 @@ void AppModel::saveRecoveryKitTo(const QString &path)
 
 void AppModel::printRecoveryKit()
 {
+    if (!hasKey()) {
+        return;
+    }
     m_desktop->print(
         recoveryKitText(), [model = QPointer(this)](const Desktop::Printing &printing) {
             if (model) {
@@ -107,6 +113,9 @@ void AppModel::printRecoveryKit()
 
 void AppModel::confirmKeySaved()
 {
+    if (!hasKey()) {
+        return; // what the person has isn't the key that is still to come
+    }
     setKeySaved(true);
     setShowingRecoveryKit(false);
     if (std::exchange(m_backupAfterKit, false)) {

@@ -3,7 +3,6 @@
 #include "engine/Scheduler.h"
 #include "model/Background.h"
 #include "model/PreviewFolder.h"
-#include "model/StoredKey.h"
 #include "state/ConfigStore.h"
 
 #include <QTimer>
@@ -13,28 +12,16 @@
 
 void AppModel::begin()
 {
-    Background::runReporting<StoredKey>(
-        this,
-        [](const auto &report) {
-            report(StoredKey::load());
-            PreviewFolder::remove();
-            OneShotSecret::removeStale();
-        },
-        [this](const StoredKey &stored) { take(stored); }, [this] { goOn(); });
-}
-
-void AppModel::take(const StoredKey &stored)
-{
-    if (!m_password.isEmpty()) {
-        return; // one was installed meanwhile
-    }
-    assign(m_keyError, stored.error, &AppModel::keyErrorChanged);
-    assign(m_hasPreviousKey, stored.hasPrevious, &AppModel::hasPreviousKeyChanged);
-    assign(m_password, stored.key, &AppModel::passwordChanged);
-    if (stored.isNew) {
-        // Nobody can have saved a key that is new.
-        setKeySaved(false);
-    }
+    readKey([this] {
+        Background::run(
+            this,
+            [] {
+                PreviewFolder::remove();
+                OneShotSecret::removeStale();
+                return true;
+            },
+            [this](bool) { goOn(); });
+    });
 }
 
 void AppModel::goOn()

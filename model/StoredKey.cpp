@@ -10,17 +10,8 @@ StoredKey StoredKey::load()
         found.error = stored.error().message();
         return found;
     }
-    if (*stored) {
-        found.key = **stored;
-    } else {
-        const auto made = Keychain::loadOrCreate(Keychain::repositoryKey);
-        if (!made) {
-            found.error = made.error().message();
-            return found;
-        }
-        found.key = *made;
-        found.isNew = true;
-    }
+    found.key = stored->value_or(QString());
+    found.isMissing = !*stored;
     const auto previous = Keychain::read(Keychain::previousRepositoryKey);
     if (previous) {
         found.hasPrevious = previous->has_value();
@@ -28,4 +19,15 @@ StoredKey StoredKey::load()
         found.error = previous.error().message();
     }
     return found;
+}
+
+StoredKey StoredKey::make()
+{
+    const auto made = Keychain::loadOrCreate(Keychain::repositoryKey);
+    if (!made) {
+        StoredKey none;
+        none.error = made.error().message();
+        return none;
+    }
+    return load();
 }

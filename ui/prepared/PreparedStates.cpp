@@ -85,7 +85,9 @@ RunStatus running()
 
 Shown fresh()
 {
-    return {};
+    Shown shown;
+    shown.password = QStringLiteral("h7Kp2mWxR9tQvZ4nYcBd8sGfJ3uLeA6T");
+    return shown;
 }
 
 Shown waiting()
@@ -187,7 +189,7 @@ Shown failed()
 
 Shown keyError()
 {
-    Shown shown = fresh();
+    Shown shown;
     shown.keyError = QStringLiteral("Il portachiavi è bloccato (errore 3).");
     return shown;
 }

@@ -36,6 +36,7 @@ Item {
         anchors.right: parent.right
         y: 4
         text: root.text
+        opacity: box.opacity
         wrapMode: Text.Wrap
         Accessible.ignored: true
     }

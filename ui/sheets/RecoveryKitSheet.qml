@@ -17,12 +17,21 @@ Sheet {
     name: head.title
     width: 480
     visible: model.showingRecoveryKit
-    first: save
+    first: model.hasKey ? save : head.closing
     onAboutToShow: {
         confirmed = false;
         leaving = false;
     }
     onDismissed: model.showingRecoveryKit = false
+
+    // The check mark is about the key that was there.
+    Connections {
+        target: root.model
+
+        function onPasswordChanged() {
+            root.confirmed = false;
+        }
+    }
 
     SheetHead {
         id: head
@@ -50,6 +59,7 @@ Sheet {
             objectName: "save"
             kind: PillButton.Kind.Outline
             text: qsTr("Salva il kit")
+            enabled: root.model.hasKey
             onClicked: root.model.saveRecoveryKit()
         }
 
@@ -57,6 +67,7 @@ Sheet {
             objectName: "print"
             kind: PillButton.Kind.Outline
             text: qsTr("Stampa")
+            enabled: root.model.hasKey
             onClicked: root.model.printRecoveryKit()
         }
 
@@ -64,6 +75,7 @@ Sheet {
             objectName: "copy"
             kind: PillButton.Kind.Outline
             text: root.model.keyCopied ? qsTr("Copiata per un minuto") : qsTr("Copia la chiave")
+            enabled: root.model.hasKey
             onClicked: root.model.copyKey()
         }
     }
@@ -93,6 +105,7 @@ Sheet {
         visible: root.asking
         text: qsTr("Ho messo la chiave in un posto sicuro, fuori da questo Mac")
         checked: root.confirmed
+        enabled: root.model.hasKey
         onToggled: checked => root.confirmed = checked
     }
 
@@ -101,7 +114,7 @@ Sheet {
         anchors.right: parent.right
         kind: root.asking ? PillButton.Kind.Primary : PillButton.Kind.Outline
         text: root.asking ? qsTr("Continua") : qsTr("Chiudi")
-        enabled: !root.asking || root.confirmed
+        enabled: !root.asking || (root.confirmed && root.model.hasKey)
         onClicked: {
             if (root.asking) {
                 root.leaving = true;

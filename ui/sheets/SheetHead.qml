@@ -8,6 +8,7 @@ Item {
     required property string title
     required property string subtitle
     property string symbol: ""
+    readonly property Item closing: cross
 
     signal dismissed()
 

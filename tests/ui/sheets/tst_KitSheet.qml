@@ -149,6 +149,41 @@ Item {
             verify(!Finding.named(error, "sign").visible);
         }
 
+        function test_withoutAKeyNothingButClosingWorks() {
+            const item = made("keyError");
+            item.model.showingRecoveryKit = true;
+            tryCompare(item.sheet, "opened", true);
+            verify(item.part("cross").activeFocus);
+            compare(Finding.named(item.part("error"), "words").text,
+                    "Il portachiavi è bloccato (errore 3).");
+            item.sheet.confirmed = true;
+            for (const name of ["save", "print", "copy", "box", "last"]) {
+                verify(!item.part(name).enabled, name);
+                for (const {way} of ways()) {
+                    press(item.part(name), way);
+                }
+            }
+            mouseClick(item.part("confirmation"));
+            compare(item.prepared.takeAsked(), []);
+            verify(item.sheet.confirmed);
+            verify(!item.model.config.keySaved);
+            verify(item.sheet.opened);
+            item.part("cross").forceActiveFocus();
+            keyClick(Qt.Key_Escape);
+            tryCompare(item.sheet, "visible", false);
+        }
+
+        function test_aKeyThatComesLateIsStillToBeSaved() {
+            const item = shown("keyError");
+            item.sheet.confirmed = true;
+            item.state = "kit";
+            for (const name of ["save", "print", "copy", "box"]) {
+                verify(item.part(name).enabled, name);
+            }
+            verify(!item.sheet.confirmed);
+            verify(!item.part("last").enabled);
+        }
+
         function test_noticeAndErrorStandBetweenButtonsAndRow() {
             const item = shown();
             item.prepared.setKeyError("errore");

@@ -196,6 +196,84 @@ TEST_F(RecoveryKit, aPanelThatOutlivesTheModelSavesNothing)
     EXPECT_FALSE(QFile::exists(path));
 }
 
+TEST_F(RecoveryKit, withoutAKeyThereIsNothingToHandOutOrToConfirm)
+{
+    secrets.readFailure = 1;
+    config.keySaved = false;
+    start();
+    desktop->savePath = folder("stick") + QLatin1String("/kit.txt");
+    desktop->clipboard = QStringLiteral("a recipe");
+    model->startBackup();
+    settle();
+    ASSERT_TRUE(model->isShowingRecoveryKit());
+    ASSERT_FALSE(model->hasKey());
+    model->saveRecoveryKit();
+    model->printRecoveryKit();
+    model->copyKey();
+    model->requestKeyCopy();
+    model->confirmKeySaved();
+    EXPECT_TRUE(desktop->savePanels.isEmpty());
+    EXPECT_FALSE(QFile::exists(*desktop->savePath));
+    EXPECT_TRUE(desktop->printed.isEmpty());
+    EXPECT_EQ(desktop->clipboard, QStringLiteral("a recipe"));
+    EXPECT_FALSE(model->isKeyCopied());
+    EXPECT_TRUE(desktop->reasons.isEmpty());
+    EXPECT_FALSE(ConfigStore::load().keySaved);
+    EXPECT_TRUE(model->isShowingRecoveryKit());
+    EXPECT_TRUE(desktop->started.isEmpty());
+    EXPECT_EQ(model->keyError(),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 1)"));
+}
+
+TEST_F(RecoveryKit, theKeyIsTriedAgainWhenItOpens)
+{
+    secrets.readFailure = 1;
+    config.keySaved = false;
+    start();
+    settle();
+    secrets.readFailure = 2;
+    model->openRecoveryKit();
+    settle();
+    EXPECT_EQ(model->keyError(),
+              QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 2)"));
+    model->setShowingRecoveryKit(false);
+    secrets.readFailure = 0;
+    const SignalCount told(model.get(), &AppModel::passwordChanged);
+    model->openRecoveryKit();
+    settle();
+    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(tools.calls().last().key, QStringLiteral("the key in use"));
+    model->confirmKeySaved();
+    EXPECT_TRUE(ConfigStore::load().keySaved);
+    // What is known isn't asked for again.
+    const int reads = secrets.reads;
+    model->openRecoveryKit();
+    settle();
+    EXPECT_EQ(secrets.reads, reads);
+}
+
+TEST_F(RecoveryKit, aKeyringThatTurnsOutToBeEmptyGetsAKeyThatNobodyHasConfirmed)
+{
+    // Another keyring stands where the confirmed key was.
+    secrets.readFailure = 1;
+    start();
+    settle();
+    ASSERT_TRUE(model->config().keySaved);
+    secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
+    secrets.readFailure = 0;
+    QList<bool> savedAtWrite;
+    secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
+    model->openRecoveryKit();
+    settle();
+    EXPECT_TRUE(model->hasKey());
+    EXPECT_EQ(storedKey(Keychain::repositoryKey), model->password());
+    EXPECT_FALSE(model->config().keySaved);
+    EXPECT_FALSE(savedAtWrite.isEmpty());
+    EXPECT_FALSE(savedAtWrite.contains(true));
+}
+
 TEST_F(RecoveryKit, isPrintedAsItIsSaved)
 {
     start();

@@ -3,6 +3,7 @@
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "tests/support/ModelFixture.h"
+#include "tests/support/OrdinaryUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -97,6 +98,33 @@ TEST_F(StartUp, aMissingKeyIsMadeAndCountsAsUnsaved)
     EXPECT_FALSE(model->config().keySaved);
     EXPECT_FALSE(ConfigStore::load().keySaved);
     EXPECT_EQ(model->keyError(), std::nullopt);
+}
+
+TEST_F(StartUp, aKeyIsMadeOnlyOnceItCountsAsUnsaved)
+{
+    secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
+    QList<bool> savedAtWrite;
+    secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
+    start();
+    EXPECT_FALSE(savedAtWrite.isEmpty());
+    EXPECT_FALSE(savedAtWrite.contains(true));
+    EXPECT_TRUE(model->hasKey());
+}
+
+TEST_F(StartUp, noKeyIsMadeWhereThatCannotBeSaved)
+{
+    secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
+    ConfigStore::save(config);
+    ASSERT_TRUE(becomeOrdinaryUser());
+    ASSERT_TRUE(QFile::setPermissions(Paths::support(), QFile::ReadOwner | QFile::ExeOwner));
+    start();
+    ASSERT_TRUE(QFile::setPermissions(Paths::support(),
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    EXPECT_EQ(model->keyError(), QStringLiteral("Le impostazioni non si possono salvare: non è "
+                                                "stata creata nessuna chiave."));
+    EXPECT_FALSE(model->hasKey());
+    EXPECT_EQ(secrets.adds, 0);
+    EXPECT_TRUE(ConfigStore::load().keySaved);
 }
 
 TEST_F(StartUp, aKeyThatCannotBeReadIsToldAndTheRestGoesOn)
