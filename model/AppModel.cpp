@@ -202,6 +202,12 @@ void AppModel::becomeActive()
     QMetaObject::invokeMethod(this, "resumePendingAction", Qt::QueuedConnection);
 }
 
+void AppModel::becomeHidden()
+{
+    ++m_absences;
+    setShowingRecoveryKit(false);
+}
+
 void AppModel::prepareToQuit()
 {
     setAccessRequest(GatedAction::None);

@@ -222,6 +222,8 @@ public:
     Q_INVOKABLE void relaunch();
     /// What there is to clear up before the program ends. Open sheets close.
     Q_INVOKABLE void prepareToQuit();
+    /// The window is out of sight: whoever brings it back logs in anew for the key.
+    Q_INVOKABLE void becomeHidden();
     /// The program has come to the front.
     Q_INVOKABLE void becomeActive();
 
@@ -392,4 +394,5 @@ private:
     qint64 m_measuredSoFar = 0;
     bool m_backupAfterKit = false; ///< a backup waits for the key to be saved
     QString m_password;
+    quint64 m_absences = 0; ///< number of times that the window went out of sight
 };

@@ -43,10 +43,10 @@ std::optional<DestinationID> refusingDestination(const AppConfig &config, const 
 
 void AppModel::authenticated(OwnerReason reason, std::function<void()> action)
 {
-    m_desktop->authenticate(reason, [model = QPointer(this),
+    m_desktop->authenticate(reason, [model = QPointer(this), absences = m_absences,
                                      action = std::move(action)](Desktop::Authentication answer) {
         // Where nobody can log in, the person isn't locked out of their own key.
-        if (model && answer != Desktop::Authentication::refused) {
+        if (model && model->m_absences == absences && answer != Desktop::Authentication::refused) {
             action();
         }
     });

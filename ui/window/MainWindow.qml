@@ -21,6 +21,11 @@ Window {
             seenAs = visibility;
         }
     }
+    onVisibleChanged: {
+        if (!visible) {
+            model.becomeHidden();
+        }
+    }
 
     // Brings the window up from wherever it is.
     function comeUp() {

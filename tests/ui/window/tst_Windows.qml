@@ -108,6 +108,18 @@ Item {
             compare(window.prepared.model.section, AppModel.Section.Activity);
         }
 
+        function test_theKitDoesNotOutliveIt() {
+            const window = open(main);
+            const model = window.prepared.model;
+            model.showingRecoveryKit = true;
+            tryVerify(() => ScreenReader.tree(window).includes("Dialog: Kit di recupero"));
+            window.close();
+            tryCompare(window, "visible", false);
+            tryCompare(model, "showingRecoveryKit", false);
+            show(window);
+            tryVerify(() => !ScreenReader.tree(window).includes("Dialog: Kit di recupero"));
+        }
+
         function test_itsKeysWorkOnEverySection() {
             const window = open(main);
             watch(first, window, "quitAsked");

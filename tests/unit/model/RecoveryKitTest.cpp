@@ -274,6 +274,28 @@ TEST_F(RecoveryKit, aKeyringThatTurnsOutToBeEmptyGetsAKeyThatNobodyHasConfirmed)
     EXPECT_FALSE(savedAtWrite.contains(true));
 }
 
+TEST_F(RecoveryKit, itGoesWithTheWindow)
+{
+    start();
+    model->openRecoveryKit();
+    ASSERT_TRUE(model->isShowingRecoveryKit());
+    model->becomeHidden();
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_EQ(desktop->reasons.size(), 1);
+    model->openRecoveryKit();
+    EXPECT_EQ(desktop->reasons.size(), 2);
+}
+
+TEST_F(RecoveryKit, aLoginThatTheWindowDidNotWaitForShowsNothing)
+{
+    desktop->answersLater = true;
+    start();
+    model->openRecoveryKit();
+    model->becomeHidden();
+    desktop->answer();
+    EXPECT_FALSE(model->isShowingRecoveryKit());
+}
+
 TEST_F(RecoveryKit, isPrintedAsItIsSaved)
 {
     start();
