@@ -118,6 +118,11 @@ Item {
             given: ({prepared: "long"})
         },
         GalleryPage {
+            name: "sheet-kit-keyless"
+            source: "SheetPage.qml"
+            given: ({prepared: "keyError"})
+        },
+        GalleryPage {
             name: "sheet-access"
             source: "SheetPage.qml"
             given: ({prepared: "access", waiting: AppModel.GatedAction.Backup})
