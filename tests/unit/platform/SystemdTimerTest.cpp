@@ -146,6 +146,16 @@ INSTANTIATE_TEST_SUITE_P(
                     Schedule{90, "OnActiveSec=90\nOnUnitActiveSec=90"},
                     Schedule{7, "OnActiveSec=7\nOnUnitActiveSec=7"}));
 
+TEST_F(SystemdTimerTest, aRunMayBeASixtiethOfItsIntervalLateButNoMoreThanAMinute)
+{
+    for (const auto &[interval, accuracy] : QList<std::pair<int, int>>{
+             {30, 1}, {120, 2}, {600, 10}, {3600, 60}, {3660, 60}, {86400, 60}}) {
+        job().establish(every(interval));
+        EXPECT_TRUE(timer().contains("\nAccuracySec=" + QByteArray::number(accuracy) + '\n'))
+            << timer().constData();
+    }
+}
+
 TEST_F(SystemdTimerTest, oddCharactersAreQuotedAsSystemdReadsThem)
 {
     PeriodicJobPlan plan = every(3600);

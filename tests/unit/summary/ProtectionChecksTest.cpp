@@ -114,6 +114,8 @@ TEST_F(ProtectionChecksTest, versionsGoByHowLongTheyAreKept)
               Remedy::settings);
     situation.config.keepDays = 0;
     expectRow(2, true, "Versioni precedenti", "Conservate senza scadenza", Remedy::none);
+    situation.config.keepDays = 1;
+    expectRow(2, true, "Versioni precedenti", "Conservate per 1 giorni", Remedy::none);
     situation.config.keepDays = 730;
     expectRow(2, true, "Versioni precedenti", "Conservate per 2 anni", Remedy::none);
 }
