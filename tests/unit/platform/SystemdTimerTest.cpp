@@ -151,8 +151,8 @@ TEST_F(SystemdTimerTest, aRunMayBeASixtiethOfItsIntervalLateButNoMoreThanAMinute
     for (const auto &[interval, accuracy] : QList<std::pair<int, int>>{
              {30, 1}, {120, 2}, {600, 10}, {3600, 60}, {3660, 60}, {86400, 60}}) {
         job().establish(every(interval));
-        EXPECT_TRUE(timer().contains("\nAccuracySec=" + QByteArray::number(accuracy) + '\n'))
-            << timer().constData();
+        const QByteArray line = "\nAccuracySec=" + QByteArray::number(accuracy) + '\n';
+        EXPECT_TRUE(timer().contains(line)) << timer().constData();
     }
 }
 
