@@ -17,7 +17,7 @@ Sheet {
     name: head.title
     width: 480
     visible: model.showingRecoveryKit
-    first: model.hasKey ? save : head.closing
+    first: (model.hasKey ? save : head.closing) as Item
     onAboutToShow: {
         confirmed = false;
         leaving = false;
