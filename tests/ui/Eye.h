@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QImage>
 #include <QObject>
+#include <QRect>
 
 class QQuickItem;
 
@@ -21,6 +22,26 @@ public:
     /// was nothing to see.
     Q_INVOKABLE [[nodiscard]] QColor at(QQuickItem *item, qreal x, qreal y) const;
 
+    // The following tell of pixels as they were seen, of differences as the largest one in any
+    // channel from 0 to 255.
+
+    /// The box of pixels around all in a part of the window that isn't of the ground's colour; the
+    /// part is told in points, by an item's own lengths.
+    Q_INVOKABLE [[nodiscard]] QRect inked(QQuickItem *item, const QRectF &part,
+                                          const QColor &ground) const;
+    /// How much a box differs from its own mirror image.
+    Q_INVOKABLE [[nodiscard]] int sidesDiffer(const QRect &box) const;
+    /// How much it differs from itself upside down.
+    Q_INVOKABLE [[nodiscard]] int halvesDiffer(const QRect &box) const;
+    /// How much a pixel in it differs from the first one of its row.
+    Q_INVOKABLE [[nodiscard]] int rowsDiffer(const QRect &box) const;
+    /// The colour of one pixel.
+    Q_INVOKABLE [[nodiscard]] QColor pixel(int x, int y) const;
+
 private:
+    [[nodiscard]] int difference(QPoint one, QPoint other) const;
+    /// Pixels a point; not every renderer's picture tells it.
+    [[nodiscard]] qreal scale(const QQuickItem *item) const;
+
     QImage m_seen;
 };

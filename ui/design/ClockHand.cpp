@@ -31,5 +31,5 @@ PicturedItem::Picture ClockHand::draw(qreal scale)
         QPen(Theme::white(1), 0.14 * radius, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(hand);
     painter.end();
-    return {image, QRectF(QPointF(), QSizeF(image.size()) / scale), -1};
+    return {image, QRectF(QPointF(), QSizeF(image.size()) / scale)};
 }

@@ -17,10 +17,10 @@ T.ProgressBar {
     Accessible.role: Accessible.ProgressBar
     Accessible.name: name
 
-    background: Rectangle {
+    background: Surface {
         height: 6
         radius: 3
-        color: Theme.black(0.28)
+        fill: Theme.flat(Theme.black(0.28))
     }
 
     contentItem: Item {

@@ -1,19 +1,43 @@
 #include "ui/design/PicturedItem.h"
 
+#include <QMatrix4x4>
+#include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
+#include <QSGRendererInterface>
 #include <QSGTexture>
+#include <QSGTransformNode>
+#include <QtMath>
 
 #include <array>
+#include <cmath>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace {
+
+/// How far a node is moved from the corner of what is drawn; none when it is more than moved.
+std::optional<QPointF> movedBy(const QSGNode *node)
+{
+    QMatrix4x4 matrix;
+    for (; node != nullptr && node->type() != QSGNode::RootNodeType; node = node->parent()) {
+        if (node->type() == QSGNode::TransformNodeType) {
+            matrix = static_cast<const QSGTransformNode *>(node)->matrix() * matrix;
+        }
+    }
+    const QPointF offset(matrix(0, 3), matrix(1, 3));
+    QMatrix4x4 moved;
+    moved.translate(matrix(0, 3), matrix(1, 3), matrix(2, 3));
+    return matrix == moved ? std::optional(offset) : std::nullopt;
+}
 
 /// One texture in up to three parts: left end, stretched column, right end.
 class PictureNode : public QSGNode
 {
 public:
+    PictureNode() { setFlag(UsePreprocess); }
+
     void show(QQuickWindow *window, const QImage &image)
     {
         if (m_texture && m_key == image.cacheKey()) {
@@ -28,11 +52,48 @@ public:
         }
         m_texture = std::move(texture);
         m_key = image.cacheKey();
+        m_size = image.size();
     }
 
-    void place(QQuickWindow *window, std::size_t index, const QRectF &target, const QRectF &source)
+    /// Where the picture goes, in points, and at how many pixels a point; the parts of it that are
+    /// as wide as they were painted, in pixels.
+    void place(QQuickWindow *window, const QRectF &place, qreal scale, int left, int right)
+    {
+        m_place = place;
+        m_scale = scale;
+        const QRectF whole(QPointF(), m_size);
+        setPart(window, 0, {0, 0, qreal(left), whole.height()});
+        setPart(window, 1, {qreal(left), 0, whole.width() - left - right, whole.height()});
+        setPart(window, 2, {whole.width() - right, 0, qreal(right), whole.height()});
+        lay(m_place);
+    }
+
+    /// Between two pixels, lines would be smeared and the parts no longer meet.
+    void preprocess() override
+    {
+        const std::optional<QPointF> offset = movedBy(this);
+        if (!offset) {
+            lay(m_place);
+            return;
+        }
+        // What stands halfway goes the same way whatever is around it.
+        const auto snapped = [this](qreal place, qreal by) {
+            return std::floor((place + by) * m_scale + 0.5 + 1e-6) / m_scale - by;
+        };
+        lay(QRectF(
+            QPointF(snapped(m_place.left(), offset->x()), snapped(m_place.top(), offset->y())),
+            QPointF(snapped(m_place.right(), offset->x()),
+                    snapped(m_place.bottom(), offset->y()))));
+    }
+
+private:
+    void setPart(QQuickWindow *window, std::size_t index, const QRectF &source)
     {
         QSGImageNode *&part = m_parts.at(index);
+        if (source.isEmpty()) {
+            delete std::exchange(part, nullptr);
+            return;
+        }
         if (part == nullptr) {
             part = window->createImageNode();
             part->setTexture(m_texture.get());
@@ -40,17 +101,59 @@ public:
             part->setFlag(OwnedByParent);
             appendChildNode(part);
         }
-        part->setRect(target);
         part->setSourceRect(source);
     }
 
-    void remove(std::size_t index) { delete std::exchange(m_parts.at(index), nullptr); }
+    void lay(const QRectF &place)
+    {
+        const qreal left = width(0) / m_scale;
+        const qreal right = width(2) / m_scale;
+        setRect(0, {place.left(), place.top(), left, place.height()});
+        setRect(1,
+                {place.left() + left, place.top(), place.width() - left - right, place.height()});
+        setRect(2, {place.right() - right, place.top(), right, place.height()});
+    }
 
-private:
+    [[nodiscard]] qreal width(std::size_t index) const
+    {
+        const QSGImageNode *part = m_parts.at(index);
+        return part == nullptr ? 0 : part->sourceRect().width();
+    }
+
+    void setRect(std::size_t index, const QRectF &rectangle)
+    {
+        // What stays where it is need not be drawn anew.
+        if (QSGImageNode *part = m_parts.at(index); part != nullptr && part->rect() != rectangle) {
+            part->setRect(rectangle);
+        }
+    }
+
     std::array<QSGImageNode *, 3> m_parts{};
     std::unique_ptr<QSGTexture> m_texture;
     qint64 m_key = 0;
+    QSize m_size;
+    QRectF m_place;
+    qreal m_scale = 1;
 };
+
+/// The picture with its stretched column as wide as it is to be seen.
+QImage stretched(const QImage &image, int column, int width)
+{
+    const int right = image.width() - column - 1;
+    QImage whole(std::max(width, image.width()), image.height(), image.format());
+    QPainter painter(&whole);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(0, 0, image, 0, 0, column);
+    painter.drawImage(QRect(column, 0, whole.width() - column - right, whole.height()), image,
+                      QRect(column, 0, 1, whole.height()));
+    painter.drawImage(whole.width() - right, 0, image, column + 1, 0, right);
+    return whole;
+}
+
+bool isPainted(QQuickWindow *window)
+{
+    return window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
+}
 
 } // namespace
 
@@ -70,8 +173,15 @@ void PicturedItem::updatePolish()
     if (window() == nullptr) {
         return;
     }
-    m_picture =
-        width() > 0 && height() > 0 ? draw(window()->effectiveDevicePixelRatio()) : Picture();
+    const qreal scale = window()->effectiveDevicePixelRatio();
+    m_picture = width() > 0 && height() > 0 ? draw(scale) : Picture();
+    // Qt's own painter rounds each part for itself, so that they don't meet once they are scaled.
+    if (m_picture.stretched >= 0 && !m_picture.flat && isPainted(window())) {
+        m_picture.image = stretched(m_picture.image, m_picture.stretched,
+                                    qRound(m_picture.place.width() * scale));
+        m_picture.place.setWidth(m_picture.image.width() / scale);
+        m_picture.stretched = -1;
+    }
     update();
 }
 
@@ -83,28 +193,11 @@ QSGNode *PicturedItem::updatePaintNode(QSGNode *old, UpdatePaintNodeData * /*dat
     }
     auto *node = old != nullptr ? static_cast<PictureNode *>(old) : new PictureNode;
     const QImage &image = m_picture.image;
-    const QRectF &place = m_picture.place;
+    const qreal scale = image.height() / m_picture.place.height();
     node->show(window(), image);
-
-    const QRectF whole(0, 0, image.width(), image.height());
-    if (m_picture.stretched < 0) {
-        node->place(window(), 0, place, whole);
-        node->remove(1);
-        node->remove(2);
-        return node;
-    }
-    const qreal scale = image.height() / place.height();
-    const qreal left = m_picture.stretched;
-    const qreal right = whole.width() - left - 1;
-    node->place(window(), 0, {place.left(), place.top(), left / scale, place.height()},
-                {0, 0, left, whole.height()});
-    node->place(window(), 1,
-                {place.left() + left / scale, place.top(), place.width() - (left + right) / scale,
-                 place.height()},
-                {left, 0, 1, whole.height()});
-    node->place(window(), 2,
-                {place.right() - right / scale, place.top(), right / scale, place.height()},
-                {left + 1, 0, right, whole.height()});
+    const bool ends = m_picture.stretched >= 0 && !m_picture.flat;
+    node->place(window(), m_picture.place, scale, ends ? m_picture.stretched : 0,
+                ends ? image.width() - m_picture.stretched - 1 : 0);
     return node;
 }
 

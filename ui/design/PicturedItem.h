@@ -7,8 +7,10 @@
 /// An item that shows a picture painted by us, so that it looks the same on the graphics processor
 /// and on the software renderer.
 ///
-/// The picture is painted when something about it changes and then only put on the screen. One that
-/// has a column to be stretched is as narrow as its ends need, however wide the item is.
+/// The picture is painted when something about it changes and then only put on the screen, its
+/// pixels on those of the screen wherever the item stands, unless something turns or scales the
+/// item. One that has a column to be stretched is as narrow as its ends need, however wide the item
+/// is.
 class PicturedItem : public QQuickItem
 {
     Q_OBJECT
@@ -23,6 +25,7 @@ protected:
         QImage image;       ///< in pixels of the screen
         QRectF place;       ///< where it goes, in the item's own lengths; may reach beyond it
         int stretched = -1; ///< the column that is drawn as wide as the place asks; -1: none
+        bool flat = false;  ///< the stretched column is all there is to see
     };
 
     /// The picture for the present size at so many pixels a point.
@@ -44,7 +47,7 @@ protected:
     }
 
     void updatePolish() override;
-    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
     void geometryChange(const QRectF &now, const QRectF &before) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 

@@ -12,11 +12,11 @@ T.ScrollBar {
     minimumSize: 0.08
     visible: policy !== T.ScrollBar.AlwaysOff && size < 1
     Accessible.ignored: true // what it moves is read, and scrolled, without it
-    contentItem: Rectangle {
+    contentItem: Surface {
         implicitWidth: 5
         implicitHeight: 5
         radius: 2.5
-        color: Theme.white(control.pressed ? 0.5 : control.hovered ? 0.4 : 0.26)
+        fill: Theme.flat(Theme.white(control.pressed ? 0.5 : control.hovered ? 0.4 : 0.26))
         opacity: control.policy === T.ScrollBar.AlwaysOn || control.active ? 1 : 0
 
         Behavior on opacity {

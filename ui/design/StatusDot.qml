@@ -1,28 +1,35 @@
 import QtQuick
 import Vellomar.Design
 
-// A state in a word, with its colour.
-Row {
+// A state in a word, with its colour. Narrower than its text, it cuts that off.
+Item {
     id: root
 
     required property string text
     required property color color
 
-    spacing: 7
+    implicitWidth: words.x + words.implicitWidth
+    implicitHeight: words.implicitHeight
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    Rectangle {
+    Surface {
+        objectName: "dot"
         anchors.verticalCenter: parent.verticalCenter
+        anchors.alignWhenCentered: false
         width: 7
         height: 7
         radius: 3.5
-        color: root.color
+        fill: Theme.flat(root.color)
     }
 
     Label {
+        id: words
+
+        objectName: "words"
+        x: 14
+        width: Math.max(0, root.width - x)
         text: root.text
-        width: root.width > 0 ? Math.min(implicitWidth, Math.max(0, root.width - 14)) : implicitWidth
         font.pixelSize: 12
         color: Theme.secondary
         elide: Text.ElideRight

@@ -99,12 +99,13 @@ T.Slider {
             width: parent.width
             height: 24
 
-            Rectangle {
+            Surface {
+                objectName: "rail"
                 y: 9
                 width: parent.width
                 height: 6
                 radius: 3
-                color: Theme.black(0.3)
+                fill: Theme.flat(Theme.black(0.3))
             }
 
             Surface {
@@ -119,7 +120,7 @@ T.Slider {
             Repeater {
                 model: control.options.length
 
-                Rectangle {
+                Surface {
                     required property int index
 
                     x: (index + 0.5) * control.stepWidth - 2
@@ -127,8 +128,8 @@ T.Slider {
                     width: 4
                     height: 4
                     radius: 2
-                    color: index <= control.index ? Theme.faded(Theme.ink, 0.55)
-                                                  : Theme.white(0.32)
+                    fill: Theme.flat(index <= control.index ? Theme.faded(Theme.ink, 0.55)
+                                                            : Theme.white(0.32))
                 }
             }
 

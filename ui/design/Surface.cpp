@@ -31,5 +31,5 @@ PicturedItem::Picture Surface::draw(qreal scale)
         picture.stretched < 0 ? picture.image.width() / scale : this->width() + 2 * picture.margin;
     return {picture.image,
             QRectF(-picture.margin, -picture.margin, width, picture.image.height() / scale),
-            picture.stretched};
+            picture.stretched, picture.flat};
 }

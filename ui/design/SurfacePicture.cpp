@@ -149,7 +149,8 @@ QByteArray key(const SurfaceStyle &style, const QSizeF &size, qreal scale)
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream << style.radius << style.continuous << style.fill.top << style.fill.bottom
            << style.rim.top << style.rim.bottom << style.rimWidth << style.shadow
-           << style.shadowRadius << style.shadowOffset << style.brightness << size << scale;
+           << style.shadowRadius << style.shadowOffset << style.brightness << size
+           << scale;
     return bytes;
 }
 
@@ -191,14 +192,15 @@ SurfacePicture surfacePicture(const SurfaceStyle &style, const QSizeF &size, qre
                             ? 0
                             : style.shadowRadius * 3 + std::max(std::abs(style.shadowOffset.x()),
                                                                 std::abs(style.shadowOffset.y()));
-    const int margin = qCeil(reach * scale) + 1;
-
     // Between its two ends, every column of a surface is the same.
     const qreal corner = std::min(style.radius, std::min(size.width(), size.height()) / 2) *
                          (style.continuous ? continuousReach : 1);
     const qreal end = std::ceil(corner + reach + std::abs(style.shadowOffset.x())) + 1;
+    const bool flat = corner == 0 && reach == 0 && style.rimWidth == 0;
+    const int margin = flat ? 0 : qCeil(reach * scale) + 1;
     const bool narrow = size.width() > 2 * end + 4;
-    const QSizeF painted(narrow ? 2 * end + 3 : size.width(), size.height());
+    const qreal width = flat ? 1 / scale : narrow ? 2 * end + 3 : size.width();
+    const QSizeF painted(width, size.height());
 
     const QByteArray wanted = key(style, painted, scale);
     if (const SurfacePicture *known = store.object(wanted)) {
@@ -207,7 +209,8 @@ SurfacePicture surfacePicture(const SurfaceStyle &style, const QSizeF &size, qre
     auto picture = std::make_unique<SurfacePicture>();
     picture->image = paint(style, painted, scale, margin);
     picture->margin = margin / scale;
-    picture->stretched = narrow ? picture->image.width() / 2 : -1;
+    picture->stretched = flat || narrow ? picture->image.width() / 2 : -1;
+    picture->flat = flat;
     SurfacePicture result = *picture;
     store.insert(wanted, picture.release(),
                  std::max(1, static_cast<int>(result.image.sizeInBytes() / 1024)));

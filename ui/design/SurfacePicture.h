@@ -27,6 +27,7 @@ struct SurfacePicture
     QImage image;
     qreal margin = 0;   ///< how far the picture reaches beyond the surface on each side, in points
     int stretched = -1; ///< the column that may be drawn in any width; -1: the picture is whole
+    bool flat = false;  ///< that column is all of the picture
 };
 
 /// The outline of a surface in a rectangle.

@@ -108,5 +108,5 @@ PicturedItem::Picture Symbol::draw(qreal scale)
     const qreal side = pixels / scale;
     const qreal left = std::round((width() - side) / 2 * scale) / scale;
     const qreal top = std::round((height() - side) / 2 * scale) / scale;
-    return {image, QRectF(left, top, side, side), -1};
+    return {image, QRectF(left, top, side, side)};
 }

@@ -86,5 +86,5 @@ PicturedItem::Picture TickRingItem::draw(qreal scale)
     }
     painter.end();
     const QSizeF points = QSizeF(image.size()) / scale;
-    return {image, QRectF(QPointF(-margin / scale, -margin / scale), points), -1};
+    return {image, QRectF(QPointF(-margin / scale, -margin / scale), points)};
 }

@@ -47,6 +47,6 @@ TEST_P(GalleryPictures, everyPageIsDrawnWithoutAWarning)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(atEachScale, GalleryPictures, testing::Values(1.0, 1.5, 2.0));
+INSTANTIATE_TEST_SUITE_P(atEachScale, GalleryPictures, testing::Values(1.0, 1.25, 1.5, 1.75, 2.0));
 
 } // namespace

@@ -265,7 +265,7 @@ Item {
             compare(tile.width, 384);
             compare(tile.height, tile.parent.children[0].height);
             const state = part(tile, "state");
-            const label = state.children[1];
+            const label = part(state, "words");
             verify(label.truncated);
             compare(label.textFormat, Text.PlainText);
             const end = label.mapToItem(tile, label.width, 0).x;
