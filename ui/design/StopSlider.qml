@@ -19,15 +19,24 @@ T.Slider {
     readonly property int index: Math.max(0, options.findIndex(o => o.value === selection))
     readonly property real stepWidth: options.length > 0 ? availableWidth / options.length : 0
 
-    // A screen reader moves the value itself; the selection decides where it then stands.
+    // The selection decides where the value stands. What moves it otherwise is a screen reader.
+    property bool following: false
+
+    function follow() {
+        following = true;
+        to = Math.max(1, options.length - 1);
+        value = index;
+        following = false;
+    }
+
     from: 0
-    to: Math.max(1, options.length - 1)
     stepSize: 1
-    value: index
+    onIndexChanged: follow()
+    onOptionsChanged: follow()
     onValueChanged: {
-        if (value !== index) {
+        if (!following && value !== index) {
             const wanted = Math.round(value);
-            value = Qt.binding(() => index);
+            follow();
             choose(wanted);
         }
     }
@@ -52,7 +61,10 @@ T.Slider {
     property real centre: (index + 0.5) * stepWidth
     property bool settled: false
 
-    Component.onCompleted: settled = true
+    Component.onCompleted: {
+        follow();
+        settled = true;
+    }
 
     Behavior on centre {
         enabled: control.settled
@@ -78,7 +90,8 @@ T.Slider {
         }
     }
     Accessible.role: Accessible.Slider
-    Accessible.name: options.length > 0 ? qsTr("%1: %2").arg(name).arg(options[index].label) : name
+    Accessible.name: index < options.length ? qsTr("%1: %2").arg(name).arg(options[index].label)
+                                            : name
     Accessible.onIncreaseAction: control.choose(control.index + 1)
     Accessible.onDecreaseAction: control.choose(control.index - 1)
 

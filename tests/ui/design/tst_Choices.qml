@@ -290,6 +290,47 @@ Item {
             fuzzyCompare(slider.opacity, 0.38, 1e-6);
         }
 
+        function numbered(count) {
+            return Array.from({length: count}, (_, i) => ({value: i * 10, label: "n" + i}));
+        }
+
+        function test_optionsThatComeAfterTheSelectionAskForNothing() {
+            const slider = made(stops, {options: []}, choices);
+            slider.selection = 40;
+            slider.options = numbered(5);
+            compare(choices.count, 0);
+            compare(slider.index, 4);
+            compare(slider.value, 4);
+            compare(slider.selection, 40);
+            compare(ScreenReader.name(slider), "Conserva: n4");
+            ScreenReader.perform(slider, "Decrease");
+            compare(choices.count, 1);
+            compare(choices.signalArguments[0][0], 30);
+        }
+
+        function test_optionsThatShrinkAskForNothing_data() {
+            return [{tag: "2"}, {tag: "1"}, {tag: "0"}];
+        }
+        function test_optionsThatShrinkAskForNothing(data) {
+            const slider = made(stops, {selection: 40}, choices);
+            slider.options = numbered(Number(data.tag));
+            compare(choices.count, 0);
+            compare(slider.index, 0);
+            compare(slider.value, 0);
+            compare(slider.selection, 40);
+            slider.options = numbered(5);
+            compare(choices.count, 0);
+            compare(slider.value, 4);
+        }
+
+        function test_optionsInAnotherOrderMoveTheSliderAndAskForNothing() {
+            const slider = made(stops, {selection: 40}, choices);
+            slider.options = numbered(5).reverse();
+            compare(choices.count, 0);
+            compare(slider.value, 0);
+            compare(ScreenReader.value(slider), 0);
+        }
+
         function test_aSliderWithoutOptionsDoesNotFail() {
             const slider = made(stops, {options: []}, choices);
             mouseClick(slider, 100, 12);
