@@ -112,17 +112,20 @@ VerticalGradient Theme::wellGradient()
 
 QString Theme::textFamily()
 {
-    return familyOr(QStringLiteral("Inter"), systemFamily());
+    static const QString family = familyOr(QStringLiteral("Inter"), systemFamily());
+    return family;
 }
 
 QString Theme::roundedFamily()
 {
-    return familyOr(QStringLiteral("Quicksand"), textFamily());
+    static const QString family = familyOr(QStringLiteral("Quicksand"), textFamily());
+    return family;
 }
 
 QString Theme::monospacedFamily()
 {
-    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    static const QString family = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    return family;
 }
 
 QColor Theme::white(qreal opacity)

@@ -59,6 +59,9 @@ public:
     static VerticalGradient bezelGradient(); ///< ground of the dial
     static VerticalGradient wellGradient();  ///< the recessed disc in it
 
+    // The families are settled at the first look: asking what is installed takes its time, and
+    // every label asks.
+
     /// Inter, or the system's own where it isn't installed.
     static QString textFamily();
     /// The family of the large digits: round like the dial.
