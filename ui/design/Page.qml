@@ -8,51 +8,25 @@ Item {
     required property string title
     required property string subtitle
     default property alias content: body.data
-    readonly property alias scrolling: flickable
+    readonly property alias scrolling: scroller
 
     Accessible.role: Accessible.Pane
     Accessible.name: title
 
-    // What the keyboard goes to is brought into sight.
-    function reveal(item: Item) {
-        if (item === null || !flickable.holds(item)) {
-            return;
-        }
-        const place = item.mapToItem(column, 0, 0);
-        const top = place.y - 12;
-        const bottom = place.y + item.height + 12;
-        if (top < flickable.contentY) {
-            flickable.contentY = Math.max(0, top);
-        } else if (bottom > flickable.contentY + flickable.height) {
-            flickable.contentY = Math.min(flickable.contentHeight - flickable.height,
-                                          bottom - flickable.height);
-        }
+    // Scrolls by a key that none of its controls has taken.
+    function press(event: var) {
+        scroller.press(event);
     }
 
-    Connections {
-        target: root.Window.window
-        function onActiveFocusItemChanged() {
-            root.reveal(root.Window.window.activeFocusItem);
-        }
-    }
+    // Once it has the keyboard itself, the Tab key goes on from here.
+    activeFocusOnTab: activeFocus
+    Keys.onPressed: event => press(event)
 
-    Flickable {
-        id: flickable
-
-        function holds(item: Item): bool {
-            for (let i = item; i !== null; i = i.parent) {
-                if (i === body) {
-                    return true;
-                }
-            }
-            return false;
-        }
+    Scroller {
+        id: scroller
 
         anchors.fill: parent
-        contentWidth: width
         contentHeight: column.height
-        boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height
         clip: true
         T.ScrollBar.vertical: ScrollBar {}
 

@@ -9,11 +9,12 @@ T.Popup {
     id: sheet
 
     required property string name
+    property real ordinaryWidth: 480 // where the window has the room
     property Item first: null // has the keyboard when the sheet comes up
     readonly property real margin: 26
     readonly property real distance: 24 // from the window's edges
     default property alias content: body.data
-    readonly property alias scrolling: flickable
+    readonly property alias scrolling: scroller
     readonly property Item focused: parent ? parent.Window.activeFocusItem : null
     property Item before: null // had the keyboard when this came up
     property Item behind: null // the last one outside of all sheets that had it
@@ -31,22 +32,8 @@ T.Popup {
         return item !== null && item !== parent.Window.contentItem;
     }
 
-    // What the keyboard goes to is brought into sight.
-    function reveal(item: Item) {
-        if (!flickable.interactive || item === null || !flickable.holds(item)) {
-            return;
-        }
-        const place = item.mapToItem(flickable.contentItem, 0, 0);
-        const top = Math.max(0, place.y - sheet.margin);
-        const bottom = Math.min(flickable.contentHeight, place.y + item.height + sheet.margin);
-        if (top < flickable.contentY) {
-            flickable.contentY = top;
-        } else if (bottom > flickable.contentY + flickable.height) {
-            flickable.contentY = bottom - flickable.height;
-        }
-    }
-
     parent: T.Overlay.overlay
+    width: parent ? Math.min(ordinaryWidth, parent.width - 2 * distance) : ordinaryWidth
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? Math.round((parent.height - height) / 2) : 0
     height: parent ? Math.min(implicitHeight, parent.height - 2 * distance) : implicitHeight
@@ -71,7 +58,7 @@ T.Popup {
     }
 
     onAboutToShow: {
-        flickable.contentY = 0;
+        scroller.contentY = 0;
         before = focused;
         ringed = (focused as T.Control)?.visualFocus ?? false;
         first?.forceActiveFocus(ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
@@ -88,34 +75,31 @@ T.Popup {
         if (isBehind(focused)) {
             behind = focused;
         }
-        reveal(focused);
     }
 
     background: SheetGround {}
     contentItem: Item {
         Accessible.role: Accessible.Dialog
         Accessible.name: sheet.name
-        Keys.onEscapePressed: sheet.dismissed()
     }
 
-    Flickable {
-        id: flickable
-
-        function holds(item: Item): bool {
-            for (let i = item; i !== null; i = i.parent) {
-                if (i === body) {
-                    return true;
-                }
-            }
-            return false;
+    // Where no control has the keyboard, the popup's own item has it.
+    Connections {
+        target: sheet.contentItem.parent.Keys
+        function onEscapePressed() {
+            sheet.dismissed();
         }
+        function onPressed(event) {
+            scroller.press(event);
+        }
+    }
+
+    Scroller {
+        id: scroller
 
         anchors.fill: parent
-        contentWidth: width
+        air: sheet.margin
         contentHeight: sheet.implicitHeight
-        boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height
-        clip: interactive
         T.ScrollBar.vertical: ScrollBar {}
 
         Column {
@@ -123,7 +107,7 @@ T.Popup {
 
             x: sheet.margin
             y: sheet.margin
-            width: flickable.width - 2 * sheet.margin
+            width: scroller.width - 2 * sheet.margin
             spacing: 18
         }
     }

@@ -13,7 +13,6 @@ Sheet {
     readonly property int action: model.accessRequest // an AppModel.GatedAction
 
     name: head.title
-    width: 480
     visible: action !== AppModel.GatedAction.None
     first: settings
     onDismissed: model.accessRequest = AppModel.GatedAction.None

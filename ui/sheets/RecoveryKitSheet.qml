@@ -15,7 +15,6 @@ Sheet {
     readonly property bool asking: leaving || !model.config.keySaved
 
     name: head.title
-    width: 480
     visible: model.showingRecoveryKit
     first: (model.hasKey ? save : head.closing) as Item
     onAboutToShow: {

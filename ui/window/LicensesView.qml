@@ -89,12 +89,8 @@ Item {
         fill: Theme.flat(Theme.black(0.22))
     }
 
-    Flickable {
+    Scroller {
         id: scrolling
-
-        function scrollTo(y: real) {
-            contentY = Math.max(0, Math.min(contentHeight - height, y));
-        }
 
         objectName: "scrolling"
         anchors.left: parent.left
@@ -103,9 +99,7 @@ Item {
         anchors.bottom: parent.bottom
         anchors.margins: 20
         anchors.topMargin: 14
-        contentWidth: width
         contentHeight: text.height
-        boundsBehavior: Flickable.StopAtBounds
         clip: true
         T.ScrollBar.vertical: ScrollBar {
             objectName: "bar"
@@ -136,23 +130,7 @@ Item {
             Accessible.multiLine: true
 
             // There is no caret to see, so the keys that would move it scroll.
-            Keys.onPressed: event => {
-                const page = scrolling.height - 28;
-                const steps = {
-                    [Qt.Key_Up]: -40,
-                    [Qt.Key_Down]: 40,
-                    [Qt.Key_PageUp]: -page,
-                    [Qt.Key_PageDown]: page,
-                    [Qt.Key_Space]: page,
-                    [Qt.Key_Home]: -scrolling.contentHeight,
-                    [Qt.Key_End]: scrolling.contentHeight
-                };
-                const step = steps[event.key];
-                if (step !== undefined && !(event.modifiers & Qt.ShiftModifier)) {
-                    scrolling.scrollTo(scrolling.contentY + step);
-                    event.accepted = true;
-                }
-            }
+            Keys.onPressed: event => scrolling.press(event)
         }
     }
 }

@@ -62,7 +62,7 @@ Item {
         id: sheet
         Sheet {
             name: "Kit di recupero"
-            width: 300
+            ordinaryWidth: 300
             onDismissed: close()
             PillButton { objectName: "button"; text: "Continua"; focus: true }
         }

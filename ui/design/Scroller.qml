@@ -1,0 +1,61 @@
+import QtQuick
+
+// What is scrolled when it is higher than its room: by wheel, by finger, and by the keys that it is
+// handed. What the keyboard goes to is brought into sight.
+Flickable {
+    id: root
+
+    property real air: 12 // around what is brought into sight
+    readonly property Item focused: Window.activeFocusItem
+
+    function holds(item: Item): bool {
+        for (let i = item; i !== null; i = i.parent) {
+            if (i === contentItem) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    function reveal(item: Item) {
+        if (item === null || !holds(item)) {
+            return;
+        }
+        const place = item.mapToItem(contentItem, 0, 0);
+        const top = Math.max(0, place.y - air);
+        const bottom = Math.min(contentHeight, place.y + item.height + air);
+        if (top < contentY) {
+            contentY = top;
+        } else if (bottom > contentY + height) {
+            contentY = Math.min(top, bottom - height); // the top of what is higher than all this
+        }
+    }
+
+    // Scrolls by a key, unless all is in sight anyway.
+    function press(event: var) {
+        const page = Math.max(40, height - 28);
+        const steps = {
+            [Qt.Key_Up]: -40,
+            [Qt.Key_Down]: 40,
+            [Qt.Key_PageUp]: -page,
+            [Qt.Key_PageDown]: page,
+            [Qt.Key_Home]: -contentHeight,
+            [Qt.Key_End]: contentHeight
+        };
+        const shifted = (event.modifiers & Qt.ShiftModifier) !== 0;
+        const others = event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier);
+        const step = event.key === Qt.Key_Space ? (shifted ? -page : page)
+                                                : shifted ? undefined : steps[event.key];
+        if (step !== undefined && others === 0 && contentHeight > height) {
+            cancelFlick();
+            contentY = Math.max(0, Math.min(contentHeight - height, contentY + step));
+            event.accepted = true;
+        }
+    }
+
+    contentWidth: width
+    boundsBehavior: Flickable.StopAtBounds
+    interactive: contentHeight > height
+    clip: interactive
+    onFocusedChanged: reveal(focused)
+}
