@@ -1,5 +1,6 @@
 #include "tests/ui/Eye.h"
 #include "tests/ui/ScreenReader.h"
+#include "ui/design/Typesetting.h"
 
 #include <QAccessible>
 #include <QQmlEngine>
@@ -13,7 +14,11 @@ class Setup : public QObject
     Q_OBJECT
 
 public Q_SLOTS:
-    static void applicationAvailable() { QAccessible::setActive(true); }
+    static void applicationAvailable()
+    {
+        QAccessible::setActive(true);
+        Typesetting::drawOutlines();
+    }
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         engine->addImportPath(QStringLiteral("qrc:/qt/qml"));

@@ -28,23 +28,23 @@ Item {
             color: Theme.secondary
         }
 
-        Label {
+        Paragraph {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(implicitWidth, Math.max(0, root.width - 72))
-            text: root.title
+            width: Math.min(implicitWidth, room)
+            room: Math.max(0, root.width - 72)
+            words: root.title
             font.pixelSize: 17
             font.weight: Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
         }
 
-        Label {
+        Paragraph {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(implicitWidth, 340)
-            text: root.text
+            width: Math.min(implicitWidth, room)
+            room: Math.max(0, Math.min(340, root.width - 72))
+            words: root.text
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
         }
     }
 }

@@ -10,12 +10,11 @@ Column {
 
     spacing: 9
 
-    Label {
+    Paragraph {
         width: root.width
-        text: root.title
+        words: root.title
         font.pixelSize: 28
         font.weight: Font.Bold
-        wrapMode: Text.Wrap
         Accessible.role: Accessible.Heading
     }
 
@@ -26,11 +25,10 @@ Column {
         fill: Theme.amberGradient
     }
 
-    Label {
+    Paragraph {
         width: root.width
-        text: root.subtitle
-        visible: text !== ""
+        words: root.subtitle
+        visible: words !== ""
         color: Theme.secondary
-        wrapMode: Text.Wrap
     }
 }

@@ -1,5 +1,7 @@
 #include "ui/face/Rendering.h"
 
+#include "ui/design/Typesetting.h"
+
 #include <QFileInfo>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
@@ -45,6 +47,7 @@ bool Rendering::hasGraphicsProcessor(const QStringList &devices)
 
 void Rendering::choose()
 {
+    Typesetting::drawOutlines();
     for (const char *name : {"QT_QUICK_BACKEND", "QMLSCENE_DEVICE", "QSG_RHI_BACKEND"}) {
         if (qEnvironmentVariableIsSet(name)) {
             return;

@@ -1,4 +1,5 @@
 #include "ui/design/Motion.h"
+#include "ui/design/Typesetting.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -79,6 +80,7 @@ int main(int argc, char *argv[])
         }
     }
     const QGuiApplication application(argc, argv);
+    Typesetting::drawOutlines();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Every control of the window in every state."));

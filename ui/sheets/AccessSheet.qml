@@ -27,11 +27,10 @@ Sheet {
         onDismissed: root.dismissed()
     }
 
-    Label {
+    Paragraph {
         objectName: "explanation"
         width: parent.width
-        wrapMode: Text.Wrap
-        text: qsTr("Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.")
+        words: qsTr("Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.")
     }
 
     Column {

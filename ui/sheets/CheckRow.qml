@@ -27,7 +27,7 @@ Item {
         font: words.font
     }
 
-    Label {
+    Paragraph {
         id: words
 
         objectName: "words"
@@ -35,9 +35,8 @@ Item {
         anchors.leftMargin: 10
         anchors.right: parent.right
         y: 4
-        text: root.text
+        words: root.text
         opacity: box.opacity
-        wrapMode: Text.Wrap
         Accessible.ignored: true
     }
 

@@ -28,16 +28,15 @@ Item {
         font: words.font
     }
 
-    Label {
+    Paragraph {
         id: words
 
         objectName: "words"
         anchors.left: parent.left
         anchors.leftMargin: sign.visible ? sign.width + 9 : 0
         anchors.right: parent.right
-        text: root.text
+        words: root.text
         color: root.color
-        wrapMode: Text.Wrap
         Accessible.role: Accessible.AlertMessage
     }
 }

@@ -41,11 +41,10 @@ Sheet {
         onDismissed: root.dismissed()
     }
 
-    Label {
+    Paragraph {
         objectName: "explanation"
         width: parent.width
-        wrapMode: Text.Wrap
-        text: qsTr("I backup sono cifrati con questa chiave. Se il Mac si rompe o viene rubato, senza la chiave non si recupera nulla.")
+        words: qsTr("I backup sono cifrati con questa chiave. Se il Mac si rompe o viene rubato, senza la chiave non si recupera nulla.")
     }
 
     FlowLayout {

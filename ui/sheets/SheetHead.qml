@@ -34,20 +34,18 @@ Item {
         anchors.rightMargin: 14
         spacing: 3
 
-        Label {
+        Paragraph {
             width: parent.width
-            text: root.title
+            words: root.title
             font.pixelSize: 18
             font.weight: Font.Bold
-            wrapMode: Text.Wrap
             Accessible.role: Accessible.Heading
         }
 
-        Label {
+        Paragraph {
             width: parent.width
-            text: root.subtitle
+            words: root.subtitle
             color: Theme.secondary
-            wrapMode: Text.Wrap
         }
     }
 

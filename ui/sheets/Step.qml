@@ -32,7 +32,7 @@ Item {
         }
     }
 
-    Label {
+    Paragraph {
         id: words
 
         objectName: "words"
@@ -40,8 +40,7 @@ Item {
         anchors.leftMargin: 12
         anchors.right: parent.right
         y: Math.max(0, (disc.height - implicitHeight) / 2)
-        text: root.text
-        wrapMode: Text.Wrap
+        words: root.text
         Accessible.ignored: true
     }
 }

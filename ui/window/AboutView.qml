@@ -46,23 +46,21 @@ Item {
             horizontalAlignment: Text.AlignHCenter
         }
 
-        Label {
+        Paragraph {
             objectName: "version"
             width: parent.width
-            text: qsTr("Versione %1").arg(root.version)
+            words: qsTr("Versione %1").arg(root.version)
             font.pixelSize: 11
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
         }
 
-        Label {
+        Paragraph {
             objectName: "credits"
             width: parent.width
-            text: qsTr("Backup cifrati con restic e rclone.")
+            words: qsTr("Backup cifrati con restic e rclone.")
             font.pixelSize: 11
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
         }
     }
 }

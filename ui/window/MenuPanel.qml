@@ -80,13 +80,12 @@ Item {
                     elide: Text.ElideRight
                 }
 
-                Label {
+                Paragraph {
                     objectName: "detail"
                     width: parent.width
-                    text: root.summary.panelDetail
+                    words: root.summary.panelDetail
                     font.pixelSize: 11
                     color: Theme.secondary
-                    wrapMode: Text.Wrap
                     maximumLineCount: 4
                     elide: Text.ElideRight
                 }

@@ -129,7 +129,7 @@ Item {
             verify(!notice.visible);
             item.prepared.setKitNotice("Kit salvato in /Volumes/Chiavetta/kit.txt.", data.warning);
             verify(notice.visible);
-            compare(Finding.named(notice, "words").text,
+            compare(Finding.named(notice, "words").words,
                     "Kit salvato in /Volumes/Chiavetta/kit.txt.");
             compare(Finding.named(notice, "words").color.toString(), data.color.toString());
             compare(Finding.named(notice, "sign").name, data.symbol);
@@ -144,7 +144,7 @@ Item {
             verify(!error.visible);
             item.prepared.setKeyError("Il portachiavi è bloccato (errore 3).");
             verify(error.visible);
-            compare(Finding.named(error, "words").text, "Il portachiavi è bloccato (errore 3).");
+            compare(Finding.named(error, "words").words, "Il portachiavi è bloccato (errore 3).");
             compare(Finding.named(error, "words").color.toString(), Theme.coral.toString());
             verify(!Finding.named(error, "sign").visible);
         }
@@ -154,7 +154,7 @@ Item {
             item.model.showingRecoveryKit = true;
             tryCompare(item.sheet, "opened", true);
             verify(item.part("cross").activeFocus);
-            compare(Finding.named(item.part("error"), "words").text,
+            compare(Finding.named(item.part("error"), "words").words,
                     "Il portachiavi è bloccato (errore 3).");
             item.sheet.confirmed = true;
             for (const name of ["save", "print", "copy", "box", "last"]) {

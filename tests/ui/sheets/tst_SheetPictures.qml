@@ -75,7 +75,9 @@ Item {
         function down(item, y) {
             const scale = Screen.devicePixelRatio;
             const top = item.mapToItem(root, 0, 0).y;
-            return ((Math.floor((top + y) * scale) + 0.5) / scale - top) / item.height;
+            // It is drawn on whole pixels.
+            return (Math.floor((top + y) * scale) + 0.5 - Math.round(top * scale))
+                / Math.round(item.height * scale);
         }
 
         // The sheet's ground beside a place of an item.
@@ -240,8 +242,10 @@ Item {
             const notice = part(item.kit, "notice");
             const sign = Finding.named(notice, "sign");
             verify(countThin(sign, groundAt(sign, sign.height / 2), data.color) > 3);
-            verify(count(Finding.named(notice, "words"), data.color) > 20);
-            verify(count(Finding.named(part(item.kit, "error"), "words"), [0.98, 0.5, 0.42]) > 20);
+            const isWritten = (words, color) => verify(
+                countThin(words, groundAt(words, words.height / 2), color) > 20);
+            isWritten(Finding.named(notice, "words"), data.color);
+            isWritten(Finding.named(part(item.kit, "error"), "words"), [0.98, 0.5, 0.42]);
         }
 
         function test_theCrossIsARoundOf28() {
