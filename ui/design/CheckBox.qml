@@ -52,9 +52,11 @@ T.CheckBox {
             fill: Theme.amberGradient
 
             Symbol {
+                objectName: "mark"
                 anchors.centerIn: parent
+                anchors.alignWhenCentered: false
                 name: "checkmark"
-                points: 9
+                points: 12 // the drawing leaves a third of its square empty
                 weight: Font.Black
                 color: Theme.ink
             }

@@ -23,6 +23,7 @@ Surface {
 
     Symbol {
         anchors.centerIn: parent
+        anchors.alignWhenCentered: false
         visible: name !== ""
         name: root.symbol
         points: root.points

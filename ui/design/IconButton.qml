@@ -44,6 +44,7 @@ T.Button {
     contentItem: Item {
         Symbol {
             anchors.centerIn: parent
+            anchors.alignWhenCentered: false
             name: control.symbol
             points: 12
             weight: Font.DemiBold

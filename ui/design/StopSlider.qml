@@ -13,6 +13,8 @@ T.Slider {
     required property var selection
     required property string name
     property bool ringed: visualFocus
+    // Disabled, it fades as a whole: what the thumb covers of its rail isn't there.
+    readonly property rect covered: enabled ? Qt.rect(0, 0, 0, 0) : Qt.rect(centre - 11, -8, 22, 22)
 
     signal chosen(value: var)
 
@@ -114,6 +116,7 @@ T.Slider {
 
             Surface {
                 objectName: "rail"
+                hole: control.covered
                 y: 9
                 width: parent.width
                 height: 6
@@ -123,6 +126,7 @@ T.Slider {
 
             Surface {
                 objectName: "passed"
+                hole: control.covered
                 y: 9
                 width: Math.max(6, Math.min(parent.width, control.centre))
                 height: 6
@@ -136,6 +140,7 @@ T.Slider {
                 Surface {
                     required property int index
 
+                    visible: control.enabled || index !== control.index
                     x: (index + 0.5) * control.stepWidth - 2
                     y: 10
                     width: 4

@@ -17,6 +17,8 @@ class Surface : public PicturedItem
     Q_PROPERTY(qreal shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY styleChanged FINAL)
     Q_PROPERTY(
         QPointF shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY styleChanged FINAL)
+    /// Where something opaque stands on it, so that both can fade without one shining through.
+    Q_PROPERTY(QRectF hole READ hole WRITE setHole NOTIFY styleChanged FINAL)
     Q_PROPERTY(qreal brightness READ brightness WRITE setBrightness NOTIFY styleChanged FINAL)
 
 public:
@@ -38,6 +40,8 @@ public:
     void setShadowRadius(qreal radius) { set(m_style.shadowRadius, radius); }
     [[nodiscard]] QPointF shadowOffset() const { return m_style.shadowOffset; }
     void setShadowOffset(const QPointF &offset) { set(m_style.shadowOffset, offset); }
+    [[nodiscard]] QRectF hole() const { return m_style.hole; }
+    void setHole(const QRectF &hole) { set(m_style.hole, hole); }
     [[nodiscard]] qreal brightness() const { return m_style.brightness; }
     void setBrightness(qreal brightness) { set(m_style.brightness, brightness); }
 

@@ -139,6 +139,13 @@ QImage paint(const SurfaceStyle &style, const QSizeF &size, qreal scale, int mar
         painter.drawPath(
             surfacePath(middle, std::max(0.0, style.radius * scale - inset), style.continuous));
     }
+    if (!style.hole.isEmpty()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::black);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        painter.drawEllipse(
+            QRectF(style.hole.topLeft() * scale + body.topLeft(), style.hole.size() * scale));
+    }
     return image;
 }
 
@@ -149,7 +156,7 @@ QByteArray key(const SurfaceStyle &style, const QSizeF &size, qreal scale)
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream << style.radius << style.continuous << style.fill.top << style.fill.bottom
            << style.rim.top << style.rim.bottom << style.rimWidth << style.shadow
-           << style.shadowRadius << style.shadowOffset << style.brightness << size
+           << style.shadowRadius << style.shadowOffset << style.brightness << style.hole << size
            << scale;
     return bytes;
 }
@@ -198,7 +205,7 @@ SurfacePicture surfacePicture(const SurfaceStyle &style, const QSizeF &size, qre
     const qreal end = std::ceil(corner + reach + std::abs(style.shadowOffset.x())) + 1;
     const bool flat = corner == 0 && reach == 0 && style.rimWidth == 0;
     const int margin = flat ? 0 : qCeil(reach * scale) + 1;
-    const bool narrow = size.width() > 2 * end + 4;
+    const bool narrow = style.hole.isEmpty() && size.width() > 2 * end + 4;
     const qreal width = flat ? 1 / scale : narrow ? 2 * end + 3 : size.width();
     const QSizeF painted(width, size.height());
 

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainterPath>
 #include <QPointF>
+#include <QRectF>
 #include <QSizeF>
 
 /// What a surface looks like: a rounded shape filled from top to bottom, a rim inside its edge, and
@@ -20,6 +21,7 @@ struct SurfaceStyle
     qreal shadowRadius = 0; ///< how far it is blurred
     QPointF shadowOffset;
     qreal brightness = 0; ///< added to the fill
+    QRectF hole;          ///< a round one, cut out for what stands there; empty: none
 };
 
 struct SurfacePicture

@@ -7,6 +7,9 @@ T.Switch {
     id: control
 
     property bool ringed: visualFocus
+    // Disabled, it fades as a whole: what the knob covers isn't there.
+    readonly property rect covered: enabled ? Qt.rect(0, 0, 0, 0)
+                                            : Qt.rect(3 + visualPosition * 19, 3, 19, 19)
 
     // What a click does, for what the template doesn't hear in full: Return, once however long it
     // is held, and the screen reader, which finds disabled controls too.
@@ -38,6 +41,8 @@ T.Switch {
 
         Surface {
             anchors.fill: parent
+            visible: control.enabled || !control.checked
+            hole: control.covered
             radius: 12.5
             fill: Theme.flat(Theme.black(0.28))
             rim: Theme.vertical(Theme.black(0.25), Theme.white(0.12))
@@ -46,6 +51,7 @@ T.Switch {
 
         Surface {
             anchors.fill: parent
+            hole: control.covered
             radius: 12.5
             fill: Theme.amberGradient
             opacity: control.checked ? 1 : 0

@@ -3,6 +3,7 @@
 #include <QCache>
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QtMath>
@@ -43,23 +44,50 @@ QByteArray drawing(const QString &name, int weight)
     return svg;
 }
 
+/// What is drawn of a drawing's square, in parts of its side; all of it where there is nothing.
+QRectF drawnPart(const QString &name, int weight)
+{
+    static QHash<QPair<QString, int>, QRectF> known;
+    const QPair<QString, int> key(name, weight);
+    if (const auto found = known.constFind(key); found != known.constEnd()) {
+        return *found;
+    }
+    constexpr int fine = 128;
+    QRect drawn;
+    if (QSvgRenderer renderer(drawing(name, weight)); renderer.isValid()) {
+        QImage image(fine, fine, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        renderer.render(&painter);
+        painter.end();
+        for (int y = 0; y < fine; ++y) {
+            for (int x = 0; x < fine; ++x) {
+                if (qAlpha(image.pixel(x, y)) >= 128) {
+                    drawn |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+    }
+    const QRectF part = drawn.isEmpty()
+                            ? QRectF(0, 0, 1, 1)
+                            : QRectF(QPointF(drawn.topLeft()) / fine, QSizeF(drawn.size()) / fine);
+    known.insert(key, part);
+    return part;
+}
+
 } // namespace
 
 Symbol::Symbol(QQuickItem *parent)
     : PicturedItem(parent)
 {
-    setPoints(15);
+    measure();
 }
 
-void Symbol::setPoints(qreal points)
+void Symbol::measure()
 {
-    if (m_points != points) {
-        m_points = points;
-        const qreal side = std::round(points * sidePerPoint);
-        setImplicitSize(side, side);
-        redraw();
-        Q_EMIT symbolChanged();
-    }
+    const qreal side = std::round(m_points * sidePerPoint);
+    m_drawn = drawnPart(m_name, m_weight);
+    setImplicitSize(side * m_drawn.width(), side);
 }
 
 QStringList Symbol::names()
@@ -103,10 +131,9 @@ QImage Symbol::picture(const QString &name, int pixels, int weight, const QColor
 
 PicturedItem::Picture Symbol::draw(qreal scale)
 {
-    const int pixels = qCeil(std::min(width(), height()) * scale);
+    const int pixels = qCeil(height() * scale);
     const QImage image = picture(m_name, pixels, m_weight, m_color);
     const qreal side = pixels / scale;
-    const qreal left = std::round((width() - side) / 2 * scale) / scale;
-    const qreal top = std::round((height() - side) / 2 * scale) / scale;
-    return {image, QRectF(left, top, side, side)};
+    const QPointF corner = QPointF(width(), height()) / 2 - m_drawn.center() * side;
+    return {image, QRectF(corner, QSizeF(side, side))};
 }

@@ -4,10 +4,12 @@
 
 #include <QColor>
 #include <QFont>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 
-/// A symbol by the name of its role, in any colour, as large and heavy as text of the same size.
+/// A symbol by the name of its role, in any colour, as large and heavy as text of the same size. It
+/// is as wide as what is drawn of it, and that stands in the item's middle.
 ///
 /// Symbols.cmake says which drawing stands for which role. A name that has none shows nothing, and
 /// says so once in the log.
@@ -29,7 +31,7 @@ public:
     [[nodiscard]] QString name() const { return m_name; }
     void setName(const QString &name) { set(m_name, name); }
     [[nodiscard]] qreal points() const { return m_points; }
-    void setPoints(qreal points);
+    void setPoints(qreal points) { set(m_points, points); }
     [[nodiscard]] int weight() const { return m_weight; }
     void setWeight(int weight) { set(m_weight, weight); }
     [[nodiscard]] QColor color() const { return m_color; }
@@ -52,12 +54,16 @@ private:
     void set(T &member, const T &value)
     {
         if (take(member, value)) {
+            measure();
             Q_EMIT symbolChanged();
         }
     }
+    void measure();
 
     QString m_name;
-    qreal m_points = 0;
+    qreal m_points = 15;
+    QRectF
+        m_drawn; ///< what is drawn of the square that the drawing is told in, as parts of its side
     int m_weight = QFont::Normal;
     QColor m_color = Qt::white;
 };

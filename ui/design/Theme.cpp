@@ -63,11 +63,11 @@ QColor Theme::label()
 }
 QColor Theme::secondary()
 {
-    return white(0.6);
+    return white(0.74);
 }
 QColor Theme::tertiary()
 {
-    return white(0.32);
+    return white(0.6);
 }
 
 VerticalGradient Theme::groundGradient()

@@ -48,7 +48,7 @@ public:
     static QColor text();
     static QColor label();     ///< text of what can be pressed and isn't chosen
     static QColor secondary(); ///< text that explains other text
-    static QColor tertiary();  ///< text that may go unseen
+    static QColor tertiary();  ///< text that stands back behind that
 
     static VerticalGradient groundGradient();
     static VerticalGradient sidebarGradient();

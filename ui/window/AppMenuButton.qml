@@ -44,6 +44,7 @@ T.Button {
     contentItem: Item {
         Symbol {
             anchors.centerIn: parent
+            anchors.alignWhenCentered: false
             name: "ellipsis"
             points: 13
             color: Theme.white(control.hovering || control.ringed || menu.visible ? 0.95 : 0.55)

@@ -204,7 +204,7 @@ Item {
             compare(part(item, "title").font.weight, Font.Medium);
             compare(part(item, "title").font.pixelSize, 13);
             compare(part(item, "detail").font.pixelSize, 12);
-            compare(part(item, "detail").color, Theme.secondary);
+            compare(String(part(item, "detail").color), String(Theme.secondary));
         }
 
         function test_withoutAChevronTheTextsHaveItsRoom() {

@@ -176,7 +176,7 @@ Item {
             compare(part(tile, "count").font.pixelSize, 17);
             compare(part(tile, "count").font.weight, Font.DemiBold);
             compare(part(tile, "unit").font.pixelSize, 11);
-            compare(part(tile, "unit").color, Theme.secondary);
+            compare(String(part(tile, "unit").color), String(Theme.secondary));
             const chevron = part(made("fresh", 0), "chevron");
             compare(chevron.name, "chevron.right");
             compare(chevron.points, 11);

@@ -5,6 +5,7 @@ import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Testing
 import Vellomar.Window
+import "../design/Contrast.js" as Contrast
 import "Grounds.js" as Grounds
 
 Item {
@@ -172,6 +173,14 @@ Item {
             verify(told.includes("StaticText: " + data.detail));
         }
 
+        function test_itsWordsStandOutFromTheirGround() {
+            for (const name of ["eyebrow", "detail"]) {
+                const text = part(name);
+                const found = Contrast.ratio(text.color, Eye.at(text, text.width - 1, 1));
+                verify(found >= 4.5, "%1: %2".arg(name).arg(found));
+            }
+        }
+
         function test_itTellsTheHoursBetweenBackups_data() {
             return [
                 {tag: "one", set: {intervalHours: 1}, detail: "Backup automatico ogni ora."},
@@ -291,7 +300,7 @@ Item {
         function test_whileTheKeyringIsWaitedForItOffersNone() {
             show("starting");
             verify(part("start").visible && !part("start").enabled);
-            compare(part("detail").text, "In attesa del Portachiavi.");
+            compare(part("detail").words, "In attesa del Portachiavi.");
         }
 
         function test_itStartsABackup_data() {
