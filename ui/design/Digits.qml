@@ -2,8 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellomar.Design
 
-// One line of text whose digits all take the same room, so that a number that runs doesn't tremble.
-// Narrower than its text, it shrinks down to minimumScale of its size.
+// One line of text. Steady, its digits all take the same room, so that a number that runs doesn't
+// tremble. Narrower than its text, it shrinks down to minimumScale of its size.
 Item {
     id: root
 
@@ -11,6 +11,10 @@ Item {
     property font font: Qt.font({family: Theme.textFamily, pixelSize: 15, weight: Font.DemiBold})
     property color color: Theme.text
     property real minimumScale: 1
+    property bool steady: true
+    // How far the digits' tops are below the top of the item, and their feet above its bottom.
+    readonly property real above: metrics.ascent + metrics.tightBoundingRect("0").y
+    readonly property real below: metrics.descent
 
     // That of the zero; a single digit with more air around it would tear all others apart.
     readonly property real digitWidth: {
@@ -39,7 +43,7 @@ Item {
                ? Math.max(root.minimumScale, root.width / implicitWidth) : 1
 
         Repeater {
-            model: Array.from(root.text)
+            model: root.steady ? Array.from(root.text) : [root.text]
 
             Label {
                 required property string modelData
@@ -47,7 +51,8 @@ Item {
                 text: modelData
                 font: root.font
                 color: root.color
-                width: modelData >= "0" && modelData <= "9" ? root.digitWidth : implicitWidth
+                width: root.steady && modelData >= "0" && modelData <= "9" ? root.digitWidth
+                                                                           : implicitWidth
                 horizontalAlignment: Text.AlignHCenter
                 Accessible.ignored: true
             }

@@ -98,15 +98,21 @@ Item {
     Column {
         objectName: "text"
         x: (root.diameter - width) / 2
-        y: Math.round((root.diameter - height) / 2)
+        // What is seen of it stands in the middle, from the digits' tops to what hangs below the
+        // last line.
+        y: root.snapped((root.diameter - height - value.above
+                         + (root.captioned ? captionMetrics.hanging : value.below)) / 2)
         width: 0.54 * root.diameter
         spacing: 0.012 * root.diameter
 
         Digits {
+            id: value
+
             objectName: "value"
             width: parent.width
             text: root.summary.dialValue
             minimumScale: 0.5
+            steady: root.summary.running
             font: Qt.font({
                 family: Theme.roundedFamily,
                 pixelSize: Math.round(0.165 * root.diameter),
@@ -115,15 +121,25 @@ Item {
             Accessible.ignored: true
         }
 
-        Label {
+        FontMetrics {
+            id: captionMetrics
+
+            readonly property rect tail: tightBoundingRect("p")
+            readonly property real hanging: descent - tail.y - tail.height
+
+            font: caption.font
+        }
+
+        Paragraph {
+            id: caption
+
             objectName: "caption"
             width: parent.width
             visible: root.captioned
-            text: root.summary.dialCaption
+            words: root.summary.dialCaption
             font.pixelSize: 12
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
             maximumLineCount: 2
             elide: Text.ElideRight
             Accessible.ignored: true

@@ -171,10 +171,31 @@ Item {
             compare(ScreenReader.name(item), "Collegato");
         }
 
+        function test_aStatusThatGrowsIsNotCut() {
+            const item = made(dot, {text: "Ok", color: Theme.mint});
+            const words = findChild(item, "words");
+            const before = item.width;
+            item.text = "Ultimo backup non riuscito";
+            verify(!words.truncated);
+            fuzzyCompare(item.width, 14 + words.implicitWidth, 1e-6);
+            item.text = "Ok";
+            compare(item.width, before);
+            item.width = 60;
+            item.text = "Ultimo backup non riuscito";
+            verify(words.truncated);
+            compare(words.width, 46);
+        }
+
         function test_digitsAllTakeTheSameRoom() {
             const ones = made(digits, {text: "1111"});
             const eights = made(digits, {text: "8888"});
             compare(ones.implicitWidth, eights.implicitWidth);
+        }
+
+        function test_unlessTheyAreNotToBeSteady() {
+            const ones = made(digits, {text: "1111", steady: false});
+            const eights = made(digits, {text: "8888", steady: false});
+            verify(ones.implicitWidth < eights.implicitWidth);
         }
 
         function test_digitsShrinkAsFarAsAllowed() {
@@ -329,6 +350,33 @@ Item {
             keyClick(Qt.Key_Escape);
             tryCompare(item, "visible", false);
             compare(item.width, 300);
+        }
+
+        function test_escapeClosesASheetOfWhichNoControlHasTheKeyboard_data() {
+            return [{tag: "there is none"}, {tag: "disabled from the start"},
+                {tag: "disabled later"}, {tag: "hidden later"}];
+        }
+        function test_escapeClosesASheetOfWhichNoControlHasTheKeyboard(data) {
+            const item = createTemporaryObject(sheet, root);
+            const button = findChild(item.contentItem, "button");
+            if (data.tag === "there is none") {
+                button.destroy();
+                wait(0);
+            } else if (data.tag === "disabled from the start") {
+                button.enabled = false;
+                item.first = button;
+            }
+            item.open();
+            tryCompare(item, "opened", true);
+            if (data.tag === "disabled later") {
+                button.forceActiveFocus();
+                button.enabled = false;
+            } else if (data.tag === "hidden later") {
+                button.forceActiveFocus();
+                button.visible = false;
+            }
+            keyClick(Qt.Key_Escape);
+            tryCompare(item, "visible", false);
         }
     }
 
