@@ -11,61 +11,47 @@ Item {
 
     required property AppModel model
     required property Summary summary
-    readonly property alias scrolling: flickable
+    readonly property alias scrolling: scroller
 
     Accessible.role: Accessible.Pane
     Accessible.name: model.title(AppModel.Section.Overview)
 
-    // What the keyboard goes to is brought into sight.
-    function reveal(item: Item) {
-        let inside = item;
-        while (inside !== null && inside !== columns) {
-            inside = inside.parent;
-        }
-        if (inside === null) {
-            return;
-        }
-        const top = item.mapToItem(flickable.contentItem, 0, 0).y - 12;
-        const bottom = top + item.height + 24;
-        if (top < flickable.contentY) {
-            flickable.contentY = Math.max(0, top);
-        } else if (bottom > flickable.contentY + flickable.height) {
-            flickable.contentY = Math.min(flickable.contentHeight, bottom) - flickable.height;
-        }
+    // Scrolls by a key that none of its controls has taken.
+    function press(event: var) {
+        scroller.press(event);
     }
 
-    Connections {
-        target: root.Window.window
-        function onActiveFocusItemChanged() {
-            root.reveal(root.Window.window.activeFocusItem);
-        }
-    }
+    // Once it has the keyboard itself, the Tab key goes on from here.
+    activeFocusOnTab: activeFocus
+    Keys.onPressed: event => press(event)
 
-    Flickable {
-        id: flickable
+    Scroller {
+        id: scroller
 
         anchors.fill: parent
-        contentWidth: width
         contentHeight: Math.max(height, columns.height + 60)
         boundsBehavior: interactive ? Flickable.DragAndOvershootBounds : Flickable.StopAtBounds
-        interactive: contentHeight > height
         clip: true
 
         Item {
             id: columns
 
+            // On a screen too small for the smallest window, one stands above the other.
+            readonly property bool stacked: scroller.width < 758
+
             objectName: "columns"
-            x: Math.round((flickable.width - width) / 2)
-            y: Math.round((flickable.contentHeight - height) / 2)
-            width: Math.max(0, Math.min(900, flickable.width - 72))
-            height: Math.max(verdict.height, details.height)
+            x: Math.round((scroller.width - width) / 2)
+            y: Math.round((scroller.contentHeight - height) / 2)
+            width: Math.max(0, Math.min(900, scroller.width - 72))
+            height: stacked ? verdict.height + 36 + details.height
+                            : Math.max(verdict.height, details.height)
 
             Item {
                 id: verdict
 
                 objectName: "verdict"
-                y: Math.round((columns.height - height) / 2)
-                width: columns.width - 36 - details.width
+                y: columns.stacked ? 0 : Math.round((columns.height - height) / 2)
+                width: columns.stacked ? columns.width : columns.width - 36 - details.width
                 height: notice.visible ? notice.y + notice.height : button.y + button.height
 
                 TimeDial {
@@ -76,32 +62,30 @@ Item {
                     summary: root.summary
                 }
 
-                Label {
+                Paragraph {
                     id: title
 
                     objectName: "title"
                     anchors.top: dial.bottom
                     anchors.topMargin: 28
                     width: parent.width
-                    text: root.summary.title
+                    words: root.summary.title
                     font.pixelSize: 25
                     font.weight: Font.Bold
                     horizontalAlignment: Text.AlignHCenter
-                    wrapMode: Text.Wrap
                     Accessible.role: Accessible.Heading
                 }
 
-                Label {
+                Paragraph {
                     id: detail
 
                     objectName: "detail"
                     anchors.top: title.bottom
                     anchors.topMargin: 7
                     width: parent.width
-                    text: root.summary.detail
+                    words: root.summary.detail
                     color: Theme.secondary
                     horizontalAlignment: Text.AlignHCenter
-                    wrapMode: Text.Wrap
                 }
 
                 OneLine {
@@ -143,7 +127,7 @@ Item {
                     anchors.top: button.bottom
                     anchors.topMargin: 12
                     anchors.horizontalCenter: parent.horizontalCenter
-                    width: noticeText.x + noticeText.width
+                    width: noticeText.start + noticeText.contentWidth
                     height: noticeText.height
                     visible: text !== ""
                     Accessible.role: Accessible.AlertMessage
@@ -158,16 +142,20 @@ Item {
                         color: Theme.coral
                     }
 
-                    Label {
+                    // Its lines stand in the middle of all the width there is, the sign beside the
+                    // widest of them.
+                    Paragraph {
                         id: noticeText
 
+                        readonly property real start: noticeSymbol.width + 6
+
                         objectName: "noticeText"
-                        x: noticeSymbol.width + 6
-                        width: Math.min(Math.ceil(implicitWidth), verdict.width - x)
-                        text: notice.text
+                        x: start - (width - contentWidth) / 2
+                        width: verdict.width - start
+                        words: notice.text
                         font.pixelSize: 12
                         color: Theme.coral
-                        wrapMode: Text.Wrap
+                        horizontalAlignment: Text.AlignHCenter
                         Accessible.ignored: true
                     }
                 }
@@ -177,9 +165,11 @@ Item {
                 id: details
 
                 objectName: "details"
-                x: columns.width - width
-                y: Math.round((columns.height - height) / 2)
-                width: 384
+                x: columns.stacked ? Math.round((columns.width - width) / 2)
+                                   : columns.width - width
+                y: columns.stacked ? verdict.height + 36
+                                   : Math.round((columns.height - height) / 2)
+                width: Math.min(384, columns.width)
                 spacing: 12
 
                 ProtectionPanel {

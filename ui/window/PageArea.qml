@@ -18,9 +18,26 @@ Item {
     readonly property list<Component> pages: [overview, restore, sources, destinations, activity,
         settings]
     property PageTurn page: null
+    readonly property var shown: page?.page ?? null
+
+    // Scrolls the page by a key that nothing else has taken.
+    function press(event: var) {
+        shown?.press(event);
+    }
+
+    // Whether the keyboard is on the page or on something in it.
+    function isOn(turn: PageTurn): bool {
+        for (let i = Window.activeFocusItem; i !== null; i = i.parent) {
+            if (i === turn) {
+                return true;
+            }
+        }
+        return false;
+    }
 
     function turn(moving: bool) {
         const old = page;
+        const followed = old !== null && isOn(old);
         page = frame.createObject(root) as PageTurn;
         page.page = pages[section].createObject(page) as Item;
         if (moving) {
@@ -28,6 +45,10 @@ Item {
         }
         if (old !== null) {
             old.leave();
+        }
+        // Whoever goes on by the keyboard goes on from the new page.
+        if (followed) {
+            page.page.forceActiveFocus(Qt.OtherFocusReason);
         }
     }
 

@@ -4,7 +4,7 @@ import Vellomar.Sheets
 import Vellomar.Window
 
 // All that the window shows: the sidebar, and beside it the page of the section with its emblem
-// behind it; and the sheets, which can come over any page.
+// behind it; and the sheets, which can come over any page. It has the keyboard until a control has.
 Item {
     id: root
 
@@ -15,6 +15,9 @@ Item {
     signal settingsAsked
     signal licensesAsked
     signal quitAsked
+
+    focus: true
+    Keys.onPressed: event => pages.press(event)
 
     // By the number of the section.
     readonly property list<string> symbols: ["gauge.with.needle", "clock.arrow.circlepath",
@@ -36,6 +39,8 @@ Item {
     }
 
     PageArea {
+        id: pages
+
         objectName: "pages"
         anchors.fill: parent
         anchors.leftMargin: sidebar.width

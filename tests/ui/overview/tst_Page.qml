@@ -6,7 +6,7 @@ import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Prepared
 import Vellomar.Testing
-import "../design/Colours.js" as Colours
+import "../design/Contrast.js" as Contrast
 
 Item {
     id: root
@@ -113,8 +113,8 @@ Item {
         }
         function test_theTextsOfAState(data) {
             const item = made(data.tag);
-            compare(part(item, "title").text, data.title);
-            compare(part(item, "detail").text, data.detail);
+            compare(part(item, "title").words, data.title);
+            compare(part(item, "detail").words, data.detail);
             compare(part(item, "currentFile").text, data.file ?? " ");
             const action = part(item, "action");
             compare(action.text, data.action);
@@ -123,7 +123,7 @@ Item {
                                               : PillButton.Kind.Primary);
             compare(part(item, "notice").visible, data.notice !== undefined);
             if (data.notice !== undefined) {
-                compare(part(item, "noticeText").text, data.notice);
+                compare(part(item, "noticeText").words, data.notice);
             }
             compare(ScreenReader.faults(root.Window.window), []);
         }
@@ -133,10 +133,10 @@ Item {
             const config = prepared.model.config;
             config.intervalHours = 6;
             prepared.model.config = config;
-            compare(part(item, "detail").text, "Prossimo backup automatico entro 6 ore.");
+            compare(part(item, "detail").words, "Prossimo backup automatico entro 6 ore.");
             config.autoBackup = false;
             prepared.model.config = config;
-            compare(part(item, "detail").text, "Backup automatico disattivato.");
+            compare(part(item, "detail").words, "Backup automatico disattivato.");
         }
 
         // The page alone and beside the sidebar of 222, in the smallest window and a large one.
@@ -365,7 +365,97 @@ Item {
                 verify(text.contentWidth <= text.width + 0.5 || text.width === 0
                        || text.text.length === 1, text.text);
             }
-            compare(part(item, "noticeText").text, prepared.model.keyError);
+            compare(part(item, "noticeText").words, prepared.model.keyError);
+        }
+
+        function test_aNoticeStandsInTheMiddleAlsoWhenItWraps_data() {
+            return [{tag: "one line", text: "Il portachiavi è bloccato."},
+                {tag: "several", text: "Il portachiavi di questo computer non ha risposto in "
+                    + "tempo e la chiave non si legge, riprova tra poco."}];
+        }
+        function test_aNoticeStandsInTheMiddleAlsoWhenItWraps(data) {
+            const item = made("well");
+            prepared.setKeyError(data.text);
+            const words = part(item, "noticeText");
+            compare(words.lineCount > 1, data.tag === "several");
+            const middle = part(item, "verdict").mapToItem(root, part(item, "verdict").width / 2,
+                                                           0).x;
+            Eye.look(root);
+            const scale = root.Screen.devicePixelRatio;
+            const place = part(item, "notice").mapToItem(root, 0, 0);
+            let left = 1e9;
+            let right = -1;
+            for (let y = place.y * scale; y < (place.y + words.height) * scale; ++y) {
+                for (let x = 0; x < 2 * middle * scale; ++x) {
+                    if (Eye.pixel(x, Math.floor(y)).r > 0.5) {
+                        left = Math.min(left, x);
+                        right = Math.max(right, x + 1);
+                    }
+                }
+            }
+            fuzzyCompare((left + right) / 2 / scale, middle, 1.5);
+            // The sign stands close to the words.
+            const sign = part(item, "noticeSymbol");
+            const begin = words.mapToItem(root, (words.width - words.contentWidth) / 2, 0).x;
+            fuzzyCompare(begin - sign.mapToItem(root, sign.width, 0).x, 6, 0.01);
+        }
+
+        function test_wordsAndSignsStandOutFromTheirGround() {
+            const item = made("running");
+            Eye.look(root);
+            for (const name of ["detail", "currentFile"]) {
+                const text = part(item, name);
+                const found = Contrast.ratio(text.color, Eye.at(text, 1, 3));
+                verify(found >= 4.5, "%1: %2".arg(name).arg(found));
+            }
+            const tile = part(made("fresh"), "tile0");
+            Eye.look(root);
+            const chevron = part(tile, "chevron");
+            const found = Contrast.ratio(chevron.color, Eye.at(tile, tile.width - 40, 28));
+            verify(found >= 3, "chevron: " + found);
+        }
+
+        // In a window smaller than the smallest, as on a small screen with large points.
+        function test_whereTheScreenIsSmallOneColumnStandsAboveTheOther_data() {
+            return [{tag: "578x460", width: 578, height: 460}, {tag: "418x380", width: 418, height: 380},
+                {tag: "290x300", width: 290, height: 300}];
+        }
+        function test_whereTheScreenIsSmallOneColumnStandsAboveTheOther(data) {
+            const item = made("well", {width: data.width, height: data.height});
+            const columns = part(item, "columns");
+            const verdict = part(item, "verdict");
+            const details = part(item, "details");
+            compare(item.scrolling.contentWidth, data.width);
+            compare(columns.width, data.width - 72);
+            compare(verdict.width, columns.width);
+            compare(verdict.y, 0);
+            compare(details.y, verdict.height + 36);
+            compare(details.width, Math.min(384, columns.width));
+            fuzzyCompare(details.x + details.width / 2, columns.width / 2, 0.51);
+            compare(columns.height, details.y + details.height);
+            verify(item.scrolling.interactive);
+            for (const name of ["action", "tile2"]) {
+                part(item, name).forceActiveFocus(Qt.TabFocusReason);
+                const place = part(item, name).mapToItem(item, 0, 0);
+                verify(place.y >= 0 && place.y + part(item, name).height <= data.height, name);
+                verify(place.x >= 0 && place.x + part(item, name).width <= data.width, name);
+            }
+        }
+
+        function test_itScrollsByKeys() {
+            const item = made("well", {height: 400});
+            item.forceActiveFocus();
+            keyClick(Qt.Key_Down);
+            compare(item.scrolling.contentY, 40);
+            keyClick(Qt.Key_End);
+            compare(item.scrolling.contentY, item.scrolling.contentHeight - 400);
+            part(item, "action").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Home);
+            compare(item.scrolling.contentY, 0);
+            prepared.takeAsked();
+            keyClick(Qt.Key_PageDown);
+            verify(item.scrolling.contentY > 0);
+            compare(prepared.takeAsked(), []);
         }
 
         function test_aNoticeComesAndGoes() {

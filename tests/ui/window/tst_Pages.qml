@@ -323,6 +323,86 @@ Item {
             tryVerify(() => turns().length === 1);
         }
 
+        function test_theKeyboardGoesAlongToTheNewPage_data() {
+            return [{tag: "button", state: "fresh", name: "action"},
+                {tag: "row", state: "fresh", name: "copies"},
+                {tag: "tile", state: "well", name: "tile1"}];
+        }
+        function test_theKeyboardGoesAlongToTheNewPage(data) {
+            for (const still of [true, false]) {
+                Motion.still = still;
+                open(data.state);
+                const found = findChild(area.page, data.name);
+                const control = data.tag === "row" ? findChild(found, "button") : found;
+                control.forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Return);
+                compare(prepared.model.section, AppModel.Section.Destinations);
+                compare(root.Window.activeFocusItem, area.page.page);
+                tryVerify(() => turns().length === 1);
+                compare(root.Window.activeFocusItem, area.page.page);
+                // It goes on from there, and to where it was.
+                prepared.model.section = AppModel.Section.Overview;
+                compare(root.Window.activeFocusItem, area.page.page);
+                keyClick(Qt.Key_Tab);
+                compare(root.Window.activeFocusItem.objectName, "action");
+            }
+        }
+
+        function test_aKeyboardThatIsElsewhereStaysThere() {
+            open();
+            view.forceActiveFocus();
+            keyClick(Qt.Key_Tab);
+            const elsewhere = root.Window.activeFocusItem;
+            verify(elsewhere !== view);
+            prepared.model.section = AppModel.Section.Activity;
+            compare(root.Window.activeFocusItem, elsewhere);
+        }
+
+        function test_withoutAnyControlKeysScrollThePage() {
+            open("long");
+            resize({width: 980, height: 300});
+            view.forceActiveFocus();
+            const scrolling = area.page.page.scrolling;
+            keyClick(Qt.Key_PageDown);
+            verify(scrolling.contentY > 0);
+            keyClick(Qt.Key_Home);
+            compare(scrolling.contentY, 0);
+        }
+
+        function test_theViewHasTheKeyboardFromTheStart() {
+            open();
+            verify(view.focus);
+        }
+
+        function test_onASmallScreenEverythingCanBeReached_data() {
+            return [{tag: "800x500", width: 800, height: 500},
+                {tag: "640x400", width: 640, height: 400},
+                {tag: "512x300", width: 512, height: 300}];
+        }
+        function test_onASmallScreenEverythingCanBeReached(data) {
+            open("well");
+            resize(data);
+            view.forceActiveFocus();
+            const met = [];
+            for (let i = 0; i < 20; ++i) {
+                keyClick(Qt.Key_Tab);
+                const item = root.Window.activeFocusItem;
+                if (met.includes(item)) {
+                    break;
+                }
+                met.push(item);
+                const place = item.mapToItem(view, 0, 0);
+                verify(place.x >= -0.5 && place.x + item.width <= data.width + 0.5,
+                       "%1 at %2".arg(item).arg(place));
+                verify(place.y >= -0.5 && place.y + item.height <= data.height + 0.5,
+                       "%1 at %2".arg(item).arg(place));
+            }
+            verify(met.some(item => item.objectName === "action"));
+            compare(met.length, 1 + 6 + 1 + 3); // menu, sections, main button, tiles
+            const foot = findChild(view, "state");
+            verify(foot.mapToItem(view, 0, foot.height).y <= data.height);
+        }
+
         function test_sheetsComeUpOverAnyPage_data() {
             return [0, 1, 2, 3, 4, 5].map(section => ({tag: titles[section], section: section}));
         }
@@ -356,7 +436,8 @@ Item {
                     verify(left >= 0 && left + text.width <= area.width + 0.5, text.text);
                     // A digit has a cell of its own, which its glyph may outreach.
                     verify(text.truncated || text.text.length === 1
-                           || text.paintedWidth <= text.width + 1, text.text);
+                           || text.paintedWidth <= text.width + 1,
+                           "%1: %2 in %3".arg(text.text).arg(text.paintedWidth).arg(text.width));
                 }
             }
         }
