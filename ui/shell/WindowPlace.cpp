@@ -36,8 +36,10 @@ QRect keptPlace()
 WindowPlace::WindowPlace(QWindow *window, QSize ordinary)
     : QObject(window)
     , m_window(window)
+    , m_least(window->minimumSize())
 {
     restore(ordinary);
+    keepToScreen();
 
     // A window that is being dragged moves many times a second.
     m_settled.setSingleShot(true);
@@ -48,6 +50,8 @@ WindowPlace::WindowPlace(QWindow *window, QSize ordinary)
     connect(window, &QWindow::widthChanged, this, &WindowPlace::notice);
     connect(window, &QWindow::heightChanged, this, &WindowPlace::notice);
     connect(window, &QWindow::windowStateChanged, this, &WindowPlace::notice);
+    connect(window, &QWindow::visibleChanged, this, &WindowPlace::notice);
+    connect(window, &QWindow::screenChanged, this, &WindowPlace::keepToScreen);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
         // The last move may not have been told of yet.
         if (m_settled.isActive() || isInSight()) {
@@ -69,8 +73,7 @@ QRect WindowPlace::fitted(const QRect &place, const QList<QRect> &screens, QSize
         screens.begin(), screens.end(), [&result](const QRect &one, const QRect &other) {
             return sharedArea(result, one) < sharedArea(result, other);
         });
-    result.setSize(result.size().boundedTo(screen.size()).expandedTo(minimum));
-    // Where it is larger than the screen, its title stays in sight.
+    result.setSize(result.size().boundedTo(screen.size()));
     result.moveLeft(
         std::max(screen.left(), std::min(result.left(), screen.right() + 1 - result.width())));
     result.moveTop(
@@ -83,7 +86,7 @@ void WindowPlace::restore(QSize ordinary)
     const QRect kept = keptPlace();
     if (kept.isNull()) {
         m_window->resize(ordinary);
-        return;
+        return; // the desktop places it
     }
     QList<QRect> screens;
     if (const QScreen *first = QGuiApplication::primaryScreen()) {
@@ -92,7 +95,8 @@ void WindowPlace::restore(QSize ordinary)
     for (const QScreen *screen : QGuiApplication::screens()) {
         screens.append(screen->availableGeometry());
     }
-    m_place = fitted(kept, screens, m_window->minimumSize());
+    m_place = fitted(kept, screens, m_least);
+    m_window->setMinimumSize(m_least.boundedTo(m_place.size()));
     m_window->resize(m_place.size());
     m_window->setFramePosition(m_place.topLeft());
     const QVariant maximized = UserDefaults::value(maximizedKey);
@@ -102,6 +106,24 @@ void WindowPlace::restore(QSize ordinary)
         connect(
             m_window, &QWindow::visibleChanged, this,
             [this] { m_window->setWindowStates(Qt::WindowMaximized); }, Qt::SingleShotConnection);
+    }
+}
+
+void WindowPlace::keepToScreen()
+{
+    const QScreen *screen = m_window->screen();
+    if (screen == nullptr) {
+        return;
+    }
+    // The frame is known once the window has been shown.
+    const QSize room = screen->availableGeometry().marginsRemoved(m_window->frameMargins()).size();
+    const QSize least = m_least.boundedTo(room);
+    m_window->setMinimumSize(least);
+    constexpr Qt::WindowStates whole = Qt::WindowMaximized | Qt::WindowFullScreen;
+    const QSize size = m_window->size().expandedTo(least).boundedTo(room);
+    if (!(m_window->windowStates() & whole) && size != m_window->size()) {
+        m_window->resize(size);
+        m_window->setFramePosition(screen->availableGeometry().topLeft());
     }
 }
 
@@ -121,6 +143,7 @@ void WindowPlace::notice()
 void WindowPlace::remember()
 {
     m_settled.stop();
+    keepToScreen();
     constexpr Qt::WindowStates whole = Qt::WindowMaximized | Qt::WindowFullScreen;
     const bool fills = bool(m_window->windowStates() & whole);
     if (fills != m_maximized) {

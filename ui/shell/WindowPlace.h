@@ -8,7 +8,8 @@
 #include <QWindow>
 
 /// Where a window was the last time, kept in the user defaults. Restores it when made, then follows
-/// the window for as long as this object lives.
+/// the window for as long as this object lives. On a screen smaller than the window's smallest size
+/// the window is as large as the screen.
 class WindowPlace : public QObject
 {
     Q_OBJECT
@@ -23,16 +24,19 @@ public:
     WindowPlace &operator=(WindowPlace &&) = delete;
 
     /// A place moved, and made smaller where need be, so that all of it is on the one of the
-    /// screens that it covers most of, or on the first when it is on none. Never below `minimum`.
+    /// screens that it covers most of, or on the first when it is on none. Not below `minimum`,
+    /// unless the screen is.
     static QRect fitted(const QRect &place, const QList<QRect> &screens, QSize minimum);
 
 private:
     void restore(QSize ordinary);
+    void keepToScreen();
     [[nodiscard]] bool isInSight() const;
     void notice();
     void remember();
 
     QWindow *m_window;
+    QSize m_least; ///< the window's smallest size where the screen has room for it
     QRect m_place; ///< the last one that was the person's choice, not that of a maximised window
     bool m_maximized = false;
     QTimer m_settled;

@@ -2,18 +2,18 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Window
 
-// The notices of the open-source parts, in a window of their own that nobody can resize. It fetches
-// the texts itself, through Notices.
+// The notices of the open-source parts, in a window of their own that nobody can resize, smaller
+// only where the screen is. It fetches the texts itself, through Notices.
 Window {
     id: root
 
     title: qsTr("Licenze open source")
-    width: 620
-    height: 520
-    minimumWidth: 620
-    maximumWidth: 620
-    minimumHeight: 520
-    maximumHeight: 520
+    width: Math.min(620, Screen.width)
+    height: Math.min(520, Screen.height)
+    minimumWidth: width
+    maximumWidth: width
+    minimumHeight: height
+    maximumHeight: height
     color: Theme.ground
 
     Shortcut {

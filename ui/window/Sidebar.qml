@@ -35,87 +35,99 @@ Item {
         color: Theme.black(0.28)
     }
 
-    Row {
-        id: brand
+    // Where the window is lower than the way to all sections, this scrolls.
+    Scroller {
+        id: scroller
 
-        objectName: "brand"
-        x: 24
-        y: 60
-        spacing: 10
-        Accessible.role: Accessible.StaticText
-        Accessible.name: "Vellomar"
-
-        BrandMark {
-            width: 26
-            height: 26
-        }
+        objectName: "way"
+        anchors.fill: parent
+        anchors.bottomMargin: foot.height + 18 + 12
+        contentHeight: items.y + items.height + 6
+        Keys.onPressed: event => press(event)
 
         Row {
-            anchors.verticalCenter: parent.verticalCenter
+            id: brand
 
-            Label {
-                text: "Vell"
-                font.pixelSize: 17
-                font.weight: Font.Bold
-                Accessible.ignored: true
+            objectName: "brand"
+            x: 24
+            y: 60
+            spacing: 10
+            Accessible.role: Accessible.StaticText
+            Accessible.name: "Vellomar"
+
+            BrandMark {
+                width: 26
+                height: 26
             }
 
-            Label {
-                text: "omar"
-                font.pixelSize: 17
-                font.weight: Font.Bold
-                color: Theme.amber
-                Accessible.ignored: true
+            Row {
+                anchors.verticalCenter: parent.verticalCenter
+
+                Label {
+                    text: "Vell"
+                    font.pixelSize: 17
+                    font.weight: Font.Bold
+                    Accessible.ignored: true
+                }
+
+                Label {
+                    text: "omar"
+                    font.pixelSize: 17
+                    font.weight: Font.Bold
+                    color: Theme.amber
+                    Accessible.ignored: true
+                }
             }
         }
-    }
 
-    AppMenuButton {
-        objectName: "menuButton"
-        anchors.right: parent.right
-        anchors.rightMargin: 12
-        anchors.verticalCenter: brand.verticalCenter
-        onAboutAsked: root.aboutAsked()
-        onSettingsAsked: root.settingsAsked()
-        onLicensesAsked: root.licensesAsked()
-        onQuitAsked: root.quitAsked()
-    }
+        AppMenuButton {
+            objectName: "menuButton"
+            x: root.width - 12 - width
+            anchors.verticalCenter: brand.verticalCenter
+            onAboutAsked: root.aboutAsked()
+            onSettingsAsked: root.settingsAsked()
+            onLicensesAsked: root.licensesAsked()
+            onQuitAsked: root.quitAsked()
+        }
 
-    Column {
-        id: items
+        Column {
+            id: items
 
-        objectName: "items"
-        x: 12
-        anchors.top: brand.bottom
-        anchors.topMargin: 34 + spacing
-        width: parent.width - 24
-        spacing: 6
-        Accessible.role: Accessible.PageTabList
-        Accessible.name: qsTr("Sezioni")
+            objectName: "items"
+            x: 12
+            anchors.top: brand.bottom
+            anchors.topMargin: 34 + spacing
+            width: root.width - 24
+            spacing: 6
+            Accessible.role: Accessible.PageTabList
+            Accessible.name: qsTr("Sezioni")
 
-        Repeater {
-            id: repeater
+            Repeater {
+                id: repeater
 
-            model: root.symbols
+                model: root.symbols
 
-            SidebarItem {
-                required property string modelData
-                required property int index
+                SidebarItem {
+                    required property string modelData
+                    required property int index
 
-                width: items.width
-                symbol: modelData
-                title: root.model.title(index)
-                selected: root.model.section === index
-                onClicked: root.model.section = index
-                Keys.onUpPressed: (repeater.itemAt(index - 1) as SidebarItem)?.forceActiveFocus(
-                                      Qt.BacktabFocusReason)
-                Keys.onDownPressed: (repeater.itemAt(index + 1) as SidebarItem)?.forceActiveFocus(
-                                        Qt.TabFocusReason)
+                    width: items.width
+                    symbol: modelData
+                    title: root.model.title(index)
+                    selected: root.model.section === index
+                    onClicked: root.model.section = index
+                    Keys.onUpPressed: (repeater.itemAt(index - 1) as SidebarItem)?.forceActiveFocus(
+                                          Qt.BacktabFocusReason)
+                    Keys.onDownPressed: (repeater.itemAt(index + 1) as SidebarItem)?.forceActiveFocus(
+                                            Qt.TabFocusReason)
+                }
             }
         }
     }
 
     ToneDot {
+        id: foot
+
         objectName: "state"
         x: 24
         width: parent.width - 48

@@ -36,7 +36,7 @@ protected:
     void open()
     {
         window = std::make_unique<QWindow>();
-        window->setMinimumSize({400, 300});
+        window->setMinimumSize(least);
         new WindowPlace(window.get(), ordinary); // the window's own
         window->show();
         ASSERT_TRUE(eventuallyInLoop([this] { return window->isExposed(); }));
@@ -55,6 +55,7 @@ protected:
     QByteArray name{"test"};
     std::array<char *, 2> argv{name.data(), nullptr};
     Screen screen;
+    QSize least{400, 300};
     std::unique_ptr<QApplication> app;
     std::unique_ptr<QWindow> window;
 };
@@ -91,6 +92,17 @@ TEST_F(WindowPlaceTest, outsideTheScreenItIsPulledIn)
     UserDefaults::set(placeKey, QRect(5000, -3000, 800, 600));
     open();
     EXPECT_TRUE(comesTo(QRect(480, 0, 800, 600)));
+}
+
+TEST_F(WindowPlaceTest, whereTheScreenIsSmallerThanTheSmallestSizeItFillsTheScreen)
+{
+    least = {1500, 900};
+    for (const QVariant &kept : {QVariant(), QVariant(QRect(100, 100, 1600, 950))}) {
+        UserDefaults::set(placeKey, kept);
+        open();
+        EXPECT_TRUE(comesTo(QRect(0, 0, 1280, 800)));
+        EXPECT_EQ(window->minimumSize(), QSize(1280, 800));
+    }
 }
 
 TEST_F(WindowPlaceTest, damagedValuesCountAsNone)

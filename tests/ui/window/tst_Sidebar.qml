@@ -31,7 +31,7 @@ Item {
             "Attività", "Impostazioni"]
         readonly property var symbols: ["gauge.with.needle", "clock.arrow.circlepath", "folder",
             "externaldrive", "list.bullet.rectangle", "gearshape"]
-        readonly property Item sidebar: findChild(view, "brand").parent
+        readonly property Item sidebar: findChild(view, "way").parent
 
         function init() {
             failOnWarning(/.*/);

@@ -53,11 +53,13 @@ TEST(WindowFit, whatIsTooLargeOrTooSmallGetsARightSize)
               QRect(QPoint(10, 10), minimum));
 }
 
-TEST(WindowFit, onAScreenThatIsTooSmallItsTopLeftCornerIsSeen)
+TEST(WindowFit, aScreenThatIsTooSmallIsFilled)
 {
     constexpr QRect small(0, 30, 800, 570);
-    EXPECT_EQ(WindowPlace::fitted(QRect(300, 300, 1060, 720), {small}, minimum),
-              QRect(QPoint(0, 30), minimum));
+    EXPECT_EQ(WindowPlace::fitted(QRect(300, 300, 1060, 720), {small}, minimum), small);
+    constexpr QRect low(0, 0, 1600, 500);
+    EXPECT_EQ(WindowPlace::fitted(QRect(300, 300, 1060, 720), {low}, minimum),
+              QRect(300, 0, 1060, 500));
 }
 
 TEST(WindowFit, withoutAnyScreenItStays)
