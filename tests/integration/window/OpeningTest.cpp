@@ -43,6 +43,19 @@ TEST_F(Opening, anEmptyHomeGetsAWindowAFolderAndAKey)
     EXPECT_EQ(program.errors(), "");
 }
 
+TEST_F(Opening, atTwiceTheScaleItFitsAScreenThatIsTooSmallForIt)
+{
+    qputenv("QT_SCALE_FACTOR", "2");
+    program.start();
+    ASSERT_TRUE(program.shows());
+    // With its frame around it.
+    EXPECT_TRUE(eventually([&] {
+        const QSize size = ManagedScreen::place(program.windows().value(0)).size();
+        return size.width() > 1500 && size.width() <= ManagedScreen::size.width() &&
+               size.height() > 900 && size.height() < ManagedScreen::size.height();
+    }));
+}
+
 TEST_F(Opening, theWindowBecomesTheActiveOne)
 {
     program.start();
