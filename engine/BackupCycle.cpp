@@ -47,7 +47,7 @@ int BackupEngine::runAll()
 {
     const auto lock = CycleLock::acquire();
     if (!lock) {
-        // Where the lock can't be kept no record can, so this line is all that tells of it.
+        // Where the lock can't be kept no record can, so this line is the only report of it.
         if (lock.error()) {
             complain(localized("Vellomar: impossibile scrivere nella cartella %1 (%2)")
                          .arg(Paths::support(), *lock.error()));
@@ -89,8 +89,8 @@ int BackupEngine::runGated()
                    localized("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
         return exitFailed;
     }
-    // The window takes the confirmation back before it puts another key in place: what is told now
-    // is told of the key that was read.
+    // The window takes the confirmation back before it puts a new key in place: the settings as
+    // they are now concern the key that was read.
     if (!m_manual && !ConfigStore::load().keySaved) {
         return exitGood;
     }

@@ -38,7 +38,7 @@ public:
     /// Puts the figures of the last summary into the record; 0 where there are none.
     void summarise(RunRecord &record) const;
 
-    /// The full id of the version that restic made; empty when it told none.
+    /// The full id of the version that restic made; empty when it reported none.
     [[nodiscard]] QString version() const;
 
     [[nodiscard]] const RunStatus &status() const { return m_status; }

@@ -20,7 +20,7 @@ public:
     static tl::expected<CycleLock, std::optional<QString>> acquire();
 
     /// Why a cycle would end at once and silently, or keep nothing of what it did; absent when it
-    /// wouldn't. For the window, which can tell the user: a cycle can't.
+    /// wouldn't. For the window, which can inform the user: a cycle can't.
     static std::optional<QString> fault();
 
     ~CycleLock();

@@ -20,7 +20,7 @@ QString lostDisk()
     return localized("Il disco è stato scollegato durante il backup");
 }
 
-/// What the person reads of a backup that made a version.
+/// What the user reads of a backup that made a version.
 QString goodMessage(int unreadable, bool isRetained)
 {
     if (unreadable > 0 && !isRetained) {

@@ -24,7 +24,7 @@ struct StoredKey;
 ///
 /// It never talks to a running backup, which is a process of its own, but looks once a second at
 /// the files that the engine leaves. It lives on one thread, which waits for no keyring, no tool,
-/// no disk and no network but that of the person's home; it may be destroyed at any time, with work
+/// no disk and no network but that of the user's home; it may be destroyed at any time, with work
 /// under way too.
 ///
 /// QML finds the properties, whose optional ones are undefined when absent; C++ finds the plain

@@ -45,7 +45,7 @@ public:
                              std::function<void(const std::optional<QString> &)> answer) = 0;
 
     /// Prints a text with a dialog of the system, in a monospaced font of 12 points. A file in
-    /// place of paper is for its owner's eyes alone. There is no answer when the person cancelled.
+    /// place of paper is for its owner's eyes alone. There is no answer when the user cancelled.
     virtual void print(const QString &text, std::function<void(const Printing &)> answer) = 0;
 
     /// Replaces the general clipboard by a text that clipboard managers are asked not to keep, and
@@ -55,7 +55,7 @@ public:
     virtual qint64 clipboardChangeCount() = 0;
     virtual void clearClipboard() = 0;
 
-    /// Asks the person to log in.
+    /// Asks the user to log in.
     virtual void authenticate(OwnerReason reason, std::function<void(Authentication)> answer) = 0;
 
     /// Opens the place in the system's settings where access to the whole disk is given.

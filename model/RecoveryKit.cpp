@@ -114,7 +114,7 @@ void AppModel::printRecoveryKit()
 void AppModel::confirmKeySaved()
 {
     if (!hasKey()) {
-        return; // what the person has isn't the key that is still to come
+        return; // what the user has isn't the key that is still to come
     }
     setKeySaved(true);
     setShowingRecoveryKit(false);

@@ -7,7 +7,7 @@
 
 #include <QTimer>
 
-// How the model comes up. The keyring may wait for its person, and it comes first: what follows
+// How the model comes up. The keyring may wait for the user, and it comes first: what follows
 // needs the key. All of that goes on behind a window that is already there.
 
 void AppModel::begin()

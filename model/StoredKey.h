@@ -12,7 +12,7 @@ struct StoredKey
     bool hasPrevious = false;     ///< whether the store has the key before this one, too
     std::optional<QString> error; ///< the sentence to show when the store failed
 
-    /// Asks for it. Waits for the store, which may wait for the person: not for the window's
+    /// Asks for it. Waits for the store, which may wait for the user: not for the window's
     /// thread.
     static StoredKey load();
     /// Has the store make one, which mustn't count as confirmed by then. Waits likewise.

@@ -9,7 +9,7 @@
 
 namespace {
 
-// It tells what the person saves, and QSettings would let everybody read it. A file that is there
+// It shows what the user saves, and QSettings would let everybody read it. A file that is there
 // keeps its permissions when it is written.
 void makePrivate(const QString &path)
 {

@@ -10,7 +10,7 @@
 /// Which program file runs under a process id.
 
 /// Full path of the executable of a living process; absent when there is no such process, the
-/// number is that of a thread, or the system doesn't tell. A file that was replaced or deleted
+/// number is that of a thread, or the system doesn't say. A file that was replaced or deleted
 /// meanwhile is named by its former path.
 std::optional<QString> executablePath(pid_t pid);
 

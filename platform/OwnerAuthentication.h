@@ -3,7 +3,7 @@
 #include <functional>
 #include <thread>
 
-/// What the person at the machine is asked to log in for once more.
+/// What the user at the machine is asked to log in for once more.
 enum class OwnerReason {
     showKey,
     copyKey,

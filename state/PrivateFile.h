@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// Files of the person's choice that nobody else is to read.
+/// Files of the user's choice that nobody else is to read.
 namespace PrivateFile {
 
 inline constexpr QFileDevice::Permissions ownerOnly =

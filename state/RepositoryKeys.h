@@ -6,7 +6,7 @@
 ///
 /// No key that may open a version is ever gone from the store: not when a write is refused, not
 /// when the program ends between two of them. Whatever is about to be overwritten stands somewhere
-/// else before that. There is one previous key, which the person can go back to; what has no room
+/// else before that. There is one previous key, which the user can go back to; what has no room
 /// left beside it is kept for good under accounts of its own ("repository-key-earlier-1" and so
 /// on), where the keyring's own program shows it.
 namespace RepositoryKeys {

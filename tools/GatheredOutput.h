@@ -25,7 +25,7 @@ private:
 };
 
 /// The beginning and the end of a stream of messages, with a line feed for what is left out between
-/// them: the last one tells what went wrong, and the first ones often why.
+/// them: the last one says what went wrong, and the first ones often why.
 class EndsOfOutput
 {
 public:
@@ -40,6 +40,6 @@ public:
 private:
     qsizetype m_longest;
     QByteArray m_beginning;
-    QByteArray m_end; ///< up to twice as long as told, so that it isn't moved at each block
+    QByteArray m_end; ///< up to twice as long as its limit, so that it isn't moved at each block
     bool m_isCut = false;
 };

@@ -23,7 +23,7 @@ const QStringList &foldersOfFiles()
 }
 
 /// Adds the paths, inside the repository, of all files of a folder of it; false when they can't all
-/// be told.
+/// be read.
 bool addFilesOnDisk(const QString &repository, const QString &folder, QStringList &files)
 {
     const fs::path root(QFile::encodeName(repository).toStdString());
@@ -66,7 +66,7 @@ std::optional<QStringList> filesOnRemote(const QString &place)
     return listed->standardOutput.split(u'\n', Qt::SkipEmptyParts);
 }
 
-/// The files of a repository that hold keys, versions or data; absent when they can't all be told.
+/// The files of a repository that hold keys, versions or data; absent when they can't all be read.
 std::optional<QStringList> files(const QString &repository)
 {
     if (repository.startsWith(rclonePrefix)) {

@@ -25,8 +25,8 @@ std::optional<QString> linkTarget(const QByteArray &link)
     return QFile::decodeName(path);
 }
 
-// A thread other than the first has a number of its own kind, under which the system tells of its
-// process as well.
+// A thread other than the first has a number of its own kind, under which the system has entries
+// for its process as well.
 bool isThread(pid_t pid)
 {
     QFile file(QStringLiteral("/proc/%1/status").arg(pid));

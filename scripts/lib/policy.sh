@@ -1,4 +1,4 @@
-# What polkit must know of Vellomar, so that it can ask the person to log in
+# What polkit must know of Vellomar, so that it can ask the user to log in
 # once more before the key is shown. Nothing is done where it knows it already.
 # shellcheck shell=bash
 

@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QSaveFile>
 
-/// What a scripted rclone does when it is told to encrypt its file, `config encryption set`: what
+/// What a scripted rclone does when it is asked to encrypt its file, `config encryption set`: what
 /// the real one does, as far as the program can see (EncryptionStandInsTest compares them). It ends
 /// with 0 whether it could save the file or not, and with 1 where it would have to ask for the key.
 ///

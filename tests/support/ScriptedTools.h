@@ -24,7 +24,7 @@ public:
         bool isFollowed = false; ///< whether its lines go to a receiver
 
         /// restic's or rclone's own command, behind the options that stand before it; with
-        /// " --dry-run" where it only tells what it would do.
+        /// " --dry-run" where it only reports what it would do.
         [[nodiscard]] QString command() const;
         [[nodiscard]] QString repository() const;
     };
@@ -36,7 +36,7 @@ public:
     ProcessResult unlock = ended(0);
     ProcessResult backup = ended(0);
     ProcessResult forget = ended(0);
-    /// What retention would do, as restic tells it: nothing.
+    /// What retention would do, as restic reports it: nothing.
     ProcessResult forgetForecast = {
         .status = 0, .standardOutput = QStringLiteral("[]"), .standardError = {}};
     ProcessResult check = ended(0);

@@ -35,7 +35,7 @@ class Agent(dbus.service.Object):
             os._exit(0)
         else:
             if MANNER == "granting":
-                # What root's helper tells once the password was right.
+                # What root's helper reports once the password was right.
                 authority.AuthenticationAgentResponse2(dbus.UInt32(0), cookie, identities[0])
             done()
 

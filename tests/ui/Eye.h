@@ -22,11 +22,11 @@ public:
     /// was nothing to see.
     Q_INVOKABLE [[nodiscard]] QColor at(QQuickItem *item, qreal x, qreal y) const;
 
-    // The following tell of pixels as they were seen, of differences as the largest one in any
+    // The following speak of pixels as they were seen, of differences as the largest one in any
     // channel from 0 to 255.
 
     /// The box of pixels around all in a part of the window that isn't of the ground's colour; the
-    /// part is told in points, by an item's own lengths.
+    /// part is given in points, by an item's own lengths.
     Q_INVOKABLE [[nodiscard]] QRect inked(QQuickItem *item, const QRectF &part,
                                           const QColor &ground) const;
     /// How much a box differs from its own mirror image.
@@ -40,7 +40,7 @@ public:
 
 private:
     [[nodiscard]] int difference(QPoint one, QPoint other) const;
-    /// Pixels a point; not every renderer's picture tells it.
+    /// Pixels a point; not every renderer's picture says it.
     [[nodiscard]] qreal scale(const QQuickItem *item) const;
 
     QImage m_seen;

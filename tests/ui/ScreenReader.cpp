@@ -101,7 +101,7 @@ void examine(QQuickItem *item, const QList<QAccessibleInterface *> &elements, QS
     }
     if (item->inherits("QQuickText")) {
         QString text = item->property("text").toString().trimmed();
-        text.replace(QChar::Nbsp, u' '); // how it is set in lines isn't told
+        text.replace(QChar::Nbsp, u' '); // how it is set in lines isn't read out
         if (!text.isEmpty() && !isTold(text, elements)) {
             faults.append(QStringLiteral("the text \"%1\" isn't told").arg(text));
         }

@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// Words in as many lines as they take; the last one of them doesn't stand on a line alone. One that
-// is as wide as its words tells apart what room there is for them.
+// Words in as many lines as they take; the last one of them doesn't stand on a line alone. Where the
+// width follows from the words, `room` says how wide they may get.
 Label {
     required property string words
     property real room: width

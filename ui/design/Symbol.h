@@ -63,7 +63,7 @@ private:
     QString m_name;
     qreal m_points = 15;
     QRectF
-        m_drawn; ///< what is drawn of the square that the drawing is told in, as parts of its side
+        m_drawn; ///< what is drawn of the square that the drawing is given in, as parts of its side
     int m_weight = QFont::Normal;
     QColor m_color = Qt::white;
 };

@@ -7,7 +7,7 @@ namespace Rendering {
 
 /// Settles it, once, before there is any window: the graphics processor where there is one,
 /// otherwise Qt's own painter, which paints nothing but what has changed, and text as heavy as the
-/// other does. What the person has told Qt by its own variables holds.
+/// other does. What the user has set by Qt's own variables holds.
 void choose();
 
 /// Whether OpenGL is drawn by a graphics processor here. Only asked of OpenGL, which takes its time

@@ -34,7 +34,7 @@ Desktop::Authentication authenticationOf(OwnerLogin login)
     return Desktop::Authentication::refused;
 }
 
-/// Qt's own way to a file would let everybody read it, and wouldn't tell of a full disk.
+/// Qt's own way to a file would let everybody read it, and wouldn't report a full disk.
 Desktop::Printing printedToFile(const QString &text, const QPrinter &printer)
 {
     QBuffer content;

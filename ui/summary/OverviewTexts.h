@@ -20,7 +20,7 @@ QString detail(const Situation &situation);
 /// line always stands.
 QString currentFile(const Situation &situation);
 
-/// What went wrong and nobody else tells of; empty when nothing did.
+/// What went wrong and nothing else reports; empty when nothing did.
 QString notice(const Situation &situation);
 
 Action action(const Situation &situation);

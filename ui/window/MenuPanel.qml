@@ -119,7 +119,7 @@ Item {
                          && !root.model.starting
                 onClicked: {
                     root.model.startBackup();
-                    // What keeps it from starting is told, or asked for, in the window.
+                    // What keeps it from starting is said, or asked for, in the window.
                     if (!root.model.busy) {
                         root.windowAsked();
                     }

@@ -47,7 +47,7 @@ void start(QProcess &process, const QString &program, const QStringList &argumen
 }
 
 /// A process of an ordinary user, whom polkit doesn't grant everything, that asks for one login
-/// when it is told to.
+/// on request.
 class Asker
 {
 public:
@@ -125,7 +125,7 @@ protected:
         }
     }
 
-    /// Puts somebody in place who asks the person on behalf of a process.
+    /// Puts somebody in place who asks the user on behalf of a process.
     void startAgent(const QString &manner, pid_t process)
     {
         start(agent, QStringLiteral("/usr/bin/python3"),
@@ -141,7 +141,7 @@ protected:
         return asker.answer();
     }
 
-    /// What the agent says next: after its first line, what it showed the person.
+    /// What the agent says next: after its first line, what it showed the user.
     QByteArray nextLine()
     {
         while (!agent.canReadLine() && agent.waitForReadyRead(patienceMilliseconds)) {

@@ -63,7 +63,7 @@ protected:
         desktop->print(QStringLiteral("Vellomar - Kit di recupero"),
                        [this](const Desktop::Printing &result) { printing = result; });
     }
-    /// Has the open dialog print to a file, as the person would choose it.
+    /// Has the open dialog print to a file, as the user would choose it.
     void acceptPrintTo(const QString &file)
     {
         auto *dialog = shownDialog<QPrintDialog>();

@@ -12,7 +12,7 @@
 
 #include <functional>
 
-// What the program must know of `rclone config encryption set`: that its exit code tells nothing of
+// What the program must know of `rclone config encryption set`: that its exit code says nothing of
 // its success. The real one, and those that stand in for it in tests, in the same situations.
 
 namespace {

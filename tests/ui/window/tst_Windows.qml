@@ -184,7 +184,7 @@ Item {
             const window = open(main);
             for (const away of [Window.Hidden, Window.Minimized]) {
                 window.visibility = data.size;
-                tryCompare(window, "seenAs", data.size); // told of by the event loop
+                tryCompare(window, "seenAs", data.size); // reported by the event loop
                 window.visibility = away;
                 tryCompare(window, "visibility", away);
                 wait(0);

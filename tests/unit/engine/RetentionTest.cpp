@@ -289,7 +289,7 @@ TEST_F(Retention, whereOnlyOthersWouldGoItRuns)
 TEST_F(Retention, asLongAsAVersionIsOfALaterDateEachRunAsks)
 {
     forgetVersionsKnown();
-    // The answer tells of a version of the next day.
+    // The answer speaks of a version of the next day.
     tools.forgetForecast.standardOutput = letsGo("another one");
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(run(), 0);

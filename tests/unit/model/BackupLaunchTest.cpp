@@ -19,7 +19,7 @@ protected:
                 QStringLiteral("--manual")};
     }
 
-    static void writeFileInPlaceOfTheFolder()
+    static void writeFileInsteadOfTheFolder()
     {
         QFile file(Paths::support());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -135,7 +135,7 @@ TEST_F(BackupLaunch, aProgramThatCannotBeStartedIsSilent)
 TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsToldFromTheStart)
 {
     QDir(Paths::support()).removeRecursively();
-    writeFileInPlaceOfTheFolder();
+    writeFileInsteadOfTheFolder();
     model = std::make_unique<AppModel>(desktop);
     EXPECT_EQ(model->supportError(), folderError(QStringLiteral("non è una cartella")));
 }
@@ -146,7 +146,7 @@ TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
     EXPECT_EQ(model->supportError(), std::nullopt);
     const SignalCount told(model.get(), &AppModel::supportErrorChanged);
     QDir(Paths::support()).removeRecursively();
-    writeFileInPlaceOfTheFolder();
+    writeFileInsteadOfTheFolder();
     model->startBackup();
     EXPECT_FALSE(model->isLaunching());
     EXPECT_TRUE(desktop->started.isEmpty());

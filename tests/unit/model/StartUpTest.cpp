@@ -224,7 +224,7 @@ TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
     useAllDestinations();
     begin();
     ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
-    // The program comes to the front, and its person tries what there is.
+    // The program comes to the front, and its user tries what there is.
     model->becomeActive();
     model->startBackup();
     model->refresh(DestinationID::local);
@@ -325,7 +325,7 @@ TEST_F(StartUp, settingsMadeWhileItWaitsAreKept)
     EXPECT_EQ(ConfigStore::load().intervalHours, 7);
     secrets.letGo();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
-    // A new key turns the person's word off, and nothing else.
+    // A new key turns the user's word off, and nothing else.
     EXPECT_FALSE(ConfigStore::load().keySaved);
     EXPECT_EQ(ConfigStore::load().intervalHours, 7);
 }

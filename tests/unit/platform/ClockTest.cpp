@@ -28,7 +28,7 @@ namespace {
 constexpr int night = 8 * 3600;
 
 // A process in a time namespace of its own, whose machine has been up for a night more than the
-// other clocks know of, as after a sleep. The exit code says whether the reading tells of it.
+// other clocks know of, as after a sleep. The exit code says whether the reading includes it.
 void readAfterANight()
 {
     const auto before = Clock::steady();

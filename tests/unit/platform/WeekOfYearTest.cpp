@@ -61,7 +61,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"en_US.UTF-8", "America/New_York", "2027-01-02T12:00:00Z", 1},
                     Case{"en_US.UTF-8", "America/New_York", "2027-01-03T12:00:00Z", 2}));
 
-// Who reads menus in one language and dates in another one's way counts weeks as in the dates.
+// Who reads menus in one language and dates in the way of a different one counts weeks as in the
+// dates.
 TEST(WeekOfYearLocales, theOneOfDatesCounts)
 {
     EXPECT_EXIT(

@@ -77,7 +77,7 @@ private:
     }
 };
 
-/// What a person does to the key.
+/// What a user does to the key.
 enum class Step { installFirst, installSecond, goBack };
 
 /// A program around the store: what it has in memory, and what it was ever backed up with.

@@ -166,7 +166,7 @@ TEST(ProcessHandle, aStepThatGoesOnAfterAStopIsInterrupted)
     EXPECT_EQ(result.status, 7);
 }
 
-TEST(ProcessHandle, whatTakesNoNoticeOfTheInterruptIsEndedWithAllThatItStarted)
+TEST(ProcessHandle, whatIgnoresTheInterruptIsEndedWithAllThatItStarted)
 {
     ProcessHandle handle({.byItself = 1ms, .interrupted = 1ms});
     QStringList processes;
