@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/PrivateBus.h"
+
 #include <QProcess>
 #include <QString>
 
@@ -49,9 +51,8 @@ public:
 private:
     bool startKeyring(bool unlock);
     bool startScript(QProcess &process, const QString &script, const QStringList &arguments);
-    static bool waitForName(const QString &name);
 
-    QProcess m_bus;
+    PrivateBus m_bus;
     QProcess m_keyring;
     QProcess m_prompter;
     bool m_isRunning = false;

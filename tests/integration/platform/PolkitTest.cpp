@@ -1,9 +1,8 @@
 #include "platform/OwnerAuthentication.h"
 
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/PrivateBus.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QStringList>
 
@@ -25,26 +24,6 @@ namespace {
 constexpr int patienceMilliseconds = 20000;
 constexpr int nobody = 65534;
 constexpr const char *question = "Vellomar vuole copiare la chiave di cifratura.\n";
-
-// Whoever may be on a system bus may be on this one.
-constexpr const char *busConfiguration = R"(<busconfig>
-  <type>session</type>
-  <listen>unix:tmpdir=/tmp</listen>
-  <policy context="default">
-    <allow user="*"/>
-    <allow send_destination="*"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-)";
-
-void start(QProcess &process, const QString &program, const QStringList &arguments)
-{
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    process.start(program, arguments);
-}
 
 /// A process of an ordinary user, whom polkit doesn't grant everything, that asks for one login
 /// on request.
@@ -101,36 +80,23 @@ protected:
     void SetUp() override
     {
         ASSERT_EQ(::geteuid(), 0U) << "polkit's daemon starts for root alone";
-        QFile configuration(QDir::homePath() + QLatin1String("/bus.conf"));
-        ASSERT_TRUE(configuration.open(QIODevice::WriteOnly));
-        configuration.write(busConfiguration);
-        configuration.close();
-        start(bus, QStringLiteral("dbus-daemon"),
-              {QLatin1String("--config-file=") + configuration.fileName(),
-               QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
-        ASSERT_TRUE(bus.waitForReadyRead(patienceMilliseconds));
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", bus.readLine().trimmed());
-        start(polkit, QStringLiteral("/usr/lib/polkit-1/polkitd"), {QStringLiteral("--no-debug")});
-        ASSERT_EQ(QProcess::execute(QStringLiteral("gdbus"),
-                                    {QStringLiteral("wait"), QStringLiteral("--system"),
-                                     QStringLiteral("--timeout=20"),
-                                     QStringLiteral("org.freedesktop.PolicyKit1")}),
-                  0);
+        ASSERT_TRUE(bus.isRunning());
+        startWithTest(polkit, QStringLiteral("/usr/lib/polkit-1/polkitd"),
+                      {QStringLiteral("--no-debug")});
+        ASSERT_TRUE(bus.waitForName(QStringLiteral("org.freedesktop.PolicyKit1")));
     }
     void TearDown() override
     {
-        for (QProcess *process : {&agent, &polkit, &bus}) {
-            process->kill();
-            process->waitForFinished(patienceMilliseconds);
-        }
+        endProcess(agent);
+        endProcess(polkit);
     }
 
     /// Puts somebody in place who asks the user on behalf of a process.
     void startAgent(const QString &manner, pid_t process)
     {
-        start(agent, QStringLiteral("/usr/bin/python3"),
-              {QStringLiteral(VELLOMAR_SOURCE_DIR "/tests/support/polkit_agent.py"), manner,
-               QString::number(process), QString::number(nobody)});
+        startWithTest(agent, QStringLiteral("/usr/bin/python3"),
+                      {QStringLiteral(VELLOMAR_SOURCE_DIR "/tests/support/polkit_agent.py"), manner,
+                       QString::number(process), QString::number(nobody)});
         ASSERT_EQ(nextLine(), "in place\n");
     }
 
@@ -149,7 +115,7 @@ protected:
         return agent.readLine();
     }
 
-    QProcess bus;
+    PrivateBus bus{PrivateBus::Kind::system};
     QProcess polkit;
     QProcess agent;
 };
@@ -159,9 +125,9 @@ TEST_F(PolkitTest, knowsTheActionOfEachReasonAndAsksForTheOwnLogin)
     for (const OwnerReason reason :
          {OwnerReason::showKey, OwnerReason::copyKey, OwnerReason::replaceKey}) {
         QProcess list;
-        start(list, QStringLiteral("pkaction"),
-              {QStringLiteral("--verbose"), QStringLiteral("--action-id"),
-               QString::fromLatin1(Polkit::action(reason))});
+        startWithTest(list, QStringLiteral("pkaction"),
+                      {QStringLiteral("--verbose"), QStringLiteral("--action-id"),
+                       QString::fromLatin1(Polkit::action(reason))});
         ASSERT_TRUE(list.waitForFinished(patienceMilliseconds));
         EXPECT_EQ(list.exitCode(), 0) << Polkit::action(reason);
         const QByteArray words = list.readAllStandardOutput();

@@ -1,95 +1,45 @@
 #include "platform/PowerSource.h"
 
-#include <QDir>
+#include "tests/support/PrivateBus.h"
+
 #include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 
-#include <sys/prctl.h>
-
 namespace {
-
-constexpr int patience = 20000;
-
-constexpr const char *busConfiguration = R"(<busconfig>
-  <listen>unix:tmpdir=/tmp</listen>
-  <policy context="default">
-    <allow send_destination="*"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-)";
-
-void endProcess(QProcess &process)
-{
-    process.kill();
-    process.waitForFinished(patience);
-}
-
-void diesWithThisProcess(QProcess &process)
-{
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-}
 
 // A system bus of the test's own.
 class SystemBus
 {
 public:
-    SystemBus()
-    {
-        const QString path = QDir::homePath() + QLatin1String("/bus.conf");
-        QFile configuration(path);
-        if (configuration.open(QIODevice::WriteOnly)) {
-            configuration.write(busConfiguration);
-            configuration.close();
-        }
-        diesWithThisProcess(m_bus);
-        m_bus.start(QStringLiteral("dbus-daemon"),
-                    {QLatin1String("--config-file=") + path, QStringLiteral("--nofork"),
-                     QStringLiteral("--print-address=1")});
-        isRunning = m_bus.waitForStarted(patience) && m_bus.waitForReadyRead(patience);
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.readLine().trimmed());
-    }
-    ~SystemBus()
-    {
-        endProcess(m_upower);
-        endProcess(m_bus);
-    }
+    SystemBus() = default;
+    ~SystemBus() { endProcess(m_upower); }
     SystemBus(const SystemBus &) = delete;
     SystemBus &operator=(const SystemBus &) = delete;
     SystemBus(SystemBus &&) = delete;
     SystemBus &operator=(SystemBus &&) = delete;
 
+    [[nodiscard]] bool isRunning() const { return m_bus.isRunning(); }
+
     // A stand-in for UPower, with its properties in JSON.
     [[nodiscard]] bool startUPower(const QString &properties)
     {
-        diesWithThisProcess(m_upower);
         // Debian's own Python is the one that has the module.
-        m_upower.start(QStringLiteral("/usr/bin/python3"),
-                       {QStringLiteral("-m"), QStringLiteral("dbusmock"),
-                        QStringLiteral("--system"), QStringLiteral("--template"),
-                        QStringLiteral("upower"), QStringLiteral("--parameters"), properties});
-        QProcess wait;
-        wait.start(QStringLiteral("gdbus"),
-                   {QStringLiteral("wait"), QStringLiteral("--system"),
-                    QStringLiteral("--timeout=20"), QStringLiteral("org.freedesktop.UPower")});
-        return m_upower.waitForStarted(patience) && wait.waitForFinished(patience) &&
-               wait.exitCode() == 0;
+        startWithTest(m_upower, QStringLiteral("/usr/bin/python3"),
+                      {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system"),
+                       QStringLiteral("--template"), QStringLiteral("upower"),
+                       QStringLiteral("--parameters"), properties});
+        return m_upower.waitForStarted() &&
+               m_bus.waitForName(QStringLiteral("org.freedesktop.UPower"));
     }
 
     // From now on UPower is there, but never answers.
     void freezeUPower() { ::kill(static_cast<pid_t>(m_upower.processId()), SIGSTOP); }
 
-    bool isRunning = false;
-
 private:
-    QProcess m_bus;
+    PrivateBus m_bus{PrivateBus::Kind::system};
     QProcess m_upower;
 };
 
@@ -111,14 +61,14 @@ TEST(PowerSource, withoutABusItIsTheMains)
 TEST(PowerSource, withoutUPowerItIsTheMains)
 {
     const SystemBus bus;
-    ASSERT_TRUE(bus.isRunning);
+    ASSERT_TRUE(bus.isRunning());
     EXPECT_FALSE(runsOnBattery());
 }
 
 TEST(PowerSource, upowerTellsThatItIsTheBattery)
 {
     SystemBus bus;
-    ASSERT_TRUE(bus.isRunning);
+    ASSERT_TRUE(bus.isRunning());
     ASSERT_TRUE(bus.startUPower(QStringLiteral(R"({"OnBattery": true})")));
     EXPECT_TRUE(runsOnBattery());
 }
@@ -126,7 +76,7 @@ TEST(PowerSource, upowerTellsThatItIsTheBattery)
 TEST(PowerSource, upowerTellsThatItIsTheMains)
 {
     SystemBus bus;
-    ASSERT_TRUE(bus.isRunning);
+    ASSERT_TRUE(bus.isRunning());
     ASSERT_TRUE(bus.startUPower(QStringLiteral(R"({"OnBattery": false})")));
     EXPECT_FALSE(runsOnBattery());
 }
@@ -134,7 +84,7 @@ TEST(PowerSource, upowerTellsThatItIsTheMains)
 TEST(PowerSource, anAnswerOfAnotherTypeIsTheMains)
 {
     SystemBus bus;
-    ASSERT_TRUE(bus.isRunning);
+    ASSERT_TRUE(bus.isRunning());
     ASSERT_TRUE(bus.startUPower(QStringLiteral(R"({"OnBattery": "yes"})")));
     EXPECT_FALSE(runsOnBattery());
 }
@@ -142,7 +92,7 @@ TEST(PowerSource, anAnswerOfAnotherTypeIsTheMains)
 TEST(PowerSource, aServiceThatNeverAnswersHoldsNobodyUp)
 {
     SystemBus bus;
-    ASSERT_TRUE(bus.isRunning);
+    ASSERT_TRUE(bus.isRunning());
     ASSERT_TRUE(bus.startUPower(QStringLiteral(R"({"OnBattery": true})")));
     bus.freezeUPower();
     // That it comes back at all is the point: GLib's own limit is 25 seconds.
