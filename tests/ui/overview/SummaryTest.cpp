@@ -394,10 +394,8 @@ TEST_F(SummaryTest, whatIsInOrderOrUnknownNeedsNoMending)
 
 TEST_F(SummaryTest, whatAPreparedModelHasStartedDoesNotEndByItselfLater)
 {
-    const TestApplication application;
-    NotedDesktop desktop;
     bool came = false;
-    desktop.after(std::chrono::milliseconds(0), [&came] { came = true; });
+    desktop->after(std::chrono::milliseconds(0), [&came] { came = true; });
     QCoreApplication::processEvents();
     EXPECT_FALSE(came);
 }
