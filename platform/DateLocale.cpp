@@ -5,7 +5,7 @@
 QByteArray dateLocale()
 {
     for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-        const QByteArray value = qgetenv(variable);
+        QByteArray value = qgetenv(variable);
         if (!value.isEmpty()) {
             return value;
         }
