@@ -21,6 +21,7 @@ protected:
 
     static void writeFileInsteadOfTheFolder()
     {
+        ASSERT_TRUE(QDir(Paths::support()).removeRecursively());
         QFile file(Paths::support());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
@@ -134,7 +135,6 @@ TEST_F(BackupLaunch, aProgramThatCannotBeStartedIsSilent)
 
 TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsToldFromTheStart)
 {
-    QDir(Paths::support()).removeRecursively();
     writeFileInsteadOfTheFolder();
     model = std::make_unique<AppModel>(desktop);
     EXPECT_EQ(model->supportError(), folderError(QStringLiteral("non è una cartella")));
@@ -143,9 +143,9 @@ TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsToldFromTheStart)
 TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
 {
     start();
+    settle(); // or a tool that still starts would have its pipe in the folder that goes
     EXPECT_EQ(model->supportError(), std::nullopt);
     const SignalCount told(model.get(), &AppModel::supportErrorChanged);
-    QDir(Paths::support()).removeRecursively();
     writeFileInsteadOfTheFolder();
     model->startBackup();
     EXPECT_FALSE(model->isLaunching());
