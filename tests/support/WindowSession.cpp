@@ -190,11 +190,12 @@ std::optional<QString> ManagedScreen::run(const QString &program, const QStringL
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-std::optional<QString> ManagedScreen::picture(const QString &window)
+std::optional<QString> ManagedScreen::pictureOfFoot(const QString &window)
 {
     return run(QStringLiteral("import"),
-               {QStringLiteral("-window"), window, QStringLiteral("-format"), QStringLiteral("%#"),
-                QStringLiteral("info:-")});
+               {QStringLiteral("-window"), window, QStringLiteral("-gravity"),
+                QStringLiteral("south"), QStringLiteral("-crop"), QStringLiteral("0x56+0+0"),
+                QStringLiteral("-format"), QStringLiteral("%#"), QStringLiteral("info:-")});
 }
 
 bool ManagedScreen::isPainted(const QString &window)

@@ -79,8 +79,9 @@ public:
     static bool click(const QPoint &place);
     /// Whether a window shows anything, which is more than one colour.
     static bool isPainted(const QString &window);
-    /// What stands for all that a window shows now; absent when there is no such window.
-    static std::optional<QString> picture(const QString &window);
+    /// What stands for all that the last 56 points of a window show now; absent when there is no
+    /// such window.
+    static std::optional<QString> pictureOfFoot(const QString &window);
     /// Runs a program of the screen's and gives what it prints; absent when it fails.
     static std::optional<QString> run(const QString &program, const QStringList &arguments);
 

@@ -51,16 +51,20 @@ protected:
     {
         return eventually([this] { return program.panels().size() == 1; });
     }
-    /// Waits until a key shows in the panel, which asks for the keyboard itself while it opens.
+    /// Waits until a key shows in the panel, which asks for the keyboard itself while it opens. Its
+    /// buttons are looked at, as the hand of the dial moves by itself.
     bool knowsThatItHasTheKeyboard()
     {
         const QString panel = program.panels().value(0);
         const bool isReady = eventually([&] {
             return ManagedScreen::activeWindow() == panel && ManagedScreen::isPainted(panel);
         });
-        const auto before = ManagedScreen::picture(panel);
-        return isReady && before && ManagedScreen::press(QStringLiteral("Tab")) &&
-               eventually([&] { return ManagedScreen::picture(panel) != before; });
+        const auto before = ManagedScreen::pictureOfFoot(panel);
+        // A key that comes before the panel has been given the keyboard is lost.
+        return isReady && before && eventually([&] {
+                   return ManagedScreen::press(QStringLiteral("Tab")) &&
+                          ManagedScreen::pictureOfFoot(panel) != before;
+               });
     }
     bool closesPanel()
     {
