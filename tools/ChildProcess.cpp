@@ -246,11 +246,7 @@ void ChildProcess::end()
         return;
     }
     // restic gives its rclone a group of its own, and rclone lives on for minutes where it hangs.
-    // Held still, the child starts nothing more while we look.
-    ::kill(m_pid, SIGSTOP);
-    const QList<pid_t> started = descendants(m_pid);
+    // What an ended process has left behind is found by the group alone.
+    killTree(m_pid);
     ::kill(-m_pid, SIGKILL);
-    for (const pid_t process : started) {
-        ::kill(process, SIGKILL);
-    }
 }

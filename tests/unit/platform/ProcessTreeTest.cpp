@@ -1,10 +1,25 @@
 #include "platform/ProcessTree.h"
 
+#include "tests/support/Waiting.h"
+
 #include <QProcess>
 
 #include <gtest/gtest.h>
 
 #include <unistd.h>
+
+namespace {
+
+// How many processes run under a name.
+qsizetype running(const QByteArray &name)
+{
+    QProcess list;
+    list.start(QStringLiteral("/bin/ps"), {QStringLiteral("-eo"), QStringLiteral("args")});
+    list.waitForFinished();
+    return list.readAllStandardOutput().split('\n').count(name + " 600");
+}
+
+} // namespace
 
 TEST(ProcessTree, aProcessThatStartedNothingHasNoDescendants)
 {
@@ -33,4 +48,22 @@ TEST(ProcessTree, childrenAndTheirChildrenAreFoundWhateverTheirNameAndGroup)
         ::kill(process, SIGKILL);
     }
     shell.waitForFinished();
+}
+
+TEST(ProcessTree, nothingIsLeftOfAProcessThatKeepsStartingOthers)
+{
+    const QByteArray name = "started-by-" + QByteArray::number(::getpid());
+    QProcess shell;
+    // Each in a group of its own, and two deep.
+    shell.start(
+        QStringLiteral("/bin/bash"),
+        {QStringLiteral("-c"),
+         QStringLiteral("set -m; (for i in {1..1000}; do "
+                        "(sleep 0; (exec -a \"$0\" sleep 600); :) & echo; done; wait) & wait"),
+         QString::fromLatin1(name)});
+    ASSERT_TRUE(eventually([&] { return running(name) > 5; }));
+    killTree(static_cast<pid_t>(shell.processId()));
+    shell.waitForFinished();
+    // A killed one is listed until its end is taken note of.
+    EXPECT_TRUE(eventually([&] { return running(name) == 0; }));
 }
