@@ -3,7 +3,7 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Window
 
-// The tray's panel as a small window without a frame. It goes on Escape, and when the person turns
+// The tray's panel as a small window without a frame. It goes on Escape, and when the user turns
 // to something else.
 Window {
     id: root
@@ -43,7 +43,7 @@ Window {
 
         interval: 250
         repeat: true
-        running: root.visible && !root.wasActive && attempts < 8
+        running: root.visible && !root.wasActive && attempts < 40
         onTriggered: {
             ++attempts;
             root.requestActivate();
