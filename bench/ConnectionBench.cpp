@@ -21,7 +21,7 @@ namespace {
 int connectServer(std::span<char *> words)
 {
     AppConfig config;
-    config.serverKind = ServerKind::sftp;
+    config.serverKind = ServerKind::Sftp;
     config.serverHost = QString::fromLocal8Bit(words[2]);
     config.serverPort = QString::fromLocal8Bit(words[3]);
     config.serverUser = QString::fromLocal8Bit(words[4]);

@@ -38,7 +38,7 @@ int main(int argc, char *argv[])
     }
     const QCoreApplication application(argc, argv);
     for (qsizetype i = 0; i < StatusStore::historyLimit; ++i) {
-        RunRecord record = RunRecord::starting(DestinationID::local);
+        RunRecord record = RunRecord::starting(DestinationID::Local);
         record.message = QStringLiteral("1.234 file nuovi, 56 modificati, 789 MB salvati");
         StatusStore::append(record);
     }

@@ -42,7 +42,7 @@ int main(int argc, char *argv[])
     }
     const auto start = std::chrono::steady_clock::now();
     BackupProgress::WriteTime lastWrite;
-    BackupProgress progress(DestinationID::local, QDateTime::currentDateTimeUtc(), lastWrite);
+    BackupProgress progress(DestinationID::Local, QDateTime::currentDateTimeUtc(), lastWrite);
     const ProcessResult result =
         runProcess(QStringLiteral("/bin/cat"), {QFile::decodeName(words[1])},
                    {.onLine = [&progress](const QString &line) { progress.handleLine(line); }});

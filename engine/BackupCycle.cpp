@@ -75,17 +75,17 @@ int BackupEngine::runGated()
         return exitGood;
     }
     if (!m_manual && m_config.skipOnBattery && m_onBattery()) {
-        recordGate(destinations.front(), Outcome::skipped,
+        recordGate(destinations.front(), Outcome::Skipped,
                    localized("Rimandato: il Mac è alimentato a batteria"));
         return exitGood;
     }
     const auto password = Keychain::read(Keychain::repositoryKey);
     if (!password) {
-        recordGate(destinations.front(), Outcome::failed, password.error().message());
+        recordGate(destinations.front(), Outcome::Failed, password.error().message());
         return exitFailed;
     }
     if (!*password) {
-        recordGate(destinations.front(), Outcome::failed,
+        recordGate(destinations.front(), Outcome::Failed,
                    localized("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
         return exitFailed;
     }
@@ -112,7 +112,7 @@ int BackupEngine::runDestinations(const std::vector<DestinationID> &destinations
         if (isGood(record.outcome)) {
             verifyIfDue(destination, password);
         }
-        if (record.outcome == Outcome::failed) {
+        if (record.outcome == Outcome::Failed) {
             result = exitFailed;
         }
     }

@@ -49,7 +49,7 @@ RunRecord BackupEngine::runOne(DestinationID destination, const QString &passwor
     backUp(restic, progress, record);
     if (m_handle->isCancelled() && !isGood(record.outcome)) {
         // What a step of a stopped run comes to comes of the stop.
-        end(record, Outcome::cancelled, localized("Interrotto"));
+        end(record, Outcome::Cancelled, localized("Interrotto"));
     }
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     return record;
@@ -58,17 +58,17 @@ RunRecord BackupEngine::runOne(DestinationID destination, const QString &passwor
 void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRecord &record)
 {
     if (!restic.isAvailable()) {
-        end(record, Outcome::skipped, restic.unavailableMessage());
+        end(record, Outcome::Skipped, restic.unavailableMessage());
         return;
     }
     const RepositoryVolume volume(restic);
     if (const auto prepared = restic.prepare(); !prepared) {
-        end(record, Outcome::failed, prepared.error().message);
+        end(record, Outcome::Failed, prepared.error().message);
         return;
     }
     const QStringList sources = Sources::existing(m_config);
     if (sources.isEmpty()) {
-        end(record, Outcome::failed, localized("Nessuna cartella da salvare"));
+        end(record, Outcome::Failed, localized("Nessuna cartella da salvare"));
         return;
     }
     ExcludeFile::write(m_config);
@@ -79,27 +79,27 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
                    [&progress](const QString &line) { progress.handleLine(line); });
     progress.countErrors(result.standardError);
     if (m_handle->isCancelled()) {
-        end(record, Outcome::cancelled, localized("Interrotto"));
+        end(record, Outcome::Cancelled, localized("Interrotto"));
         return;
     }
     if (!volume.isStillThere()) {
-        end(record, Outcome::failed, lostDisk());
+        end(record, Outcome::Failed, lostDisk());
         return;
     }
     const bool someUnreadable = result.status == ResticExit::someFilesUnreadable;
     if (result.status != 0 && !someUnreadable) {
-        end(record, Outcome::failed, Restic::describe(result).message);
+        end(record, Outcome::Failed, Restic::describe(result).message);
         return;
     }
     progress.summarise(record);
     progress.enterWhole(localized("Pulizia delle versioni vecchie"));
     const bool isRetained = applyRetention(restic, progress.version(), record.date);
     if (!volume.isStillThere()) {
-        end(record, Outcome::failed, lostDisk());
+        end(record, Outcome::Failed, lostDisk());
         return;
     }
     const int unreadable = someUnreadable ? qMax(progress.errorCount(), 1) : 0;
-    end(record, unreadable == 0 && isRetained ? Outcome::ok : Outcome::warning,
+    end(record, unreadable == 0 && isRetained ? Outcome::Ok : Outcome::Warning,
         goodMessage(unreadable, isRetained));
 }
 
@@ -114,7 +114,7 @@ QStringList BackupEngine::backupArguments(DestinationID destination,
         arguments.append(QStringLiteral("--exclude-caches"));
     }
     // MiB; bigger packs mean fewer requests over a network.
-    if (destination != DestinationID::local) {
+    if (destination != DestinationID::Local) {
         arguments << QStringLiteral("--pack-size") << QStringLiteral("64");
     }
     return arguments + QStringList{QStringLiteral("--")} + sources;

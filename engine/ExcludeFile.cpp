@@ -39,7 +39,7 @@ QString ExcludeFile::content(const AppConfig &config)
     }
     if (config.localEnabled) {
         for (const QString &way :
-             Sources::waysTo(config.repository(DestinationID::local), sources)) {
+             Sources::waysTo(config.repository(DestinationID::Local), sources)) {
             patterns.append(asPattern(way));
         }
     }

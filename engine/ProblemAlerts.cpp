@@ -78,10 +78,10 @@ void BackupEngine::notifyProblems(const QList<RunRecord> &records)
     if (!EngineState::isDue(state.lastAlert, Clock::now(), silenceAfterAlert)) {
         return;
     }
-    if (const RunRecord *failed = firstWith(Outcome::failed, records)) {
+    if (const RunRecord *failed = firstWith(Outcome::Failed, records)) {
         m_notify(localized("Backup non riuscito"), body(*failed));
     } else {
-        const RunRecord *skipped = firstWith(Outcome::skipped, records);
+        const RunRecord *skipped = firstWith(Outcome::Skipped, records);
         if (anyIsGood(records) || skipped == nullptr) {
             return;
         }

@@ -9,7 +9,7 @@
 
 RepositoryVolume::RepositoryVolume(const Restic &restic)
 {
-    if (restic.dest != DestinationID::local) {
+    if (restic.dest != DestinationID::Local) {
         return;
     }
     m_repository = restic.config.repository(restic.dest);

@@ -22,7 +22,7 @@ QStringList checkArguments(DestinationID destination, const QDateTime &start)
 {
     QStringList arguments{QStringLiteral("check")};
     // Only a disk's data are read back; over a network that would be a download.
-    if (destination == DestinationID::local) {
+    if (destination == DestinationID::Local) {
         arguments << QStringLiteral("--read-data-subset") << twentieth(start);
     }
     return arguments;
@@ -63,7 +63,7 @@ void BackupEngine::verifyIfDue(DestinationID destination, const QString &passwor
         return;
     }
     const bool isSound = result.status == 0 && volume.isStillThere();
-    record.outcome = isSound ? Outcome::ok : Outcome::failed;
+    record.outcome = isSound ? Outcome::Ok : Outcome::Failed;
     record.message = isSound ? localized("Nessun errore trovato") : failureMessage(result, volume);
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     StatusStore::append(record);

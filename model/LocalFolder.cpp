@@ -12,7 +12,7 @@ bool isOnHomesDisk(const AppConfig &config)
 {
     const QString &folder = config.localFolder;
     return !folder.isEmpty() && QFileInfo::exists(folder) &&
-           !LocalDisk::isAway(config.repository(DestinationID::local)) &&
+           !LocalDisk::isAway(config.repository(DestinationID::Local)) &&
            Paths::volume(folder) == Paths::volume(Paths::home());
 }
 

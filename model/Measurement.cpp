@@ -22,7 +22,7 @@ QStringList measuredExcludes(const AppConfig &config)
         return config.excludes;
     }
     // A repository inside a source isn't something to back up, and may itself be named by a link.
-    const QString repository = config.repository(DestinationID::local);
+    const QString repository = config.repository(DestinationID::Local);
     return config.excludes + QStringList{repository, QFileInfo(repository).canonicalFilePath()};
 }
 

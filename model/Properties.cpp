@@ -50,7 +50,7 @@ QString AppModel::stateText(DestinationID destination) const
     if (!last) {
         return localized("In attesa del primo backup");
     }
-    if (last->outcome == Outcome::failed) {
+    if (last->outcome == Outcome::Failed) {
         return localized("Ultimo backup non riuscito");
     }
     return localized("Backup %1").arg(Fmt::relative(last->date));
@@ -68,7 +68,7 @@ AppModel::Tone AppModel::stateTone(DestinationID destination) const
     if (!last) {
         return Tone::Attention;
     }
-    return last->outcome == Outcome::failed ? Tone::Wrong : Tone::Well;
+    return last->outcome == Outcome::Failed ? Tone::Wrong : Tone::Well;
 }
 
 std::optional<QString> AppModel::staleText() const

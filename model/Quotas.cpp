@@ -27,7 +27,7 @@ RemoteRoom readRoom(bool isDriveConnected, bool isServerConnected, const AppConf
     }
     if (isServerConnected) {
         room.server = Rclone::quota(Rclone::serverRemote);
-        if (config.serverKind == ServerKind::s3) {
+        if (config.serverKind == ServerKind::S3) {
             room.versioning = Rclone::versioning(bucket(config.serverPath));
         }
     }

@@ -8,11 +8,11 @@
 QString AppConfig::repository(DestinationID destination) const
 {
     switch (destination) {
-    case DestinationID::local:
+    case DestinationID::Local:
         return localFolder + QLatin1String("/Vellomar.backup");
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return QLatin1String("rclone:vellomar:") + driveFolder;
-    case DestinationID::server:
+    case DestinationID::Server:
         return QLatin1String("rclone:vellomar-server:") + serverPath;
     }
     Q_UNREACHABLE();
@@ -21,11 +21,11 @@ QString AppConfig::repository(DestinationID destination) const
 bool AppConfig::isEnabled(DestinationID destination) const
 {
     switch (destination) {
-    case DestinationID::local:
+    case DestinationID::Local:
         return localEnabled;
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return driveEnabled;
-    case DestinationID::server:
+    case DestinationID::Server:
         return serverEnabled;
     }
     Q_UNREACHABLE();

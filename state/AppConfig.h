@@ -32,7 +32,7 @@ struct AppConfig
     QString localFolder; ///< folder on the chosen disk that holds the repository's folder
 
     bool serverEnabled = false;
-    ServerKind serverKind = ServerKind::sftp;
+    ServerKind serverKind = ServerKind::Sftp;
     QString serverHost;    ///< name or address; the endpoint for webdav and s3
     QString serverPort;    ///< empty means the transport's own
     QString serverUser;    ///< user name, or access key for s3

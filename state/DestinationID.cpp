@@ -5,11 +5,11 @@
 QString rawValue(DestinationID destination)
 {
     switch (destination) {
-    case DestinationID::local:
+    case DestinationID::Local:
         return QStringLiteral("local");
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return QStringLiteral("drive");
-    case DestinationID::server:
+    case DestinationID::Server:
         return QStringLiteral("server");
     }
     Q_UNREACHABLE();
@@ -28,11 +28,11 @@ std::optional<DestinationID> destinationID(const QString &raw)
 QString title(DestinationID destination)
 {
     switch (destination) {
-    case DestinationID::local:
+    case DestinationID::Local:
         return localized("Disco esterno");
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return QStringLiteral("Google Drive");
-    case DestinationID::server:
+    case DestinationID::Server:
         return localized("Server privato");
     }
     Q_UNREACHABLE();

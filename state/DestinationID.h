@@ -6,10 +6,10 @@
 #include <optional>
 
 /// One of the three places that a backup can go to. The order here is the order of every run.
-enum class DestinationID { local, drive, server };
+enum class DestinationID { Local, Drive, Server };
 
-inline constexpr std::array allDestinations = {DestinationID::local, DestinationID::drive,
-                                               DestinationID::server};
+inline constexpr std::array allDestinations = {DestinationID::Local, DestinationID::Drive,
+                                               DestinationID::Server};
 
 /// The text that stands for a destination in our JSON files: "local", "drive" or "server".
 QString rawValue(DestinationID destination);

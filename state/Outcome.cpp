@@ -5,15 +5,15 @@
 QString rawValue(Outcome outcome)
 {
     switch (outcome) {
-    case Outcome::ok:
+    case Outcome::Ok:
         return QStringLiteral("ok");
-    case Outcome::warning:
+    case Outcome::Warning:
         return QStringLiteral("warning");
-    case Outcome::failed:
+    case Outcome::Failed:
         return QStringLiteral("failed");
-    case Outcome::skipped:
+    case Outcome::Skipped:
         return QStringLiteral("skipped");
-    case Outcome::cancelled:
+    case Outcome::Cancelled:
         return QStringLiteral("cancelled");
     }
     Q_UNREACHABLE();
@@ -32,15 +32,15 @@ std::optional<Outcome> outcome(const QString &raw)
 QString label(Outcome outcome)
 {
     switch (outcome) {
-    case Outcome::ok:
+    case Outcome::Ok:
         return localized("Completato");
-    case Outcome::warning:
+    case Outcome::Warning:
         return localized("Con avvisi");
-    case Outcome::failed:
+    case Outcome::Failed:
         return localized("Non riuscito");
-    case Outcome::skipped:
+    case Outcome::Skipped:
         return localized("Saltato");
-    case Outcome::cancelled:
+    case Outcome::Cancelled:
         return localized("Interrotto");
     }
     Q_UNREACHABLE();
@@ -48,5 +48,5 @@ QString label(Outcome outcome)
 
 bool isGood(Outcome outcome)
 {
-    return outcome == Outcome::ok || outcome == Outcome::warning;
+    return outcome == Outcome::Ok || outcome == Outcome::Warning;
 }

@@ -6,12 +6,12 @@
 #include <optional>
 
 /// How a run on one destination ended.
-enum class Outcome { ok, warning, failed, skipped, cancelled };
+enum class Outcome { Ok, Warning, Failed, Skipped, Cancelled };
 
-inline constexpr std::array allOutcomes = {Outcome::ok, Outcome::warning, Outcome::failed,
-                                           Outcome::skipped, Outcome::cancelled};
+inline constexpr std::array allOutcomes = {Outcome::Ok, Outcome::Warning, Outcome::Failed,
+                                           Outcome::Skipped, Outcome::Cancelled};
 
-/// The text that stands for an outcome in our files: the name of the case.
+/// The text that stands for an outcome in our files.
 QString rawValue(Outcome outcome);
 
 /// The outcome of a raw value; absent for any other text.

@@ -16,8 +16,8 @@ struct RunRecord
 {
     QUuid id;
     QDateTime date; ///< when the run began
-    DestinationID destination = DestinationID::local;
-    Outcome outcome = Outcome::failed;
+    DestinationID destination = DestinationID::Local;
+    Outcome outcome = Outcome::Failed;
     QString message; ///< what the person reads
     qint64 filesNew = 0;
     qint64 filesChanged = 0;

@@ -15,7 +15,7 @@ struct RunStatus
 {
     std::int32_t pid = 0; ///< process id of the engine's process
     QDateTime startedAt;
-    DestinationID destination = DestinationID::local;
+    DestinationID destination = DestinationID::Local;
     QString phase;      ///< what the person reads
     double percent = 0; ///< a fraction from 0 to 1
     qint64 filesDone = 0;

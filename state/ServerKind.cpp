@@ -5,13 +5,13 @@
 QString rawValue(ServerKind kind)
 {
     switch (kind) {
-    case ServerKind::sftp:
+    case ServerKind::Sftp:
         return QStringLiteral("sftp");
-    case ServerKind::webdav:
+    case ServerKind::Webdav:
         return QStringLiteral("webdav");
-    case ServerKind::s3:
+    case ServerKind::S3:
         return QStringLiteral("s3");
-    case ServerKind::smb:
+    case ServerKind::Smb:
         return QStringLiteral("smb");
     }
     Q_UNREACHABLE();
@@ -29,23 +29,23 @@ std::optional<ServerKind> serverKind(const QString &raw)
 
 QString userLabel(ServerKind kind)
 {
-    return kind == ServerKind::s3 ? localized("Access key") : localized("Utente");
+    return kind == ServerKind::S3 ? localized("Access key") : localized("Utente");
 }
 
 QString secretLabel(ServerKind kind)
 {
-    return kind == ServerKind::s3 ? localized("Secret key") : localized("Password");
+    return kind == ServerKind::S3 ? localized("Secret key") : localized("Password");
 }
 
 QString pathLabel(ServerKind kind)
 {
     switch (kind) {
-    case ServerKind::sftp:
-    case ServerKind::webdav:
+    case ServerKind::Sftp:
+    case ServerKind::Webdav:
         return localized("Cartella");
-    case ServerKind::s3:
+    case ServerKind::S3:
         return localized("Bucket e cartella");
-    case ServerKind::smb:
+    case ServerKind::Smb:
         return localized("Condivisione e cartella");
     }
     Q_UNREACHABLE();
@@ -53,5 +53,5 @@ QString pathLabel(ServerKind kind)
 
 bool hasPort(ServerKind kind)
 {
-    return kind == ServerKind::sftp || kind == ServerKind::smb;
+    return kind == ServerKind::Sftp || kind == ServerKind::Smb;
 }

@@ -6,10 +6,10 @@
 #include <optional>
 
 /// How the private server is reached.
-enum class ServerKind { sftp, webdav, s3, smb };
+enum class ServerKind { Sftp, Webdav, S3, Smb };
 
-inline constexpr std::array allServerKinds = {ServerKind::sftp, ServerKind::webdav, ServerKind::s3,
-                                              ServerKind::smb};
+inline constexpr std::array allServerKinds = {ServerKind::Sftp, ServerKind::Webdav, ServerKind::S3,
+                                              ServerKind::Smb};
 
 /// The text that stands for a kind in config.json: "sftp", "webdav", "s3" or "smb".
 QString rawValue(ServerKind kind);

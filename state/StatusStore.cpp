@@ -38,14 +38,14 @@ std::optional<Record> decodedObject(const QByteArray &bytes)
 
 void collapseRepeatedSkip(QList<RunRecord> &history, const RunRecord &record)
 {
-    if (record.outcome != Outcome::skipped) {
+    if (record.outcome != Outcome::Skipped) {
         return;
     }
     const auto newest =
         std::find_if(history.cbegin(), history.cend(), [&record](const RunRecord &entry) {
             return entry.destination == record.destination;
         });
-    if (newest != history.cend() && newest->outcome == Outcome::skipped &&
+    if (newest != history.cend() && newest->outcome == Outcome::Skipped &&
         newest->message == record.message) {
         history.erase(newest);
     }

@@ -84,7 +84,7 @@ Pairs sftpSection(const AppConfig &config, const QString &password)
 std::optional<Pairs> section(const AppConfig &config, const QString &secret)
 {
     Pairs pairs = {{QStringLiteral("type"), rawValue(config.serverKind)}};
-    if (config.serverKind == ServerKind::s3) {
+    if (config.serverKind == ServerKind::S3) {
         return pairs + s3Section(config, secret);
     }
     const std::optional<QString> password =
@@ -93,13 +93,13 @@ std::optional<Pairs> section(const AppConfig &config, const QString &secret)
         return std::nullopt;
     }
     switch (config.serverKind) {
-    case ServerKind::webdav:
+    case ServerKind::Webdav:
         return pairs + webdavSection(config, *password);
-    case ServerKind::smb:
+    case ServerKind::Smb:
         return pairs + hostSection(config, *password);
-    case ServerKind::sftp:
+    case ServerKind::Sftp:
         return pairs + sftpSection(config, *password);
-    case ServerKind::s3:
+    case ServerKind::S3:
         break;
     }
     return std::nullopt;
@@ -139,7 +139,7 @@ std::optional<QString> Rclone::connectServer(const AppConfig &config, const QStr
     if (!pairs) {
         return notConfigured();
     }
-    if (server.serverKind == ServerKind::sftp && !trustHost(server.serverHost, server.serverPort)) {
+    if (server.serverKind == ServerKind::Sftp && !trustHost(server.serverHost, server.serverPort)) {
         return unreachable();
     }
     if (!store(serverRemote, *pairs)) {

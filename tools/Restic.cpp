@@ -54,15 +54,15 @@ bool isBehindAFile(const QString &path)
 bool Restic::isAvailable() const
 {
     switch (dest) {
-    case DestinationID::local:
+    case DestinationID::Local:
         if (repositoryOverride) {
             return QFileInfo::exists(*repositoryOverride);
         }
         return !config.localFolder.isEmpty() && QFileInfo::exists(config.localFolder) &&
                !LocalDisk::isAway(config.repository(dest));
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return Rclone::isConfigured();
-    case DestinationID::server:
+    case DestinationID::Server:
         return Rclone::remotes().contains(Rclone::serverRemote);
     }
     Q_UNREACHABLE();
@@ -71,11 +71,11 @@ bool Restic::isAvailable() const
 QString Restic::unavailableMessage() const
 {
     switch (dest) {
-    case DestinationID::local:
+    case DestinationID::Local:
         return localized("Disco non collegato");
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return localized("Google Drive non collegato");
-    case DestinationID::server:
+    case DestinationID::Server:
         return localized("Server non collegato");
     }
     Q_UNREACHABLE();
@@ -90,7 +90,7 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
             .status = -1, .standardOutput = {}, .standardError = localized("restic non trovato")};
     }
     const QString repository = repositoryOverride.value_or(config.repository(dest));
-    if (dest == DestinationID::local && isBehindAFile(repository)) {
+    if (dest == DestinationID::Local && isBehindAFile(repository)) {
         // restic would go on trying for a quarter of an hour.
         return {.status = -1,
                 .standardOutput = {},
@@ -106,7 +106,7 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
     QStringList words = arguments;
     std::optional<Rclone::ConfigEnvironment> rcloneEnvironment; // lives until restic has ended
     const std::optional<QString> rclone =
-        dest == DestinationID::local ? std::nullopt : Tools::find(QStringLiteral("rclone"));
+        dest == DestinationID::Local ? std::nullopt : Tools::find(QStringLiteral("rclone"));
     if (rclone) {
         QString program = *rclone;
         if (hasBothQuotes(program)) {

@@ -60,7 +60,7 @@ struct ResticError
 /// calls on one repository at once are ordered by restic's own lock.
 struct Restic
 {
-    DestinationID dest = DestinationID::local;
+    DestinationID dest = DestinationID::Local;
     AppConfig config;
     QString password;                          ///< the repository's key
     std::optional<QString> repositoryOverride; ///< a repository that isn't this machine's own

@@ -85,8 +85,8 @@ protected:
     /// Leaves a status as an engine with this process id would.
     static RunStatus leaveStatus(qint64 pid, double percent = 0.25);
     /// A record so many hours before now.
-    [[nodiscard]] RunRecord record(double hoursAgo, Outcome outcome = Outcome::ok,
-                                   DestinationID destination = DestinationID::local) const;
+    [[nodiscard]] RunRecord record(double hoursAgo, Outcome outcome = Outcome::Ok,
+                                   DestinationID destination = DestinationID::Local) const;
     /// Replaces history.json, newest first.
     static void writeHistory(const QList<RunRecord> &records);
 

@@ -33,7 +33,7 @@ QByteArray longContent()
 Restic driver(const AppConfig &config)
 {
     Restic restic;
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     restic.config = config;
     const auto key = Keychain::read(Keychain::repositoryKey);
     EXPECT_TRUE(key.has_value() && key->has_value());
@@ -129,8 +129,8 @@ void ServerStory::expectBackup() const
     EXPECT_EQ(cycle.run(), 0) << cycle.errors().constData();
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 1);
-    EXPECT_EQ(history.first().destination, DestinationID::server);
-    EXPECT_EQ(history.first().outcome, Outcome::ok);
+    EXPECT_EQ(history.first().destination, DestinationID::Server);
+    EXPECT_EQ(history.first().outcome, Outcome::Ok);
     EXPECT_EQ(history.first().message, QStringLiteral("Completato"));
     EXPECT_EQ(history.first().filesNew, contents(source).size());
 }

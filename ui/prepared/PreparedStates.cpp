@@ -13,7 +13,7 @@ using Shown = AppModel::Shown;
 constexpr qint64 secondsOfHour = 3600;
 constexpr qint64 gigabyte = qint64{1000} * 1000 * 1000;
 
-RunRecord record(double hoursAgo, DestinationID destination, Outcome outcome = Outcome::ok)
+RunRecord record(double hoursAgo, DestinationID destination, Outcome outcome = Outcome::Ok)
 {
     RunRecord made;
     made.id = QUuid::createUuid();
@@ -25,7 +25,7 @@ RunRecord record(double hoursAgo, DestinationID destination, Outcome outcome = O
     return made;
 }
 
-RunRecord check(double hoursAgo, DestinationID destination, Outcome outcome = Outcome::ok)
+RunRecord check(double hoursAgo, DestinationID destination, Outcome outcome = Outcome::Ok)
 {
     RunRecord made = record(hoursAgo, destination, outcome);
     made.kind = QStringLiteral("check");
@@ -71,7 +71,7 @@ RunStatus running()
 {
     RunStatus status;
     status.startedAt = Clock::now().addSecs(-240);
-    status.destination = DestinationID::drive;
+    status.destination = DestinationID::Drive;
     status.phase = QStringLiteral("Copia dei file");
     status.percent = 0.424;
     status.filesDone = 48213;
@@ -94,7 +94,7 @@ Shown waiting()
 {
     Shown shown = fresh();
     shown.config = ready();
-    shown.repos = {{DestinationID::local, {}}, {DestinationID::drive, {}}};
+    shown.repos = {{DestinationID::Local, {}}, {DestinationID::Drive, {}}};
     return shown;
 }
 
@@ -102,11 +102,11 @@ Shown well()
 {
     Shown shown = waiting();
     shown.config.serverEnabled = true;
-    shown.history = {record(0.2, DestinationID::server), record(0.3, DestinationID::drive),
-                     record(0.4, DestinationID::local), check(50, DestinationID::local)};
-    shown.repos = {{DestinationID::local, repository(41)},
-                   {DestinationID::drive, repository(18)},
-                   {DestinationID::server, repository(1)}};
+    shown.history = {record(0.2, DestinationID::Server), record(0.3, DestinationID::Drive),
+                     record(0.4, DestinationID::Local), check(50, DestinationID::Local)};
+    shown.repos = {{DestinationID::Local, repository(41)},
+                   {DestinationID::Drive, repository(18)},
+                   {DestinationID::Server, repository(1)}};
     return shown;
 }
 
@@ -149,7 +149,7 @@ Shown single()
     shown.config.localFolder = Paths::home();
     shown.localOnSystemDisk = true;
     shown.config.keepDays = -1;
-    shown.repos = {{DestinationID::local, repository(1)}};
+    shown.repos = {{DestinationID::Local, repository(1)}};
     return shown;
 }
 
@@ -163,7 +163,7 @@ Shown access()
 Shown stale()
 {
     Shown shown = well();
-    shown.history = {record(80, DestinationID::drive), record(81, DestinationID::local)};
+    shown.history = {record(80, DestinationID::Drive), record(81, DestinationID::Local)};
     return shown;
 }
 
@@ -177,12 +177,12 @@ Shown staleRunning()
 Shown failed()
 {
     Shown shown = well();
-    RunRecord failure = record(1, DestinationID::drive, Outcome::failed);
+    RunRecord failure = record(1, DestinationID::Drive, Outcome::Failed);
     failure.message = QStringLiteral("Connessione interrotta");
-    RunRecord verification = check(2, DestinationID::local, Outcome::failed);
+    RunRecord verification = check(2, DestinationID::Local, Outcome::Failed);
     verification.message = QStringLiteral("pack 3f2a1b0c: ciphertext verification failed");
-    shown.history = {failure, verification, record(30, DestinationID::local)};
-    shown.repos[DestinationID::server] =
+    shown.history = {failure, verification, record(30, DestinationID::Local)};
+    shown.repos[DestinationID::Server] =
         unreadable(QStringLiteral("Fatal: unable to open repository: connection refused"));
     return shown;
 }
@@ -222,10 +222,10 @@ Shown longTexts()
     shown.status->bytesDone = gigabyte * 123456;
     shown.status->totalBytes = gigabyte * 987654;
     shown.status->secondsRemaining = qint64{3600} * 999;
-    RunRecord verification = check(2, DestinationID::local, Outcome::failed);
+    RunRecord verification = check(2, DestinationID::Local, Outcome::Failed);
     verification.message = QStringLiteral("<i>errore</i> senza spazi ").repeated(30);
     shown.history.prepend(verification);
-    shown.repos[DestinationID::server] =
+    shown.repos[DestinationID::Server] =
         unreadable(QStringLiteral("<a href=\"x\">Fatal</a>: a very long error ").repeated(20));
     shown.keyError =
         QStringLiteral("<b>Errore</b> del portachiavi che non finisce mai. ").repeated(8);

@@ -23,11 +23,11 @@ Check key(const Situation &situation)
 QString place(DestinationID destination)
 {
     switch (destination) {
-    case DestinationID::local:
+    case DestinationID::Local:
         return localized("Disco");
-    case DestinationID::drive:
+    case DestinationID::Drive:
         return localized("Drive");
-    case DestinationID::server:
+    case DestinationID::Server:
         return localized("Server");
     }
     return {};
@@ -48,7 +48,7 @@ Check copies(const Situation &situation)
     }
     if (enabled.size() == 1) {
         return {id, false, localized("Una sola copia"),
-                enabled.first() == DestinationID::local
+                enabled.first() == DestinationID::Local
                     ? localized("Un furto porta via Mac e disco insieme")
                     : localized("Aggiungi un disco per ripristini rapidi"),
                 Remedy::destinations};
@@ -86,7 +86,7 @@ Check access(const Situation &situation)
 Check integrity(const RunRecord &record)
 {
     const QString id = QStringLiteral("integrity");
-    if (record.outcome == Outcome::ok) {
+    if (record.outcome == Outcome::Ok) {
         return {id, true, localized("Backup integro"),
                 localized("Verificato %1").arg(Fmt::relative(record.date))};
     }

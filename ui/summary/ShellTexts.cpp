@@ -74,5 +74,5 @@ QList<DestinationID> ShellTexts::panelDestinations(const Situation &situation)
 {
     const QList<DestinationID> enabled = situation.enabled();
     // Who has set up nothing isn't shown the server.
-    return enabled.isEmpty() ? QList{DestinationID::local, DestinationID::drive} : enabled;
+    return enabled.isEmpty() ? QList{DestinationID::Local, DestinationID::Drive} : enabled;
 }

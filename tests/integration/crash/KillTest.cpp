@@ -175,10 +175,10 @@ protected:
         const QList<RunRecord> history = StatusStore::loadHistory();
         ASSERT_GE(history.size(), before + 2);
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(history.at(i).outcome, Outcome::ok) << qPrintable(history.at(i).message);
+            EXPECT_EQ(history.at(i).outcome, Outcome::Ok) << qPrintable(history.at(i).message);
         }
-        EXPECT_EQ(history.at(0).destination, DestinationID::server);
-        EXPECT_EQ(history.at(1).destination, DestinationID::local);
+        EXPECT_EQ(history.at(0).destination, DestinationID::Server);
+        EXPECT_EQ(history.at(1).destination, DestinationID::Local);
     }
 
     /// A cycle with something to back up, killed when `isDue` holds; false when it had ended

@@ -121,7 +121,7 @@ protected:
         return !QDir(repository() + QLatin1String("/locks")).entryList(QDir::Files).isEmpty();
     }
 
-    [[nodiscard]] QString repository() const { return config.repository(DestinationID::local); }
+    [[nodiscard]] QString repository() const { return config.repository(DestinationID::Local); }
 
     static RunRecord newest() { return StatusStore::loadHistory().value(0); }
 
@@ -142,7 +142,7 @@ TEST_F(Chores, aDeletedPackIsFoundByTheNextCheckAndTold)
     StatusStore::save(EngineState{choresDone(clock.moment()).lastPrune, {}, std::nullopt});
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(newest().kind, QStringLiteral("check"));
-    EXPECT_EQ(newest().outcome, Outcome::failed);
+    EXPECT_EQ(newest().outcome, Outcome::Failed);
     EXPECT_EQ(newest().message, QStringLiteral("Il backup contiene dati danneggiati"));
     EXPECT_EQ(notifications,
               QStringList{QStringLiteral("Verifica del backup non riuscita|"
@@ -173,7 +173,7 @@ TEST_F(Chores, aFlippedByteIsFoundWhenItsTwentiethIsRead)
     goToWeekOf(name);
     postponePrune();
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(newest().outcome, Outcome::failed);
+    EXPECT_EQ(newest().outcome, Outcome::Failed);
     EXPECT_EQ(newest().message, QStringLiteral("Il backup contiene dati danneggiati"));
     EXPECT_EQ(notifications.size(), 1);
 }
@@ -183,7 +183,7 @@ TEST_F(Chores, aStopDuringTheCheckLeavesNothingAndTheNextRunChecksAgain)
     StatusStore::save(EngineState{choresDone(clock.moment()).lastPrune, {}, std::nullopt});
     EXPECT_EQ(runStoppedIn(QStringLiteral("Verifica dell'integrità")), 0);
     ASSERT_EQ(StatusStore::loadHistory().size(), 1);
-    EXPECT_EQ(newest().outcome, Outcome::ok);
+    EXPECT_EQ(newest().outcome, Outcome::Ok);
     EXPECT_FALSE(newest().kind);
     EXPECT_FALSE(StatusStore::loadState().lastCheck.contains(local));
     EXPECT_FALSE(isLocked());
@@ -197,7 +197,7 @@ TEST_F(Chores, aStopDuringThePruneLeavesTheBackupGoodAndThePruneDue)
 {
     StatusStore::save(EngineState{{}, choresDone(clock.moment()).lastCheck, std::nullopt});
     EXPECT_EQ(runStoppedIn(QStringLiteral("Pulizia delle versioni vecchie")), 0);
-    EXPECT_EQ(newest().outcome, Outcome::ok);
+    EXPECT_EQ(newest().outcome, Outcome::Ok);
     EXPECT_FALSE(StatusStore::loadState().lastPrune.contains(local));
     EXPECT_FALSE(isLocked());
 
@@ -208,7 +208,7 @@ TEST_F(Chores, aStopDuringThePruneLeavesTheBackupGoodAndThePruneDue)
 TEST_F(Chores, aVersionOfALaterDateDoesNotCostTheNewOne)
 {
     ASSERT_EQ(run(), 0);
-    const Restic restic{DestinationID::local, config, QStringLiteral("the key"), std::nullopt};
+    const Restic restic{DestinationID::Local, config, QStringLiteral("the key"), std::nullopt};
     const ProcessResult ahead =
         restic.run({QStringLiteral("backup"), QStringLiteral("--tag"), QStringLiteral("vellomar"),
                     QStringLiteral("--host"), Paths::hostname(), QStringLiteral("--time"),
@@ -222,7 +222,7 @@ TEST_F(Chores, aVersionOfALaterDateDoesNotCostTheNewOne)
         const QList<RunRecord> history = StatusStore::loadHistory();
         const auto backup = std::find_if(history.cbegin(), history.cend(),
                                          [](const RunRecord &record) { return !record.kind; });
-        EXPECT_EQ(backup->outcome, Outcome::warning);
+        EXPECT_EQ(backup->outcome, Outcome::Warning);
         EXPECT_TRUE(backup->message.contains(QLatin1String("data successiva")))
             << backup->message.toStdString();
     }
@@ -237,7 +237,7 @@ TEST_F(Chores, withASingleVersionTheOldOneGoesAndThePruneGivesItsRoomBack)
     clock.advance(25h);
     ASSERT_EQ(run(), 0);
     const auto snaps =
-        Restic{DestinationID::local, config, QStringLiteral("the key"), std::nullopt}.snapshots();
+        Restic{DestinationID::Local, config, QStringLiteral("the key"), std::nullopt}.snapshots();
     ASSERT_TRUE(snaps.has_value());
     EXPECT_EQ(snaps->size(), 1);
     EXPECT_FALSE(QFile::exists(first));

@@ -24,16 +24,16 @@ TEST_F(DiskAway, nothingIsWrittenIntoTheFolderThatStays)
 {
     installation.addReal(QStringLiteral("restic"));
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     attached.reset();
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::skipped);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Skipped);
     EXPECT_EQ(newestRecord().message, QStringLiteral("Disco non collegato"));
     EXPECT_TRUE(QDir(disk).isEmpty());
 
     attached.emplace(disk, 60'000);
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(snapshotCount(repository), 1);
 }
 
@@ -47,7 +47,7 @@ TEST_F(DiskAway, aDiskThatGoesMidwayHasNoVersion)
     attached.reset();
     letGo();
     EXPECT_EQ(cycle.finish(), 1);
-    EXPECT_EQ(newestRecord().outcome, Outcome::failed);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Failed);
     EXPECT_EQ(newestRecord().message,
               QStringLiteral("Il disco è stato scollegato durante il backup"));
     EXPECT_EQ(newestRecord().filesNew, 0);

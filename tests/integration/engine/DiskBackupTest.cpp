@@ -49,8 +49,8 @@ TEST_F(DiskBackup, theFirstRunMakesTheRepositoryAndTheSecondOnlyAddsChanges)
     ASSERT_TRUE(QDir(repository).removeRecursively());
     EXPECT_EQ(Cycle().run(), 0);
     const RunRecord first = newestRecord();
-    EXPECT_EQ(first.destination, DestinationID::local);
-    EXPECT_EQ(first.outcome, Outcome::ok);
+    EXPECT_EQ(first.destination, DestinationID::Local);
+    EXPECT_EQ(first.outcome, Outcome::Ok);
     EXPECT_EQ(first.message, QStringLiteral("Completato"));
     EXPECT_EQ(first.filesNew, 2);
     EXPECT_EQ(first.filesChanged, 0);
@@ -65,7 +65,7 @@ TEST_F(DiskBackup, theFirstRunMakesTheRepositoryAndTheSecondOnlyAddsChanges)
     writeFile(source + QLatin1String("/new"), "new");
     EXPECT_EQ(Cycle().run(), 0);
     const RunRecord second = newestRecord();
-    EXPECT_EQ(second.outcome, Outcome::ok);
+    EXPECT_EQ(second.outcome, Outcome::Ok);
     EXPECT_EQ(second.filesNew, 1);
     EXPECT_EQ(second.filesChanged, 1);
     EXPECT_GE(second.date, first.date);
@@ -97,7 +97,7 @@ TEST_F(DiskBackup, isThatOfTheSettingsWhateverResticIsToDoInTheSession)
     for (const auto &[name, value] : variables) {
         qunsetenv(name);
     }
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok) << qPrintable(newestRecord().message);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok) << qPrintable(newestRecord().message);
     const QByteArray list =
         restic(repository, {QStringLiteral("snapshots"), QStringLiteral("--json")});
     EXPECT_TRUE(list.contains(QByteArray("\"hostname\":\"" + Paths::hostname().toUtf8() + '"')));
@@ -116,7 +116,7 @@ TEST_F(DiskBackup, oddNamesComeBackByteForByte)
     config.sources = {source, odd};
     saveSettings();
     EXPECT_EQ(Cycle().run(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(newestRecord().filesNew, 21);
     EXPECT_EQ(difference(source, restored(source)), QByteArray());
     EXPECT_EQ(difference(odd, home() + QLatin1String("/restored") + odd), QByteArray());
@@ -136,7 +136,7 @@ TEST_F(DiskBackup, whatIsExcludedStaysOut)
                        QStringLiteral("~/source/private")};
     saveSettings();
     EXPECT_EQ(Cycle().run(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     const QString result = restored(source);
     EXPECT_EQ(QDir(result).entryList(QDir::Files, QDir::Name),
               (QStringList{QStringLiteral("letter"), QStringLiteral("list")}));
@@ -168,7 +168,7 @@ TEST_F(DiskBackup, aRepositoryInsideASourceIsNotBackedUp)
     EXPECT_EQ(Cycle().run(), 0);
     EXPECT_EQ(newestRecord().filesNew, 2);
     EXPECT_EQ(Cycle().run(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(newestRecord().filesNew, 0);
     EXPECT_EQ(newestRecord().filesChanged, 0);
     const QByteArray names = restic(inside, {QStringLiteral("ls"), QStringLiteral("latest")});
@@ -185,7 +185,7 @@ TEST_F(DiskBackup, aSourceThatIsALinkComesBackWithWhatItLeadsTo)
     config.excludes = {QStringLiteral("~/Documenti/private")};
     saveSettings();
     EXPECT_EQ(Cycle().run(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(newestRecord().filesNew, 2);
     const QString link = restored(documents);
     EXPECT_EQ(QFile::symLinkTarget(link), source);
@@ -205,7 +205,7 @@ TEST_F(DiskBackup, aRepositoryIsNeverSavedIntoItselfWhateverItsDiskAndItsSources
     saveSettings();
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(Cycle().run(), 0);
-        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     }
     EXPECT_EQ(newestRecord().filesNew, 0);
     const QByteArray names = restic(real + QLatin1String("/Vellomar.backup"),
@@ -237,7 +237,7 @@ TEST_F(DiskBackup, withAllSourcesGoneTheRunFails)
 {
     ASSERT_TRUE(QDir(source).removeRecursively());
     EXPECT_EQ(Cycle().run(), 1);
-    EXPECT_EQ(newestRecord().outcome, Outcome::failed);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Failed);
     EXPECT_EQ(newestRecord().message, QStringLiteral("Nessuna cartella da salvare"));
     EXPECT_FALSE(isThere("excludes.txt"));
     EXPECT_FALSE(isThere("status.json"));
@@ -249,7 +249,7 @@ TEST_F(DiskBackup, aDiskThatIsNotAttachedIsSkippedWithoutStartingRestic)
     installation.addScript(QStringLiteral("restic"), "#!/bin/sh\ntouch \"$HOME/started\"\n");
     ASSERT_TRUE(QDir(disk).removeRecursively());
     EXPECT_EQ(Cycle(installation.program()).run(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::skipped);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Skipped);
     EXPECT_EQ(newestRecord().message, QStringLiteral("Disco non collegato"));
     EXPECT_FALSE(QFileInfo::exists(home() + QLatin1String("/started")));
     EXPECT_FALSE(QFileInfo::exists(disk));
@@ -260,7 +260,7 @@ TEST_F(DiskBackup, aScheduledRunDoesTheSame)
     Cycle scheduled;
     scheduled.start({QStringLiteral("--backup")});
     EXPECT_EQ(scheduled.finish(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(scheduled.output(), QByteArray());
     EXPECT_EQ(scheduled.errors(), QByteArray());
 }

@@ -197,7 +197,7 @@ TEST_F(Entry, closedStandardDescriptorsDoNoHarm)
     }
     letGo();
     EXPECT_EQ(cycle.finish(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(newestRecord().filesNew, 3);
 }
 
@@ -208,7 +208,7 @@ TEST_F(Entry, withoutAHomeInTheEnvironmentTheListOfUsersTellsIt)
         EXPECT_EQ(ending.code, 0);
         EXPECT_EQ(ending.errors, "");
         EXPECT_TRUE(hadCycle());
-        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     }
     // The tools find it too.
     EXPECT_EQ(commands().count("backup"), 2);
@@ -258,7 +258,7 @@ TEST_F(Entry, fewOpenFilesAreRaisedToWhatTheSystemLets)
                   {QStringLiteral("-c"), QStringLiteral("ulimit -S -n 12; exec \"$@\""),
                    QStringLiteral("bash")});
     EXPECT_EQ(cycle.finish(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
 }
 
 TEST_F(Entry, tooFewOpenFilesAreToldAndNoLibraryMeetsThem)

@@ -52,12 +52,12 @@ TEST_F(FullDisk, theRunFailsWithResticsWordsAndTheNextOneWithRoomIsWell)
 
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 2);
-    EXPECT_EQ(history[1].outcome, Outcome::failed);
+    EXPECT_EQ(history[1].outcome, Outcome::Failed);
     EXPECT_TRUE(history[1].message.contains(QLatin1String("no space left on device")))
         << history[1].message.toStdString();
     EXPECT_EQ(history[1].filesNew, 0);
     EXPECT_EQ(history[1].dataAdded, 0);
-    EXPECT_EQ(history[0].outcome, Outcome::ok);
+    EXPECT_EQ(history[0].outcome, Outcome::Ok);
     EXPECT_EQ(history[0].filesNew, 3);
     EXPECT_FALSE(isThere("status.json"));
     // The failed run had told the window so before the next one began.

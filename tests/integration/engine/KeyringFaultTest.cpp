@@ -19,8 +19,8 @@ protected:
     static void expectOneFailure()
     {
         EXPECT_EQ(recordCount(), 1);
-        EXPECT_EQ(newestRecord().destination, DestinationID::local);
-        EXPECT_EQ(newestRecord().outcome, Outcome::failed);
+        EXPECT_EQ(newestRecord().destination, DestinationID::Local);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Failed);
         EXPECT_EQ(newestRecord().duration, 0);
         EXPECT_FALSE(isThere("status.json"));
     }

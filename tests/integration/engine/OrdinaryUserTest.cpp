@@ -82,7 +82,7 @@ TEST_F(OrdinaryUser, unreadableFilesGiveAWarningWithTheirNumber)
         setMode(source + QLatin1String(name), 0);
     }
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::warning);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Warning);
     EXPECT_EQ(newestRecord().message,
               QStringLiteral("Completato, ma 3 elementi non erano leggibili"));
     EXPECT_EQ(newestRecord().filesNew, 2);
@@ -117,7 +117,7 @@ TEST_F(OrdinaryUser, aDiskThatCannotBeWrittenFailsWithResticsWords)
 {
     setMode(disk, 0500);
     EXPECT_EQ(runCycle(), 1);
-    EXPECT_EQ(newestRecord().outcome, Outcome::failed);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Failed);
     EXPECT_TRUE(newestRecord().message.contains(QLatin1String("permission denied")))
         << newestRecord().message.toStdString();
     setMode(disk, 0700);
@@ -129,7 +129,7 @@ TEST_F(OrdinaryUser, aSourceThatVanishesDuringTheRunGivesAWarning)
     addLongFiles(60);
     EXPECT_EQ(runAndMeanwhile([this] { ASSERT_TRUE(QDir(source).removeRecursively()); }), 0);
     const RunRecord record = newestRecord();
-    EXPECT_EQ(record.outcome, Outcome::warning);
+    EXPECT_EQ(record.outcome, Outcome::Warning);
     EXPECT_TRUE(record.message.startsWith(QLatin1String("Completato, ma ")))
         << record.message.toStdString();
     EXPECT_TRUE(record.message.endsWith(QLatin1String(" elementi non erano leggibili")));
@@ -154,7 +154,7 @@ TEST_F(OrdinaryUser, aDiskThatVanishesDuringTheRunFailsIt)
                   setMode(media, 0500);
               }),
               1);
-    EXPECT_EQ(newestRecord().outcome, Outcome::failed);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Failed);
     EXPECT_NE(newestRecord().message, QString());
     EXPECT_FALSE(isThere("status.json"));
 
@@ -167,7 +167,7 @@ TEST_F(OrdinaryUser, aDiskThatVanishesDuringTheRunFailsIt)
         ASSERT_TRUE(QFile::remove(source + QLatin1String(name)));
     }
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_TRUE(isWhole(config.localFolder + QLatin1String("/Vellomar.backup")));
 }
 

@@ -16,11 +16,11 @@ TEST_F(RemoteBackup, oneCycleGoesToDiskDriveAndServer)
 
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 3);
-    EXPECT_EQ(history[2].destination, DestinationID::local);
-    EXPECT_EQ(history[1].destination, DestinationID::drive);
-    EXPECT_EQ(history[0].destination, DestinationID::server);
+    EXPECT_EQ(history[2].destination, DestinationID::Local);
+    EXPECT_EQ(history[1].destination, DestinationID::Drive);
+    EXPECT_EQ(history[0].destination, DestinationID::Server);
     for (const RunRecord &record : history) {
-        EXPECT_EQ(record.outcome, Outcome::ok);
+        EXPECT_EQ(record.outcome, Outcome::Ok);
         EXPECT_EQ(record.message, QStringLiteral("Completato"));
         EXPECT_EQ(record.filesNew, 2);
     }
@@ -55,7 +55,7 @@ TEST_F(RemoteBackup, aProgramInAPlaceWithQuotesReachesTheRemotes)
         installation.addReal(QStringLiteral("rclone"));
         EXPECT_EQ(Cycle(installation.program()).run(), 0) << name;
         EXPECT_EQ(recordCount(), ++runs) << name;
-        EXPECT_EQ(newestRecord().outcome, Outcome::ok) << qPrintable(newestRecord().message);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Ok) << qPrintable(newestRecord().message);
     }
 }
 
@@ -67,11 +67,11 @@ TEST_F(RemoteBackup, anAccountThatIsNotConnectedIsSkippedAndTheOthersRun)
     EXPECT_EQ(Cycle().run(), 0);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 3);
-    EXPECT_EQ(history[2].outcome, Outcome::ok);
+    EXPECT_EQ(history[2].outcome, Outcome::Ok);
     // There is no token.
-    EXPECT_EQ(history[1].outcome, Outcome::skipped);
+    EXPECT_EQ(history[1].outcome, Outcome::Skipped);
     EXPECT_EQ(history[1].message, QStringLiteral("Google Drive non collegato"));
-    EXPECT_EQ(history[0].outcome, Outcome::skipped);
+    EXPECT_EQ(history[0].outcome, Outcome::Skipped);
     EXPECT_EQ(history[0].message, QStringLiteral("Server non collegato"));
 }
 
@@ -84,7 +84,7 @@ TEST_F(RemoteBackup, withoutRcloneTheRemotesAreSkipped)
     EXPECT_EQ(Cycle(installation.program()).run(), 0);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 3);
-    EXPECT_EQ(history[2].outcome, Outcome::ok);
+    EXPECT_EQ(history[2].outcome, Outcome::Ok);
     EXPECT_EQ(history[1].message, QStringLiteral("Google Drive non collegato"));
     EXPECT_EQ(history[0].message, QStringLiteral("Server non collegato"));
     // What can't be encrypted stays as it was.
@@ -102,8 +102,8 @@ TEST_F(RemoteBackup, aServerThatCannotBeOpenedFailsAndTheOthersRun)
     EXPECT_EQ(Cycle().run(), 1);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 2);
-    EXPECT_EQ(history[1].outcome, Outcome::ok);
-    EXPECT_EQ(history[0].outcome, Outcome::failed);
+    EXPECT_EQ(history[1].outcome, Outcome::Ok);
+    EXPECT_EQ(history[0].outcome, Outcome::Failed);
     EXPECT_NE(history[0].message, QString());
 }
 

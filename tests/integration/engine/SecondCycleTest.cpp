@@ -83,7 +83,7 @@ TEST_F(SecondCycle, runsWellAfterOneThatWasKilled)
     letGo();
     EXPECT_EQ(runCycle(), 0);
     EXPECT_EQ(recordCount(), 1);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_FALSE(isThere("status.json"));
 }
 

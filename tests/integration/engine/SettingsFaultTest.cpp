@@ -93,7 +93,7 @@ TEST_F(SettingsFault, unknownKeysArePassedOver)
     writeSupportFile("config.json", bytes);
     EXPECT_EQ(runCycle(), 0);
     EXPECT_EQ(settings(), bytes);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_EQ(recordCount(), 2);
 }
 
@@ -104,7 +104,7 @@ TEST_F(SettingsFault, missingKeysTakeTheirDefaults)
     object.remove(QStringLiteral("excludes"));
     writeSupportFile("config.json", QJsonDocument(object).toJson());
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_TRUE(
         readFile(Paths::supportFile(QStringLiteral("excludes.txt"))).contains("node_modules\n"));
 }
@@ -121,7 +121,7 @@ TEST_F(SettingsFault, aLaterChangeDoesNotReachARunUnderWay)
     letGo();
     EXPECT_EQ(cycle.finish(), 0);
     EXPECT_EQ(recordCount(), 2);
-    EXPECT_EQ(newestRecord().destination, DestinationID::local);
+    EXPECT_EQ(newestRecord().destination, DestinationID::Local);
 }
 
 TEST_F(SettingsFault, aDamagedHistoryBeginsAnew)
@@ -130,7 +130,7 @@ TEST_F(SettingsFault, aDamagedHistoryBeginsAnew)
         writeSupportFile("history.json", bytes);
         EXPECT_EQ(runCycle(), 0);
         EXPECT_EQ(recordCount(), 1) << bytes;
-        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     }
 }
 

@@ -49,7 +49,7 @@ protected:
     static void expectStopped()
     {
         EXPECT_EQ(recordCount(), 1);
-        EXPECT_EQ(newestRecord().outcome, Outcome::cancelled);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Cancelled);
         EXPECT_EQ(newestRecord().message, QStringLiteral("Interrotto"));
         expectCleanedUp();
     }
@@ -193,7 +193,7 @@ TEST_F(StopFromATerminal, theHangUpIsNoneUnderNohup)
     sendToGroup(SIGHUP);
     letGo();
     EXPECT_EQ(cycle.finish(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     expectCleanedUp();
 }
 
@@ -236,10 +236,10 @@ TEST_F(Stop, betweenTwoDestinationsEndsTheCycleAtTheNextBackup)
     EXPECT_EQ(cycle.finish(), 0);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 2);
-    EXPECT_EQ(history[1].destination, DestinationID::local);
-    EXPECT_EQ(history[1].outcome, Outcome::ok);
-    EXPECT_EQ(history[0].destination, DestinationID::drive);
-    EXPECT_EQ(history[0].outcome, Outcome::cancelled);
+    EXPECT_EQ(history[1].destination, DestinationID::Local);
+    EXPECT_EQ(history[1].outcome, Outcome::Ok);
+    EXPECT_EQ(history[0].destination, DestinationID::Drive);
+    EXPECT_EQ(history[0].outcome, Outcome::Cancelled);
     EXPECT_FALSE(signalsNoted().contains("rclone"));
     expectCleanedUp();
 }
@@ -256,7 +256,7 @@ TEST_F(Stop, aBackupThatFailedBeforeStillCounts)
     cycle.send(SIGTERM);
     EXPECT_EQ(cycle.finish(), 1);
     EXPECT_EQ(recordCount(), 2);
-    EXPECT_EQ(newestRecord().outcome, Outcome::cancelled);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Cancelled);
     expectCleanedUp();
 }
 
@@ -271,7 +271,7 @@ TEST_F(Stop, aSessionBusThatGoesAwayIsNoStop)
     EXPECT_TRUE(eventually([bus] { return hasEnded(bus); }));
     letGo();
     EXPECT_EQ(cycle.finish(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
 }
 
 TEST_F(Stop, theRealResticLeavesNoLockAndTheNextRunIsWell)
@@ -291,7 +291,7 @@ TEST_F(Stop, theRealResticLeavesNoLockAndTheNextRunIsWell)
 
     ASSERT_TRUE(file.remove());
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
     EXPECT_TRUE(isWhole(repository));
 }
 

@@ -16,7 +16,7 @@ protected:
     void expectFailed(const QString &message)
     {
         EXPECT_EQ(runCycle(), 1);
-        EXPECT_EQ(newestRecord().outcome, Outcome::failed);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Failed);
         EXPECT_EQ(newestRecord().message, message);
         EXPECT_FALSE(isThere("status.json"));
     }
@@ -111,7 +111,7 @@ TEST_F(ToolFault, aResticThatSaysNothingIsTakenAtItsExitCode)
     EXPECT_EQ(newestRecord().filesNew, 0);
     script("exit 3");
     EXPECT_EQ(runCycle(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::warning);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Warning);
     EXPECT_EQ(newestRecord().message,
               QStringLiteral("Completato, ma 1 elementi non erano leggibili"));
 }

@@ -70,12 +70,12 @@ protected:
     bool isRead()
     {
         return eventuallyInLoop([this] {
-            const RepoInfo info = model->repos().value(DestinationID::local);
-            return model->repos().contains(DestinationID::local) && !info.loading;
+            const RepoInfo info = model->repos().value(DestinationID::Local);
+            return model->repos().contains(DestinationID::Local) && !info.loading;
         });
     }
 
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
 
     /// Makes a backup take a while.
     void addMuch() const
@@ -113,12 +113,12 @@ TEST_F(ModelBackup, isStartedFollowedToItsEndAndListed)
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
     EXPECT_FALSE(phases.isEmpty());
     ASSERT_EQ(model->history().size(), 1);
-    EXPECT_EQ(model->history().first().outcome, Outcome::ok)
+    EXPECT_EQ(model->history().first().outcome, Outcome::Ok)
         << model->history().first().message.toStdString();
     ASSERT_TRUE(eventuallyInLoop([this] { return local().snapshots.size() == 1; }));
     EXPECT_GT(local().size.value_or(0), 100'000'000);
-    EXPECT_EQ(model->stateText(DestinationID::local), QStringLiteral("Backup adesso"));
-    EXPECT_EQ(model->stateTone(DestinationID::local), AppModel::Tone::Well);
+    EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Backup adesso"));
+    EXPECT_EQ(model->stateTone(DestinationID::Local), AppModel::Tone::Well);
     // Nobody has to wait for the child: it was never ours.
     for (const pid_t child : childrenOf(::getpid())) {
         EXPECT_FALSE(hasEnded(child)) << child;
@@ -134,9 +134,9 @@ TEST_F(ModelBackup, stopsWhenAsked)
     model->cancelBackup();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
-    EXPECT_EQ(model->history().first().outcome, Outcome::cancelled);
+    EXPECT_EQ(model->history().first().outcome, Outcome::Cancelled);
     EXPECT_TRUE(eventuallyInLoop([pid] { return hasEnded(pid); }));
-    EXPECT_EQ(model->stateTone(DestinationID::local), AppModel::Tone::Well);
+    EXPECT_EQ(model->stateTone(DestinationID::Local), AppModel::Tone::Well);
 }
 
 TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)
@@ -163,7 +163,7 @@ TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)
     // The next one runs well.
     model->startBackup();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
-    EXPECT_EQ(model->history().first().outcome, Outcome::ok);
+    EXPECT_EQ(model->history().first().outcome, Outcome::Ok);
 }
 
 TEST_F(ModelBackup, aRunThatFindsAnotherAtWorkIsGivenUp)
@@ -193,7 +193,7 @@ TEST_F(ModelBackup, theModelMayGoAndTheRunGoesOn)
     EXPECT_TRUE(model->isBusy());
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
-    EXPECT_EQ(model->history().first().outcome, Outcome::ok);
+    EXPECT_EQ(model->history().first().outcome, Outcome::Ok);
 }
 
 } // namespace

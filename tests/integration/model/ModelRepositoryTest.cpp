@@ -34,7 +34,7 @@ protected:
 
     void settle() { ::settle(model.get()); }
 
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
 
     std::optional<QString> replacedBy(const QString &other)
     {
@@ -80,7 +80,7 @@ TEST_F(ModelRepository, anotherKeyIsRefusedAndNothingChanges)
     EXPECT_EQ(replacedBy(QStringLiteral("another key")),
               QStringLiteral("Questa chiave non apre il backup su %1. La chiave in uso non è stata "
                              "cambiata.")
-                  .arg(title(DestinationID::local)));
+                  .arg(title(DestinationID::Local)));
     EXPECT_EQ(model->password(), key);
     EXPECT_EQ(stored(Keychain::repositoryKey), key);
     EXPECT_EQ(stored(Keychain::previousRepositoryKey), QString());
@@ -159,7 +159,7 @@ TEST_F(ModelRepository, aDiskThatIsPulledOutIsTold)
     start();
     settle();
     ASSERT_TRUE(QDir().rename(disk, disk + QLatin1String(".away")));
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     settle();
     EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
     // A key can't be tried there.

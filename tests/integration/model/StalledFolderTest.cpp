@@ -38,7 +38,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
 
     std::unique_ptr<StalledDisk> disk;
 };
@@ -49,7 +49,7 @@ TEST_F(StalledFolder, doesNotHoldUpTheStart)
     useAllDestinations();
     start();
     EXPECT_TRUE(
-        eventuallyInLoop([this] { return !model->repos().value(DestinationID::server).loading; }));
+        eventuallyInLoop([this] { return !model->repos().value(DestinationID::Server).loading; }));
     EXPECT_TRUE(local().loading);
     EXPECT_FALSE(model->isLocalOnSystemDisk());
     model->startBackup();
@@ -67,7 +67,7 @@ TEST_F(StalledFolder, leavesOnShowWhatWasReadLast)
     ASSERT_EQ(local().snapshots.size(), 1);
     ASSERT_TRUE(model->isLocalOnSystemDisk());
     stall(config.localFolder);
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     passMinute();
     writeHistory({record(0)}); // the end of a run
     tick();
@@ -90,7 +90,7 @@ TEST_F(StalledFolder, isAskedForOnceHoweverLongItTakes)
     ASSERT_TRUE(eventuallyInLoop([] { return Background::threads().activeThreadCount() == 2; }));
     for (int i = 0; i < 5; ++i) {
         passMinute();
-        model->refresh(DestinationID::local);
+        model->refresh(DestinationID::Local);
     }
     EXPECT_EQ(Background::threads().activeThreadCount(), 2);
 }
@@ -100,7 +100,7 @@ TEST_F(StalledFolder, givesWayToAnotherOne)
     stall(config.localFolder);
     start();
     change([](AppConfig &settings) { settings.localFolder = folder("elsewhere"); });
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     EXPECT_TRUE(eventuallyInLoop([this] { return !local().loading; }));
     EXPECT_EQ(local().error, std::nullopt);
     EXPECT_TRUE(eventuallyInLoop([this] { return model->isLocalOnSystemDisk(); }));

@@ -76,8 +76,8 @@ TEST_F(ScheduledBackup, comesByItselfWithNoWindowEverStarted)
     jobOf(manager).establish(planOf(5));
     ASSERT_TRUE(eventually([] { return !StatusStore::loadHistory().isEmpty(); }));
     const RunRecord record = StatusStore::loadHistory().first();
-    EXPECT_EQ(record.destination, DestinationID::local);
-    EXPECT_EQ(record.outcome, Outcome::skipped) << record.message.toStdString();
+    EXPECT_EQ(record.destination, DestinationID::Local);
+    EXPECT_EQ(record.outcome, Outcome::Skipped) << record.message.toStdString();
     EXPECT_GE(established.secsTo(record.date), 4);
     // Each run leaves a line beside the record.
     const QString log = Paths::supportFile(QStringLiteral("backup.log"));
@@ -103,7 +103,7 @@ TEST_F(ScheduledBackup, endsCleanlyWhenTheSystemStopsIt)
     EXPECT_EQ(contentOf(signalled).toStdString(), "started\nINT\n");
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 1);
-    EXPECT_EQ(history.first().outcome, Outcome::cancelled);
+    EXPECT_EQ(history.first().outcome, Outcome::Cancelled);
     EXPECT_FALSE(StatusStore::loadStatus());
     EXPECT_EQ(manager.property(service, QStringLiteral("Result")), QStringLiteral("success"));
 }

@@ -33,7 +33,7 @@ int main(int argc, char *argv[])
     };
     AppConfig config;
     for (const ServerKind kind :
-         {ServerKind::sftp, ServerKind::smb, ServerKind::webdav, ServerKind::s3}) {
+         {ServerKind::Sftp, ServerKind::Smb, ServerKind::Webdav, ServerKind::S3}) {
         if (rawValue(kind) == text("kind")) {
             config.serverKind = kind;
         }

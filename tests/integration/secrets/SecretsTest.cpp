@@ -26,7 +26,7 @@ void expectGoodCycle()
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_GE(history.size(), 2);
     for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(history.at(i).outcome, Outcome::ok) << qPrintable(history.at(i).message);
+        EXPECT_EQ(history.at(i).outcome, Outcome::Ok) << qPrintable(history.at(i).message);
     }
 }
 

@@ -77,7 +77,7 @@ TEST_F(ConfigurationFault, anOlderPlainFileKeepsItsOtherRemoteWhenTheServerIsCon
     ASSERT_TRUE(server.start()) << qPrintable(server.output());
     writePlainConfig();
     AppConfig settings;
-    settings.serverKind = ServerKind::webdav;
+    settings.serverKind = ServerKind::Webdav;
     settings.serverHost = server.url();
     settings.serverUser = WebdavFolder::user();
     EXPECT_EQ(Rclone::connectServer(settings, WebdavFolder::password()), std::nullopt);
@@ -104,7 +104,7 @@ TEST_F(ConfigurationFault, anEnvelopeWithAnotherKeyLosesNothing)
     AppConfig settings;
     settings.serverHost = server.url();
     settings.serverUser = WebdavFolder::user();
-    for (const ServerKind kind : {ServerKind::webdav, ServerKind::s3, ServerKind::smb}) {
+    for (const ServerKind kind : {ServerKind::Webdav, ServerKind::S3, ServerKind::Smb}) {
         settings.serverKind = kind;
         EXPECT_EQ(Rclone::connectServer(settings, WebdavFolder::password()),
                   QStringLiteral("Configurazione non riuscita"));

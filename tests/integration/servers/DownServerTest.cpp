@@ -20,7 +20,7 @@ protected:
         config.localEnabled = true;
         config.driveEnabled = true;
         config.driveFolder = QStringLiteral("Vellomar/a mac");
-        config.serverKind = ServerKind::webdav;
+        config.serverKind = ServerKind::Webdav;
         config.serverUser = WebdavServer::user();
         makeRepository(repository);
         makeRepository(drive + QLatin1String("/Vellomar/a mac"));
@@ -42,7 +42,7 @@ protected:
     static void expectFine(const RunRecord &record, DestinationID destination)
     {
         EXPECT_EQ(record.destination, destination);
-        EXPECT_EQ(record.outcome, Outcome::ok);
+        EXPECT_EQ(record.outcome, Outcome::Ok);
         EXPECT_EQ(record.message, QStringLiteral("Completato"));
     }
 
@@ -56,9 +56,9 @@ TEST_F(DownServer, oneCycleReachesAllThree)
     EXPECT_EQ(Cycle().run(), 0);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 3);
-    expectFine(history[2], DestinationID::local);
-    expectFine(history[1], DestinationID::drive);
-    expectFine(history[0], DestinationID::server);
+    expectFine(history[2], DestinationID::Local);
+    expectFine(history[1], DestinationID::Drive);
+    expectFine(history[0], DestinationID::Server);
     EXPECT_EQ(snapshotCount(repository), 1);
     EXPECT_EQ(snapshotCount(drive + QLatin1String("/Vellomar/a mac")), 1);
     EXPECT_EQ(snapshotCount(server.folder() + QLatin1String("/backups/a mac")), 1);
@@ -72,10 +72,10 @@ TEST_F(DownServer, doesNotStopTheOthersAndIsBackedUpToOnceItIsBack)
     EXPECT_EQ(Cycle().run(), 1);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 3);
-    expectFine(history[2], DestinationID::local);
-    expectFine(history[1], DestinationID::drive);
-    EXPECT_EQ(history[0].destination, DestinationID::server);
-    EXPECT_EQ(history[0].outcome, Outcome::failed);
+    expectFine(history[2], DestinationID::Local);
+    expectFine(history[1], DestinationID::Drive);
+    EXPECT_EQ(history[0].destination, DestinationID::Server);
+    EXPECT_EQ(history[0].outcome, Outcome::Failed);
     EXPECT_THAT(history[0].message.toStdString(),
                 HasSubstr("unable to open repository at rclone:vellomar-server:backups/a mac"));
     EXPECT_EQ(snapshotCount(repository), 1);
@@ -83,7 +83,7 @@ TEST_F(DownServer, doesNotStopTheOthersAndIsBackedUpToOnceItIsBack)
 
     ASSERT_TRUE(server.start()) << qPrintable(server.output());
     EXPECT_EQ(Cycle().run(), 0);
-    expectFine(newestRecord(), DestinationID::server);
+    expectFine(newestRecord(), DestinationID::Server);
     EXPECT_EQ(snapshotCount(server.folder() + QLatin1String("/backups/a mac")), 1);
     EXPECT_EQ(snapshotCount(repository), 2);
 }

@@ -51,7 +51,7 @@ protected:
     [[nodiscard]] Restic driver() const
     {
         Restic restic;
-        restic.dest = DestinationID::drive;
+        restic.dest = DestinationID::Drive;
         restic.config = config;
         const auto key = Keychain::read(Keychain::repositoryKey);
         EXPECT_TRUE(key.has_value() && key->has_value());
@@ -88,7 +88,7 @@ TEST_F(DriveBackup, followsASignInAndLeavesNothingAfterTheEndOfTheConnection)
 {
     ASSERT_NO_FATAL_FAILURE(signIn());
     EXPECT_EQ(Cycle().run(), 0);
-    EXPECT_EQ(newestRecord().destination, DestinationID::drive);
+    EXPECT_EQ(newestRecord().destination, DestinationID::Drive);
     EXPECT_EQ(newestRecord().message, QStringLiteral("Completato"));
     EXPECT_EQ(snapshotCount(drive + QLatin1String("/Vellomar/a mac")), 1);
     expectRestore();
@@ -110,7 +110,7 @@ TEST_F(DriveBackup, followsASignInAndLeavesNothingAfterTheEndOfTheConnection)
                              QDir::AllEntries | QDir::System | QDir::Hidden),
               QStringList({QStringLiteral("rclone.conf")}));
     EXPECT_EQ(Cycle().run(), 0);
-    EXPECT_EQ(newestRecord().outcome, Outcome::skipped);
+    EXPECT_EQ(newestRecord().outcome, Outcome::Skipped);
     EXPECT_EQ(newestRecord().message, QStringLiteral("Google Drive non collegato"));
 }
 
@@ -189,12 +189,12 @@ protected:
         EXPECT_EQ(Cycle().run(), exitCode);
         const QList<RunRecord> history = StatusStore::loadHistory();
         ASSERT_EQ(history.size(), 3);
-        EXPECT_EQ(history[2].destination, DestinationID::local);
-        EXPECT_EQ(history[1].destination, DestinationID::drive);
-        EXPECT_EQ(history[0].destination, DestinationID::server);
+        EXPECT_EQ(history[2].destination, DestinationID::Local);
+        EXPECT_EQ(history[1].destination, DestinationID::Drive);
+        EXPECT_EQ(history[0].destination, DestinationID::Server);
         for (const RunRecord &record : history) {
             const bool isDown = record.destination == down;
-            EXPECT_EQ(record.outcome, isDown ? outcome : Outcome::ok) << qPrintable(record.message);
+            EXPECT_EQ(record.outcome, isDown ? outcome : Outcome::Ok) << qPrintable(record.message);
             EXPECT_EQ(record.message == QLatin1String("Completato"), !isDown);
             EXPECT_FALSE(record.message.isEmpty());
         }
@@ -208,7 +208,7 @@ protected:
 TEST_F(OneDown, theDiskIsSkippedAndTheOthersRun)
 {
     ASSERT_TRUE(QDir(disk).removeRecursively());
-    expectCycle(DestinationID::local, Outcome::skipped, 0);
+    expectCycle(DestinationID::Local, Outcome::Skipped, 0);
     EXPECT_EQ(snapshotCount(drive), 1);
     EXPECT_EQ(snapshotCount(server), 1);
 }
@@ -216,7 +216,7 @@ TEST_F(OneDown, theDiskIsSkippedAndTheOthersRun)
 TEST_F(OneDown, driveFailsAndTheOthersRun)
 {
     takeDown("vellomar");
-    expectCycle(DestinationID::drive, Outcome::failed, 1);
+    expectCycle(DestinationID::Drive, Outcome::Failed, 1);
     EXPECT_EQ(snapshotCount(repository), 1);
     EXPECT_EQ(snapshotCount(server), 1);
 }
@@ -224,7 +224,7 @@ TEST_F(OneDown, driveFailsAndTheOthersRun)
 TEST_F(OneDown, theServerFailsAndTheOthersRun)
 {
     takeDown("vellomar-server");
-    expectCycle(DestinationID::server, Outcome::failed, 1);
+    expectCycle(DestinationID::Server, Outcome::Failed, 1);
     EXPECT_EQ(snapshotCount(repository), 1);
     EXPECT_EQ(snapshotCount(drive), 1);
 }

@@ -47,7 +47,7 @@ protected:
     MisbehavingServer()
     {
         config.localEnabled = true;
-        config.serverKind = ServerKind::webdav;
+        config.serverKind = ServerKind::Webdav;
         config.serverUser = WebdavFolder::user();
         config.serverPath = QStringLiteral("mac");
     }
@@ -57,16 +57,16 @@ protected:
     {
         const QList<RunRecord> history = StatusStore::loadHistory();
         EXPECT_GE(history.size(), 2);
-        EXPECT_EQ(history.value(1).destination, DestinationID::local);
-        EXPECT_EQ(history.value(1).outcome, Outcome::ok);
-        EXPECT_EQ(history.value(0).destination, DestinationID::server);
+        EXPECT_EQ(history.value(1).destination, DestinationID::Local);
+        EXPECT_EQ(history.value(1).outcome, Outcome::Ok);
+        EXPECT_EQ(history.value(0).destination, DestinationID::Server);
         return history.value(0);
     }
     static void expectGoodCycle()
     {
         EXPECT_EQ(Cycle().run(), 0);
         const RunRecord record = expectGoodDiskThenServer();
-        EXPECT_EQ(record.outcome, Outcome::ok) << qPrintable(record.message);
+        EXPECT_EQ(record.outcome, Outcome::Ok) << qPrintable(record.message);
     }
 
     QString served = folder(QStringLiteral("served"));
@@ -91,7 +91,7 @@ protected:
 
 TEST_F(MuteServer, isUnreachableBySSHOnceTheScanHasWaited)
 {
-    config.serverKind = ServerKind::sftp;
+    config.serverKind = ServerKind::Sftp;
     config.serverHost = QStringLiteral("127.0.0.1");
     config.serverPort = mute.portText();
     EXPECT_LT(lengthOf([this] { EXPECT_EQ(connect(QStringLiteral("secret")), unreachable); }), 60s);
@@ -107,7 +107,7 @@ TEST_F(MuteServer, isUnreachableByWebDAVOnceRcloneHasWaited)
 
 TEST_F(MuteServer, isUnreachableBySMBOnceRcloneHasWaited)
 {
-    config.serverKind = ServerKind::smb;
+    config.serverKind = ServerKind::Smb;
     config.serverHost = QStringLiteral("127.0.0.1");
     config.serverPort = mute.portText();
     EXPECT_LT(lengthOf([this] { EXPECT_EQ(connect(QStringLiteral("secret")), unreachable); }), 90s);
@@ -156,15 +156,15 @@ TEST_F(MuteServer, isToldInTheHistoryAndTheOthersRunBeforeItAndAfterIt)
     EXPECT_EQ(Cycle().run(), 1);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 3);
-    EXPECT_EQ(history[2].destination, DestinationID::local);
-    EXPECT_EQ(history[2].outcome, Outcome::ok);
-    EXPECT_EQ(history[1].destination, DestinationID::drive);
-    EXPECT_EQ(history[1].outcome, Outcome::failed);
+    EXPECT_EQ(history[2].destination, DestinationID::Local);
+    EXPECT_EQ(history[2].outcome, Outcome::Ok);
+    EXPECT_EQ(history[1].destination, DestinationID::Drive);
+    EXPECT_EQ(history[1].outcome, Outcome::Failed);
     EXPECT_TRUE(history[1].message.contains(QLatin1String("unable to open repository")) &&
                 history[1].message.contains(QLatin1String("deadline exceeded")))
         << qPrintable(history[1].message);
-    EXPECT_EQ(history[0].destination, DestinationID::server);
-    EXPECT_EQ(history[0].outcome, Outcome::ok) << qPrintable(history[0].message);
+    EXPECT_EQ(history[0].destination, DestinationID::Server);
+    EXPECT_EQ(history[0].outcome, Outcome::Ok) << qPrintable(history[0].message);
 }
 
 // --- One that is cut off in the midst of a backup ---
@@ -213,7 +213,7 @@ TEST_F(CutServer, isBackedUpToWhenItComesBackInTheSameRun)
     ASSERT_TRUE(passOn(aLot));
     EXPECT_EQ(cycle.finish(), 0);
     const RunRecord record = expectGoodDiskThenServer();
-    EXPECT_EQ(record.outcome, Outcome::ok) << qPrintable(record.message);
+    EXPECT_EQ(record.outcome, Outcome::Ok) << qPrintable(record.message);
     EXPECT_EQ(record.filesNew, 1);
     expectSoundRepository();
 }
@@ -228,7 +228,7 @@ TEST_F(CutServer, isGivenUpWhenThePersonStopsTheRunAndIsSoundAfterwards)
     cycle.send(SIGTERM);
     EXPECT_GE(cycle.finish(), 0);
     const RunRecord record = expectGoodDiskThenServer();
-    EXPECT_EQ(record.outcome, Outcome::cancelled);
+    EXPECT_EQ(record.outcome, Outcome::Cancelled);
     EXPECT_EQ(record.message, QStringLiteral("Interrotto"));
     EXPECT_FALSE(isThere("status.json"));
     EXPECT_EQ(snapshotCount(serverRepository), 1);
@@ -274,7 +274,7 @@ TEST_F(FullServer, isBackedUpToWhenRoomIsMadeInTheSameRun)
     room.makeRoom();
     EXPECT_EQ(cycle.finish(), 0);
     const RunRecord record = expectGoodDiskThenServer();
-    EXPECT_EQ(record.outcome, Outcome::ok) << qPrintable(record.message);
+    EXPECT_EQ(record.outcome, Outcome::Ok) << qPrintable(record.message);
     EXPECT_EQ(snapshotCount(serverRepository), 2);
     EXPECT_TRUE(isWhole(serverRepository));
 }

@@ -11,7 +11,7 @@ class S3 : public ServerStory
 protected:
     S3()
     {
-        config.serverKind = ServerKind::s3;
+        config.serverKind = ServerKind::S3;
         config.serverHost = server.endpoint();
         config.serverUser = S3Server::accessKey();
     }

@@ -84,7 +84,7 @@ protected:
             server.addUser(QString::number(i), secrets.at(i));
         }
         ASSERT_TRUE(server.start()) << qPrintable(server.output());
-        config.serverKind = ServerKind::s3;
+        config.serverKind = ServerKind::S3;
         config.serverHost = server.endpoint();
     }
     /// Expects that the section has the secret, in the form that rclone can undo.
@@ -98,7 +98,7 @@ protected:
     void useAbsentServer(ServerKind kind)
     {
         const QString port = QString::number(Daemon::freePort());
-        const bool hasPort = kind == ServerKind::sftp || kind == ServerKind::smb;
+        const bool hasPort = kind == ServerKind::Sftp || kind == ServerKind::Smb;
         config.serverKind = kind;
         config.serverHost = hasPort ? QStringLiteral("127.0.0.1")
                                     : QString(QLatin1String("http://127.0.0.1:") + port);
@@ -124,19 +124,19 @@ protected:
 
 TEST_F(ServerSecrets, everySecretOpensAWebdavServer)
 {
-    expectLogins(ServerKind::webdav, plainSecrets() + changingSecrets() + blankSecrets());
+    expectLogins(ServerKind::Webdav, plainSecrets() + changingSecrets() + blankSecrets());
 }
 
 TEST_F(ServerSecrets, everySecretOpensAnSftpServer)
 {
-    expectLogins(ServerKind::sftp, plainSecrets() + changingSecrets() + blankSecrets());
+    expectLogins(ServerKind::Sftp, plainSecrets() + changingSecrets() + blankSecrets());
 }
 
 TEST_F(ServerSecrets, theWrongOneOfTwoThatLookAlikeIsRefused)
 {
     ServedFolder server(QStringLiteral("webdav"), QStringLiteral("blank behind"));
     ASSERT_TRUE(server.start()) << qPrintable(server.output());
-    config.serverKind = ServerKind::webdav;
+    config.serverKind = ServerKind::Webdav;
     config.serverHost = server.host();
     config.serverUser = ServedFolder::user();
     EXPECT_EQ(connect(QStringLiteral("blank behind ")),
@@ -148,7 +148,7 @@ TEST_F(ServerSecrets, oneOfEveryCharacterOpensAnSmbServer)
 {
     SmbServer server(QStringLiteral(" \"a\" 'b' `c` %(type)s 100% =;#\\ citt\u00e0 \u65e5\u672c "));
     ASSERT_TRUE(server.start()) << qPrintable(server.output());
-    config.serverKind = ServerKind::smb;
+    config.serverKind = ServerKind::Smb;
     config.serverHost = QStringLiteral("127.0.0.1");
     config.serverPort = server.portText();
     config.serverUser = server.user();
@@ -186,7 +186,7 @@ TEST_F(ServerSecrets, blanksAroundOneAreRefusedByAnS3Server)
 
 TEST_F(ServerSecrets, whatTheFileWouldChangeIsNotStoredForAnS3Server)
 {
-    useAbsentServer(ServerKind::s3);
+    useAbsentServer(ServerKind::S3);
     for (const QString &secret : changingSecrets()) {
         expectNotConfigured(secret);
     }
@@ -194,7 +194,7 @@ TEST_F(ServerSecrets, whatTheFileWouldChangeIsNotStoredForAnS3Server)
 
 TEST_F(ServerSecrets, aLineBreakOfAnyKindIsNotStoredForAnS3Server)
 {
-    useAbsentServer(ServerKind::s3);
+    useAbsentServer(ServerKind::S3);
     for (const QString &secret :
          withLineBreaks(lineFeeds() + otherBreaks() + QStringList{QStringLiteral("\r")})) {
         expectNotConfigured(secret);
@@ -205,7 +205,7 @@ TEST_F(ServerSecrets, aLineBreakOfAnyKindIsNotStoredForAnS3Server)
 // first line for all of it.
 TEST_F(ServerSecrets, aLineFeedIsNotStoredForAnyServer)
 {
-    for (const ServerKind kind : {ServerKind::webdav, ServerKind::sftp, ServerKind::smb}) {
+    for (const ServerKind kind : {ServerKind::Webdav, ServerKind::Sftp, ServerKind::Smb}) {
         SCOPED_TRACE(rawValue(kind).toStdString());
         useAbsentServer(kind);
         for (const QString &secret : withLineBreaks(lineFeeds())) {
@@ -217,7 +217,7 @@ TEST_F(ServerSecrets, aLineFeedIsNotStoredForAnyServer)
 
 TEST_F(ServerSecrets, everyOtherLineBreakOpensAWebdavServer)
 {
-    expectLogins(ServerKind::webdav,
+    expectLogins(ServerKind::Webdav,
                  withLineBreaks(otherBreaks()) +
                      QStringList{QStringLiteral("in\rside"), QStringLiteral("\rin front")});
 }

@@ -18,7 +18,7 @@ protected:
     SftpHostKey()
     {
         EXPECT_TRUE(server.start()) << qPrintable(server.output());
-        config.serverKind = ServerKind::sftp;
+        config.serverKind = ServerKind::Sftp;
         config.serverHost = QStringLiteral("127.0.0.1");
         config.serverPort = server.portText();
         config.serverUser = SftpServer::user();
@@ -119,10 +119,10 @@ TEST_F(SftpHostKey, aCycleRefusesAnotherKeyAndTheOtherDestinationsRun)
     EXPECT_EQ(Cycle().run(), 1);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 2);
-    EXPECT_EQ(history[1].destination, DestinationID::local);
-    EXPECT_EQ(history[1].outcome, Outcome::ok);
-    EXPECT_EQ(history[0].destination, DestinationID::server);
-    EXPECT_EQ(history[0].outcome, Outcome::failed);
+    EXPECT_EQ(history[1].destination, DestinationID::Local);
+    EXPECT_EQ(history[1].outcome, Outcome::Ok);
+    EXPECT_EQ(history[0].destination, DestinationID::Server);
+    EXPECT_EQ(history[0].outcome, Outcome::Failed);
     EXPECT_EQ(history[0].message, QStringLiteral("Il server si presenta con una chiave diversa da "
                                                  "quella registrata: collegamento rifiutato"));
     EXPECT_EQ(contents(server.data()).size(), 0);

@@ -77,7 +77,7 @@ protected:
     SftpServerTest()
     {
         EXPECT_TRUE(server.start()) << qPrintable(server.output());
-        config.serverKind = ServerKind::sftp;
+        config.serverKind = ServerKind::Sftp;
         config.serverHost = QStringLiteral("127.0.0.1");
         config.serverPort = server.portText();
         config.serverUser = SftpServer::user();

@@ -61,7 +61,7 @@ class Smb : public ServerStory
 protected:
     Smb()
     {
-        config.serverKind = ServerKind::smb;
+        config.serverKind = ServerKind::Smb;
         config.serverHost = QStringLiteral("127.0.0.1");
         config.serverPath = SmbServer::share() + QLatin1String("/a mac");
     }
@@ -183,10 +183,10 @@ TEST_F(Smb, aShareThatIsNotThereFailsInTheCycleAndTheDiskIsDone)
     EXPECT_EQ(Cycle().run(), 1);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 2);
-    EXPECT_EQ(history[1].destination, DestinationID::local);
-    EXPECT_EQ(history[1].outcome, Outcome::ok);
-    EXPECT_EQ(history[0].destination, DestinationID::server);
-    EXPECT_EQ(history[0].outcome, Outcome::failed);
+    EXPECT_EQ(history[1].destination, DestinationID::Local);
+    EXPECT_EQ(history[1].outcome, Outcome::Ok);
+    EXPECT_EQ(history[0].destination, DestinationID::Server);
+    EXPECT_EQ(history[0].outcome, Outcome::Failed);
     EXPECT_THAT(
         history[0].message.toStdString(),
         HasSubstr("unable to open repository at rclone:vellomar-server:no such share/a mac"));

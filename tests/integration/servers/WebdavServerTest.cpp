@@ -14,7 +14,7 @@ class Webdav : public ServerStory
 protected:
     Webdav()
     {
-        config.serverKind = ServerKind::webdav;
+        config.serverKind = ServerKind::Webdav;
         config.serverUser = WebdavServer::user();
     }
 

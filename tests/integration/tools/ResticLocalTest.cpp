@@ -32,7 +32,7 @@ TEST_F(ResticLocalTest, aFreshDiskGetsARepositoryThatTheNextTimeIsKept)
     EXPECT_EQ(restic.list(QStringLiteral("latest"), QStringLiteral("/")).error().message,
               QStringLiteral("Nessun backup presente in questa destinazione"));
     ASSERT_TRUE(restic.prepare().has_value());
-    QFile config(restic.config.repository(DestinationID::local) + QLatin1String("/config"));
+    QFile config(restic.config.repository(DestinationID::Local) + QLatin1String("/config"));
     ASSERT_TRUE(config.open(QIODevice::ReadOnly));
     const QByteArray before = config.readAll();
     ASSERT_TRUE(restic.prepare().has_value());
@@ -76,7 +76,7 @@ protected:
         EXPECT_EQ(files(), before);
     }
 
-    const QString repository = restic.config.repository(DestinationID::local);
+    const QString repository = restic.config.repository(DestinationID::Local);
 };
 
 TEST_F(CutMaking, withKeysAloneIsMadeGood)

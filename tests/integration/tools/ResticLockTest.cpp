@@ -22,13 +22,13 @@ protected:
         restic.config.localFolder = QDir::homePath();
         restic.password = QStringLiteral("key");
         EXPECT_TRUE(
-            CheapRepository::make(restic.config.repository(DestinationID::local), restic.password));
+            CheapRepository::make(restic.config.repository(DestinationID::Local), restic.password));
     }
     /// Whether another restic has its lock on the repository, whole.
     [[nodiscard]] bool isLocked() const
     {
         const QStringList locks =
-            QDir(restic.config.repository(DestinationID::local) + QLatin1String("/locks"))
+            QDir(restic.config.repository(DestinationID::Local) + QLatin1String("/locks"))
                 .entryList(QDir::Files);
         return std::any_of(locks.cbegin(), locks.cend(),
                            [](const QString &name) { return name.size() == 64; });

@@ -58,7 +58,7 @@ TEST_F(ResticOverRcloneTest, theToolsReallyStandInAPlaceWithBlanks)
 
 TEST_F(ResticOverRcloneTest, aServerServesAsADiskDoes)
 {
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     EXPECT_FALSE(restic.isAvailable());
     ASSERT_TRUE(storeRemote(Rclone::serverRemote));
     EXPECT_TRUE(restic.isAvailable());
@@ -85,7 +85,7 @@ TEST_F(ResticOverRcloneTest, aServerServesAsADiskDoes)
 
 TEST_F(ResticOverRcloneTest, aMakingThatWasCutShortIsMadeGoodWhereNothingButKeysIsThere)
 {
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     ASSERT_TRUE(storeRemote(Rclone::serverRemote));
     const QString repository = remoteFolder() + QLatin1String("/backups/of this machine/");
     ASSERT_TRUE(restic.prepare().has_value());
@@ -107,7 +107,7 @@ TEST_F(ResticOverRcloneTest, aMakingThatWasCutShortIsMadeGoodWhereNothingButKeys
 
 TEST_F(ResticOverRcloneTest, driveGetsARepositoryOnceAndTellsAWrongKey)
 {
-    restic.dest = DestinationID::drive;
+    restic.dest = DestinationID::Drive;
     ASSERT_TRUE(storeRemote(Rclone::driveRemote));
     EXPECT_TRUE(restic.isAvailable());
     ASSERT_TRUE(restic.prepare().has_value());
@@ -119,7 +119,7 @@ TEST_F(ResticOverRcloneTest, driveGetsARepositoryOnceAndTellsAWrongKey)
 
 TEST_F(ResticOverRcloneTest, aRemoteThatIsNotThereIsAFailureThatIsTold)
 {
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     const auto prepared = restic.prepare();
     ASSERT_FALSE(prepared.has_value());
     EXPECT_FALSE(prepared.error().message.isEmpty());

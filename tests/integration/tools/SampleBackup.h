@@ -74,7 +74,7 @@ public:
     /// Makes the repository and the backup and gives the snapshot.
     static Snap backUp(const Restic &restic)
     {
-        if (restic.dest == DestinationID::local) {
+        if (restic.dest == DestinationID::Local) {
             EXPECT_TRUE(
                 CheapRepository::make(restic.config.repository(restic.dest), restic.password));
         }

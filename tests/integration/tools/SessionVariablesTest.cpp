@@ -79,7 +79,7 @@ TEST_F(SessionVariablesTest, aRepositoryHasOurKeyWhateverPasswordTheSessionHas)
         qputenv(name, value);
         EXPECT_TRUE(restic.prepare().has_value()) << name;
         qunsetenv(name);
-        const QString repository = restic.config.repository(DestinationID::local);
+        const QString repository = restic.config.repository(DestinationID::Local);
         EXPECT_EQ(openedWith(ourKey, repository), 0) << name;
         EXPECT_EQ(openedWith("theirs", repository), ResticExit::wrongPassword) << name;
     }
@@ -119,7 +119,7 @@ TEST_F(SessionVariablesTest, aBackupIsMadeAndListedAsIfNoneOfThemWereThere)
 
 TEST_F(SessionVariablesTest, aBackupOverRcloneIsNoPretence)
 {
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     ASSERT_TRUE(storeServer(folder("remote")));
     qputenv("RCLONE_DRY_RUN", "true");
     qputenv("RCLONE_EXCLUDE", "*");

@@ -53,7 +53,7 @@ protected:
         EXPECT_EQ(recordCount(), 0);
         letGo();
         EXPECT_TRUE(eventually([] { return recordCount() == 1; }));
-        EXPECT_EQ(newestRecord().outcome, Outcome::ok);
+        EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
         EXPECT_EQ(signalsNoted(), "");
         EXPECT_TRUE(eventually([&] { return hasEnded(status->pid); }));
     }

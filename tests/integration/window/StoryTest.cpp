@@ -282,7 +282,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
     ASSERT_TRUE(click(button, QStringLiteral("Interrompi")));
     ASSERT_TRUE(shows(heading, QStringLiteral("Nessun backup eseguito"))) << told();
     ASSERT_TRUE(eventually([] { return !outcomes().isEmpty(); }));
-    EXPECT_THAT(outcomes(), testing::ElementsAre(Outcome::cancelled));
+    EXPECT_THAT(outcomes(), testing::ElementsAre(Outcome::Cancelled));
 
     // Once more, to the end; the key is at home now, and nothing is asked.
     setSpeed(100'000);
@@ -298,7 +298,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
     }));
     EXPECT_TRUE(shows(label, QStringLiteral("Backup aggiornato"))); // at the sidebar's foot
     EXPECT_TRUE(find(label, QStringLiteral("Chiave al sicuro: *")));
-    EXPECT_THAT(outcomes(), testing::ElementsAre(Outcome::ok, Outcome::cancelled));
+    EXPECT_THAT(outcomes(), testing::ElementsAre(Outcome::Ok, Outcome::Cancelled));
     keep(QStringLiteral("5-finished"));
 
     // The tray's panel tells the same.

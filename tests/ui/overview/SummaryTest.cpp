@@ -59,13 +59,13 @@ protected:
     {
         Snap version;
         version.date = Clock::now().addSecs(-60 * minutesAgo);
-        shown.repos[DestinationID::local].snapshots.append(version);
+        shown.repos[DestinationID::Local].snapshots.append(version);
     }
 
     void run(double percent)
     {
         shown.status = RunStatus();
-        shown.status->destination = DestinationID::drive;
+        shown.status->destination = DestinationID::Drive;
         shown.status->phase = QStringLiteral("Copia dei file");
         shown.status->percent = percent;
     }
@@ -173,11 +173,11 @@ TEST_F(SummaryTest, anotherSettingReachesIt)
 
 TEST_F(SummaryTest, theHistoryReachesIt)
 {
-    record(5, Outcome::ok);
+    record(5, Outcome::Ok);
     show();
     EXPECT_EQ(told.take(), Words({"rest"}));
     EXPECT_EQ(summary.dialValue().toStdString(), "5 min");
-    record(3, Outcome::ok, QStringLiteral("check"));
+    record(3, Outcome::Ok, QStringLiteral("check"));
     show();
     EXPECT_EQ(told.take(), Words({"checks"}));
     EXPECT_EQ(summary.checks().size(), 5);
@@ -202,7 +202,7 @@ TEST_F(SummaryTest, accessToTheDiskReachesIt)
 TEST_F(SummaryTest, nothingIsToldWhenAllIsAsBefore)
 {
     run(0.5);
-    record(5, Outcome::ok);
+    record(5, Outcome::Ok);
     store(30);
     show();
     told.take();
@@ -376,7 +376,7 @@ TEST_F(SummaryTest, missingAccessIsMendedInTheSystemsSettings)
 
 TEST_F(SummaryTest, aFailedVerificationLeadsToTheActivity)
 {
-    record(3, Outcome::failed, QStringLiteral("check"));
+    record(3, Outcome::Failed, QStringLiteral("check"));
     show();
     summary.remedy(QStringLiteral("integrity"));
     EXPECT_EQ(model->section(), AppModel::Section::Activity);

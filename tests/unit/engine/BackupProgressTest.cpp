@@ -25,7 +25,7 @@ protected:
     }
 
     BackupProgress::WriteTime lastWrite;
-    BackupProgress progress{DestinationID::local, QDateTime::currentDateTimeUtc(), lastWrite};
+    BackupProgress progress{DestinationID::Local, QDateTime::currentDateTimeUtc(), lastWrite};
     const RunStatus &status = progress.status();
 };
 

@@ -22,7 +22,7 @@ protected:
 
     static void expectStopped(const RunRecord &record)
     {
-        EXPECT_EQ(record.outcome, Outcome::cancelled);
+        EXPECT_EQ(record.outcome, Outcome::Cancelled);
         EXPECT_EQ(record.message, QStringLiteral("Interrotto"));
         EXPECT_EQ(record.filesNew, 0);
         EXPECT_EQ(record.filesChanged, 0);
@@ -46,7 +46,7 @@ TEST_F(Cancellation, theGatesStillSpeakAfterAStop)
     handle->terminate();
     secrets.items.clear();
     EXPECT_EQ(run(), 1);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::failed);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Failed);
 }
 
 TEST_F(Cancellation, aStopDuringTheFirstOfThreeLeavesItsRecordAlone)

@@ -176,7 +176,7 @@ TEST_F(CycleGates, onBatteryAScheduledRunIsPutOffWithOneRecord)
     config.skipOnBattery = true;
     onBattery = true;
     EXPECT_EQ(run(false), 0);
-    expectGateRecord(DestinationID::local, Outcome::skipped, onBatteryText);
+    expectGateRecord(DestinationID::Local, Outcome::Skipped, onBatteryText);
     expectEnded();
     EXPECT_EQ(secrets.reads, 0);
     EXPECT_TRUE(tools.calls.isEmpty());
@@ -189,7 +189,7 @@ TEST_F(CycleGates, theRecordOfAGateGoesToTheFirstDestinationInUse)
     config.skipOnBattery = true;
     onBattery = true;
     EXPECT_EQ(run(false), 0);
-    expectGateRecord(DestinationID::drive, Outcome::skipped, onBatteryText);
+    expectGateRecord(DestinationID::Drive, Outcome::Skipped, onBatteryText);
 }
 
 TEST_F(CycleGates, theServerAloneGetsTheRecordOfAGate)
@@ -199,7 +199,7 @@ TEST_F(CycleGates, theServerAloneGetsTheRecordOfAGate)
     config.driveEnabled = false;
     secrets.items.clear();
     EXPECT_EQ(run(false), 1);
-    expectGateRecord(DestinationID::server, Outcome::failed,
+    expectGateRecord(DestinationID::Server, Outcome::Failed,
                      QStringLiteral("Chiave di cifratura non trovata nel Portachiavi: apri "
                                     "Vellomar"));
 }
@@ -236,7 +236,7 @@ TEST_F(CycleGates, aKeychainThatRefusesFailsTheCycle)
     secrets.readFailure = -25293;
     EXPECT_EQ(run(), 1);
     expectGateRecord(
-        DestinationID::local, Outcome::failed,
+        DestinationID::Local, Outcome::Failed,
         QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore -25293)"));
     expectEnded();
     EXPECT_TRUE(tools.calls.isEmpty());
@@ -250,7 +250,7 @@ TEST_F(CycleGates, aMissingKeyFailsTheCycle)
         QFile::remove(supportFile("history.json"));
         QFile::remove(supportFile("backup.log"));
         EXPECT_EQ(run(manual), 1);
-        expectGateRecord(DestinationID::local, Outcome::failed,
+        expectGateRecord(DestinationID::Local, Outcome::Failed,
                          QStringLiteral("Chiave di cifratura non trovata nel Portachiavi: apri "
                                         "Vellomar"));
         expectEnded();

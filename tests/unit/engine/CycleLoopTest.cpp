@@ -147,7 +147,7 @@ TEST_F(CycleLoop, theLastStatusStaysUntilTheNextDestinationBegins)
     RunStatus fresh;
     fresh.pid = ::getpid();
     fresh.startedAt = clock.moment();
-    fresh.destination = DestinationID::drive;
+    fresh.destination = DestinationID::Drive;
     fresh.phase = QStringLiteral("Connessione");
     ASSERT_TRUE(afterFirst);
     EXPECT_EQ(*afterFirst, fresh);

@@ -55,14 +55,14 @@ TEST_F(DestinationRun, theArgumentsForTheDisk)
 {
     config.sources.append(folder("second source"));
     const QStringList options{QStringLiteral("--exclude-caches"), QStringLiteral("--")};
-    EXPECT_EQ(backupArguments(DestinationID::local), commonArguments() + options + config.sources);
+    EXPECT_EQ(backupArguments(DestinationID::Local), commonArguments() + options + config.sources);
 }
 
 TEST_F(DestinationRun, theArgumentsForDriveAskForBigPacks)
 {
     const QStringList options{QStringLiteral("--exclude-caches"), QStringLiteral("--pack-size"),
                               QStringLiteral("64"), QStringLiteral("--")};
-    EXPECT_EQ(backupArguments(DestinationID::drive),
+    EXPECT_EQ(backupArguments(DestinationID::Drive),
               rcloneOption() + commonArguments() + options + config.sources);
 }
 
@@ -71,14 +71,14 @@ TEST_F(DestinationRun, theArgumentsForTheServerAskForBigPacks)
     config.excludeCaches = false;
     const QStringList options{QStringLiteral("--pack-size"), QStringLiteral("64"),
                               QStringLiteral("--")};
-    EXPECT_EQ(backupArguments(DestinationID::server),
+    EXPECT_EQ(backupArguments(DestinationID::Server),
               rcloneOption() + commonArguments() + options + config.sources);
 }
 
 TEST_F(DestinationRun, cachesAreKeptWhenTheSettingSaysSo)
 {
     config.excludeCaches = false;
-    EXPECT_EQ(backupArguments(DestinationID::local),
+    EXPECT_EQ(backupArguments(DestinationID::Local),
               commonArguments() + QStringList{QStringLiteral("--")} + config.sources);
 }
 
@@ -104,7 +104,7 @@ TEST_F(DestinationRun, aRepositoryThatIsThereIsUnlockedFirst)
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(tools.commands(), (QStringList{QStringLiteral("cat config"), QStringLiteral("unlock"),
                                              QStringLiteral("backup"), QStringLiteral("forget")}));
-    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
 }
 
 TEST_F(DestinationRun, aMissingSourceIsDroppedWithoutAWord)
@@ -112,7 +112,7 @@ TEST_F(DestinationRun, aMissingSourceIsDroppedWithoutAWord)
     const QString second = folder("second");
     config.sources = {QStringLiteral("/no such folder"), config.sources.first(), QString(), second};
     EXPECT_EQ(sourcesOfBackup(), (QStringList{config.sources[1], second}));
-    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
     EXPECT_EQ(onlyRecord().message, QStringLiteral("Completato"));
 }
 
@@ -225,7 +225,7 @@ TEST_F(DestinationRun, theStatusBeginsWithNothingDone)
     RunStatus expected;
     expected.pid = ::getpid();
     expected.startedAt = clock.moment();
-    expected.destination = DestinationID::local;
+    expected.destination = DestinationID::Local;
     expected.phase = QStringLiteral("Connessione");
     ASSERT_TRUE(first);
     EXPECT_EQ(*first, expected);

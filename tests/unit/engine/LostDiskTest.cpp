@@ -38,7 +38,7 @@ protected:
 
     static void expectLost(const RunRecord &record)
     {
-        EXPECT_EQ(record.outcome, Outcome::failed);
+        EXPECT_EQ(record.outcome, Outcome::Failed);
         EXPECT_EQ(record.message, QStringLiteral("Il disco è stato scollegato durante il backup"));
     }
 
@@ -53,13 +53,13 @@ TEST_F(LostDisk, aFolderThatStaysInItsPlaceIsNotBackedUpTo)
     ASSERT_TRUE(QDir(config.localFolder).exists());
     EXPECT_EQ(run(), 0);
     const RunRecord away = StatusStore::loadHistory().first();
-    EXPECT_EQ(away.outcome, Outcome::skipped);
+    EXPECT_EQ(away.outcome, Outcome::Skipped);
     EXPECT_EQ(away.message, QStringLiteral("Disco non collegato"));
     EXPECT_TRUE(tools.calls.isEmpty());
 
     disk.emplace(config.localFolder);
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::ok);
+    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::Ok);
 }
 
 TEST_F(LostDisk, aRunThatFailedRemembersTheDiskToo)
@@ -68,7 +68,7 @@ TEST_F(LostDisk, aRunThatFailedRemembersTheDiskToo)
     EXPECT_EQ(run(), 1);
     disk.reset();
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::skipped);
+    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::Skipped);
 }
 
 TEST_F(LostDisk, goneDuringTheBackupFailsTheRunWhateverResticSays)
@@ -122,7 +122,7 @@ TEST_F(LostDisk, aStopStaysAStop)
         }
     };
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::cancelled);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Cancelled);
 }
 
 TEST_F(LostDisk, goneDuringTheCheckFailsTheCheckAndSaysWhy)
@@ -132,7 +132,7 @@ TEST_F(LostDisk, goneDuringTheCheckFailsTheCheckAndSaysWhy)
     EXPECT_EQ(run(), 0);
     const RunRecord check = StatusStore::loadHistory().first();
     EXPECT_EQ(check.kind, QStringLiteral("check"));
-    EXPECT_EQ(check.outcome, Outcome::failed);
+    EXPECT_EQ(check.outcome, Outcome::Failed);
     EXPECT_EQ(check.message, QStringLiteral("Il disco è stato scollegato durante la verifica"));
     EXPECT_EQ(notifications.size(), 1);
     EXPECT_FALSE(StatusStore::loadState().lastCheck.contains(QStringLiteral("local")));
@@ -153,11 +153,11 @@ TEST_F(LostDisk, aFolderChosenInItsPlaceIsOneOnPurpose)
     disk.reset();
     config.localFolder = folder("on purpose");
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::ok);
+    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::Ok);
     // And the former one may be chosen again.
     config.localFolder = folder("disk");
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::ok);
+    EXPECT_EQ(StatusStore::loadHistory().first().outcome, Outcome::Ok);
 }
 
 } // namespace

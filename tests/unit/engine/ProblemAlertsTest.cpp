@@ -19,7 +19,7 @@ protected:
     void remember(Outcome outcome, std::chrono::minutes age,
                   const std::optional<QString> &kind = std::nullopt)
     {
-        RunRecord record = RunRecord::starting(DestinationID::drive);
+        RunRecord record = RunRecord::starting(DestinationID::Drive);
         record.date = clock.moment().addMSecs(-std::chrono::milliseconds(age).count());
         record.outcome = outcome;
         record.kind = kind;
@@ -99,8 +99,8 @@ TEST_F(ProblemAlerts, anAlertMoreThanADayAheadCountsAsNone)
 
 TEST_F(ProblemAlerts, aGoodBackupMoreThanADayAheadIsNotTheLastOne)
 {
-    remember(Outcome::ok, 72h);
-    remember(Outcome::ok, -25h);
+    remember(Outcome::Ok, 72h);
+    remember(Outcome::Ok, -25h);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 3 giorni"));
@@ -181,7 +181,7 @@ TEST_F(ProblemAlerts, skipsWithoutAnyHistoryWaitForTheLimit)
 
 TEST_F(ProblemAlerts, theAgeCountsInHoursUpToFortySeven)
 {
-    remember(Outcome::ok, 47h + 59min);
+    remember(Outcome::Ok, 47h + 59min);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 47 ore"));
@@ -189,7 +189,7 @@ TEST_F(ProblemAlerts, theAgeCountsInHoursUpToFortySeven)
 
 TEST_F(ProblemAlerts, theAgeCountsInDaysFromFortyEight)
 {
-    remember(Outcome::warning, 48h);
+    remember(Outcome::Warning, 48h);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 2 giorni"));
@@ -197,7 +197,7 @@ TEST_F(ProblemAlerts, theAgeCountsInDaysFromFortyEight)
 
 TEST_F(ProblemAlerts, lessThanAnHourIsToldAsOne)
 {
-    remember(Outcome::ok, 30min);
+    remember(Outcome::Ok, 30min);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 1 ore"));
@@ -206,7 +206,7 @@ TEST_F(ProblemAlerts, lessThanAnHourIsToldAsOne)
 TEST_F(ProblemAlerts, theLimitItselfIsEnough)
 {
     config.alertAfterHours = 24;
-    remember(Outcome::ok, 23h + 59min);
+    remember(Outcome::Ok, 23h + 59min);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_TRUE(notifications.isEmpty());
@@ -217,9 +217,9 @@ TEST_F(ProblemAlerts, theLimitItselfIsEnough)
 
 TEST_F(ProblemAlerts, theNewestGoodBackupOfAnyDestinationCounts)
 {
-    remember(Outcome::ok, 100h);
-    remember(Outcome::ok, 5h);
-    remember(Outcome::failed, 1h);
+    remember(Outcome::Ok, 100h);
+    remember(Outcome::Ok, 5h);
+    remember(Outcome::Failed, 1h);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 5 ore"));
@@ -228,8 +228,8 @@ TEST_F(ProblemAlerts, theNewestGoodBackupOfAnyDestinationCounts)
 TEST_F(ProblemAlerts, withoutAGoodBackupTheOldestEntryGivesTheAge)
 {
     config.alertAfterHours = 30;
-    remember(Outcome::failed, 30h);
-    remember(Outcome::failed, 2h);
+    remember(Outcome::Failed, 30h);
+    remember(Outcome::Failed, 2h);
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));
@@ -238,8 +238,8 @@ TEST_F(ProblemAlerts, withoutAGoodBackupTheOldestEntryGivesTheAge)
 TEST_F(ProblemAlerts, aCheckIsNoBackup)
 {
     config.alertAfterHours = 3;
-    remember(Outcome::failed, 4h);
-    remember(Outcome::ok, 1h, QStringLiteral("check"));
+    remember(Outcome::Failed, 4h);
+    remember(Outcome::Ok, 1h, QStringLiteral("check"));
     detachDisk();
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));

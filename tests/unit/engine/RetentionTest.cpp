@@ -149,7 +149,7 @@ TEST_F(Retention, aFailureChangesNeitherTheRecordNorTheState)
     setLastPrune(local, last);
     tools.forget = ScriptedTools::ended(11, QStringLiteral("locked"));
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
     EXPECT_EQ(onlyRecord().message, QStringLiteral("Completato"));
     EXPECT_EQ(lastPrune(local), last);
     EXPECT_TRUE(notifications.isEmpty());
@@ -166,7 +166,7 @@ TEST_F(Retention, aStopDuringThePruneLeavesTheRunGoodAndThePruneDue)
         }
     };
     EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
     EXPECT_EQ(lastPrune(local), last);
 }
 
@@ -260,7 +260,7 @@ TEST_F(Retention, whereTheNewVersionWouldGoAllStayAndTheRecordSaysWhy)
     tools.forgetForecast.standardOutput = letsGo("the new one");
     EXPECT_EQ(run(), 0);
     EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
-    EXPECT_EQ(onlyRecord().outcome, Outcome::warning);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Warning);
     EXPECT_EQ(onlyRecord().message,
               QStringLiteral("Completato, ma le versioni vecchie restano: una di loro ha una data "
                              "successiva a questo backup"));
@@ -283,7 +283,7 @@ TEST_F(Retention, whereOnlyOthersWouldGoItRuns)
     tools.forgetForecast.standardOutput = letsGo("another one");
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 1);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
 }
 
 TEST_F(Retention, asLongAsAVersionIsOfALaterDateEachRunAsks)
@@ -320,7 +320,7 @@ TEST_F(Retention, aVersionThatResticDidNotNameIsNotRisked)
     tools.progress.clear();
     EXPECT_EQ(run(), 0);
     EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
-    EXPECT_EQ(onlyRecord().outcome, Outcome::ok);
+    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
 }
 
 TEST_F(Retention, aDamagedStateCountsAsNone)

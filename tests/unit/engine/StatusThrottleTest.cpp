@@ -23,7 +23,7 @@ protected:
         }
     }
 
-    [[nodiscard]] BackupProgress newProgress(DestinationID destination = DestinationID::local)
+    [[nodiscard]] BackupProgress newProgress(DestinationID destination = DestinationID::Local)
     {
         return {destination, Clock::now(), m_lastWrite};
     }
@@ -96,7 +96,7 @@ TEST_F(StatusThrottle, thePauseGoesOnFromOneDestinationToTheNext)
     BackupProgress first = newProgress();
     handle(first);
     clock.advance(500ms);
-    BackupProgress second = newProgress(DestinationID::drive);
+    BackupProgress second = newProgress(DestinationID::Drive);
     handle(second);
     EXPECT_EQ(writes, 1);
     clock.advance(201ms);

@@ -75,7 +75,7 @@ TEST_P(StoppedSteps, endTheRunWithItsRecord)
     EXPECT_EQ(engine.runAll(), 0);
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 1);
-    EXPECT_EQ(history.first().outcome, Outcome::cancelled);
+    EXPECT_EQ(history.first().outcome, Outcome::Cancelled);
     EXPECT_EQ(history.first().message, QStringLiteral("Interrotto"));
     EXPECT_FALSE(StatusStore::loadStatus());
 }

@@ -43,9 +43,9 @@ TEST_F(Verification, theFirstGoodBackupOfADestinationIsFollowedByACheck)
     ASSERT_EQ(records().size(), 1);
     const RunRecord record = records().first();
     EXPECT_EQ(record.kind, QStringLiteral("check"));
-    EXPECT_EQ(record.outcome, Outcome::ok);
+    EXPECT_EQ(record.outcome, Outcome::Ok);
     EXPECT_EQ(record.message, QStringLiteral("Nessun errore trovato"));
-    EXPECT_EQ(record.destination, DestinationID::local);
+    EXPECT_EQ(record.destination, DestinationID::Local);
     EXPECT_EQ(record.date, clock.moment());
     EXPECT_EQ(record.filesNew, 0);
     EXPECT_EQ(record.filesChanged, 0);
@@ -172,7 +172,7 @@ TEST_F(Verification, damageIsToldInOurWords)
                                                          "Fatal: repository contains errors\n"));
     EXPECT_EQ(run(), 0);
     ASSERT_EQ(records().size(), 1);
-    EXPECT_EQ(records().first().outcome, Outcome::failed);
+    EXPECT_EQ(records().first().outcome, Outcome::Failed);
     EXPECT_EQ(records().first().message, QStringLiteral("Il backup contiene dati danneggiati"));
     EXPECT_TRUE(lastCheck().isEmpty());
     ASSERT_EQ(notifications.size(), 1);

@@ -27,13 +27,13 @@ protected:
     void expectEnd(Outcome outcome, const QString &message, std::chrono::seconds duration)
     {
         const QDateTime start = clock.moment();
-        EXPECT_EQ(run(), outcome == Outcome::failed ? 1 : 0);
+        EXPECT_EQ(run(), outcome == Outcome::Failed ? 1 : 0);
         const RunRecord record = onlyRecord();
         EXPECT_EQ(record.outcome, outcome);
         EXPECT_EQ(record.message, message);
         EXPECT_EQ(record.date, start);
         EXPECT_EQ(record.duration, std::chrono::duration<double>(duration).count());
-        const bool counts = outcome == Outcome::ok || outcome == Outcome::warning;
+        const bool counts = outcome == Outcome::Ok || outcome == Outcome::Warning;
         EXPECT_EQ(record.filesNew, counts ? 5 : 0);
         EXPECT_EQ(record.filesChanged, counts ? 6 : 0);
         EXPECT_EQ(record.dataAdded, counts ? 7 : 0);
@@ -44,20 +44,20 @@ protected:
 
 TEST_F(WaysOut, completed)
 {
-    expectEnd(Outcome::ok, QStringLiteral("Completato"), 120s);
+    expectEnd(Outcome::Ok, QStringLiteral("Completato"), 120s);
 }
 
 TEST_F(WaysOut, completedWithErrorsToldIsStillCompleted)
 {
     tools.progress.append(QStringLiteral(R"({"message_type":"error"})"));
     tools.backup = ScriptedTools::ended(0, QStringLiteral(R"({"message_type":"error"})"));
-    expectEnd(Outcome::ok, QStringLiteral("Completato"), 120s);
+    expectEnd(Outcome::Ok, QStringLiteral("Completato"), 120s);
 }
 
 TEST_F(WaysOut, someFilesUnreadableWithNoErrorTold)
 {
     tools.backup = ScriptedTools::ended(3);
-    expectEnd(Outcome::warning, QStringLiteral("Completato, ma 1 elementi non erano leggibili"),
+    expectEnd(Outcome::Warning, QStringLiteral("Completato, ma 1 elementi non erano leggibili"),
               120s);
 }
 
@@ -69,7 +69,7 @@ TEST_F(WaysOut, unreadableFilesAreCountedWhereverTheyAreTold)
     tools.backup = ScriptedTools::ended(
         3, error + QLatin1String("\n\nplain words\n[]\n{\"message_type\":\"exit_error\"}\n") +
                error + QLatin1String("\n{\"message_type\":5}\n") + error);
-    expectEnd(Outcome::warning, QStringLiteral("Completato, ma 5 elementi non erano leggibili"),
+    expectEnd(Outcome::Warning, QStringLiteral("Completato, ma 5 elementi non erano leggibili"),
               120s);
 }
 
@@ -89,7 +89,7 @@ TEST_F(WaysOut, noSummaryGivesNoCounts)
     tools.progress.clear();
     EXPECT_EQ(run(), 0);
     const RunRecord record = onlyRecord();
-    EXPECT_EQ(record.outcome, Outcome::ok);
+    EXPECT_EQ(record.outcome, Outcome::Ok);
     EXPECT_EQ(record.filesNew, 0);
     EXPECT_EQ(record.filesChanged, 0);
     EXPECT_EQ(record.dataAdded, 0);
@@ -98,14 +98,14 @@ TEST_F(WaysOut, noSummaryGivesNoCounts)
 TEST_F(WaysOut, diskNotAttached)
 {
     ASSERT_TRUE(QDir().rmdir(config.localFolder));
-    expectEnd(Outcome::skipped, QStringLiteral("Disco non collegato"), 0s);
+    expectEnd(Outcome::Skipped, QStringLiteral("Disco non collegato"), 0s);
     EXPECT_TRUE(tools.calls.isEmpty());
 }
 
 TEST_F(WaysOut, noDiskChosen)
 {
     config.localFolder.clear();
-    expectEnd(Outcome::skipped, QStringLiteral("Disco non collegato"), 0s);
+    expectEnd(Outcome::Skipped, QStringLiteral("Disco non collegato"), 0s);
     EXPECT_TRUE(tools.calls.isEmpty());
 }
 
@@ -115,7 +115,7 @@ TEST_F(WaysOut, driveNotConnected)
     config.driveEnabled = true;
     tools.dump.standardOutput = QStringLiteral(R"({"vellomar-server": {"type": "sftp"}})");
     // Encrypting rclone's settings and asking for its remotes.
-    expectEnd(Outcome::skipped, QStringLiteral("Google Drive non collegato"), 60s);
+    expectEnd(Outcome::Skipped, QStringLiteral("Google Drive non collegato"), 60s);
 }
 
 TEST_F(WaysOut, serverNotConnected)
@@ -123,27 +123,27 @@ TEST_F(WaysOut, serverNotConnected)
     config.localEnabled = false;
     config.serverEnabled = true;
     tools.dump = ScriptedTools::ended(1, QStringLiteral("no"));
-    expectEnd(Outcome::skipped, QStringLiteral("Server non collegato"), 60s);
+    expectEnd(Outcome::Skipped, QStringLiteral("Server non collegato"), 60s);
 }
 
 TEST_F(WaysOut, theRepositoryCannotBeOpened)
 {
     tools.catConfig = ScriptedTools::ended(1, QStringLiteral("first line\nFatal: broken\n"));
-    expectEnd(Outcome::failed, QStringLiteral("Fatal: broken"), 30s);
+    expectEnd(Outcome::Failed, QStringLiteral("Fatal: broken"), 30s);
     EXPECT_EQ(tools.commands(), QStringList{QStringLiteral("cat config")});
 }
 
 TEST_F(WaysOut, theKeyIsWrong)
 {
     tools.catConfig = ScriptedTools::ended(12, QStringLiteral("Fatal: wrong password"));
-    expectEnd(Outcome::failed, QStringLiteral("Chiave di cifratura errata per questa destinazione"),
+    expectEnd(Outcome::Failed, QStringLiteral("Chiave di cifratura errata per questa destinazione"),
               30s);
 }
 
 TEST_F(WaysOut, theRepositoryIsLocked)
 {
     tools.catConfig = ScriptedTools::ended(11, QStringLiteral("Fatal: locked"));
-    expectEnd(Outcome::failed, QStringLiteral("Destinazione occupata da un'altra operazione"), 90s);
+    expectEnd(Outcome::Failed, QStringLiteral("Destinazione occupata da un'altra operazione"), 90s);
     EXPECT_EQ(tools.commands(), (QStringList{QStringLiteral("cat config"), QStringLiteral("unlock"),
                                              QStringLiteral("cat config")}));
 }
@@ -152,7 +152,7 @@ TEST_F(WaysOut, theRepositoryCannotBeCreated)
 {
     tools.catConfig = ScriptedTools::ended(10);
     tools.init = ScriptedTools::ended(1, QStringLiteral("Fatal: read-only file system"));
-    expectEnd(Outcome::failed, QStringLiteral("Fatal: read-only file system"), 60s);
+    expectEnd(Outcome::Failed, QStringLiteral("Fatal: read-only file system"), 60s);
     EXPECT_EQ(tools.commands(),
               (QStringList{QStringLiteral("cat config"), QStringLiteral("init")}));
 }
@@ -160,7 +160,7 @@ TEST_F(WaysOut, theRepositoryCannotBeCreated)
 TEST_F(WaysOut, noSourceExists)
 {
     ASSERT_TRUE(QDir().rmdir(config.sources.first()));
-    expectEnd(Outcome::failed, QStringLiteral("Nessuna cartella da salvare"), 60s);
+    expectEnd(Outcome::Failed, QStringLiteral("Nessuna cartella da salvare"), 60s);
     EXPECT_FALSE(content("excludes.txt"));
     EXPECT_TRUE(tools.callsOf(QStringLiteral("backup")).isEmpty());
 }
@@ -168,7 +168,7 @@ TEST_F(WaysOut, noSourceExists)
 TEST_F(WaysOut, noSourceChosen)
 {
     config.sources.clear();
-    expectEnd(Outcome::failed, QStringLiteral("Nessuna cartella da salvare"), 60s);
+    expectEnd(Outcome::Failed, QStringLiteral("Nessuna cartella da salvare"), 60s);
     EXPECT_FALSE(content("excludes.txt"));
 }
 
@@ -181,14 +181,14 @@ TEST_F(WaysOut, stoppedDuringTheBackup)
             handle->terminate();
         }
     };
-    expectEnd(Outcome::cancelled, QStringLiteral("Interrotto"), 90s);
+    expectEnd(Outcome::Cancelled, QStringLiteral("Interrotto"), 90s);
 }
 
 TEST_F(WaysOut, theBackupFails)
 {
     tools.backup = ScriptedTools::ended(
         1, QStringLiteral(R"({"message_type":"exit_error","code":1,"message":"Fatal: no room"})"));
-    expectEnd(Outcome::failed, QStringLiteral("Fatal: no room"), 90s);
+    expectEnd(Outcome::Failed, QStringLiteral("Fatal: no room"), 90s);
 }
 
 struct Ending
@@ -204,7 +204,7 @@ class FailedEndings : public WaysOut, public testing::WithParamInterface<Ending>
 TEST_P(FailedEndings, haveTheirText)
 {
     tools.backup = ScriptedTools::ended(GetParam().status);
-    expectEnd(Outcome::failed, QString::fromUtf8(GetParam().message), 90s);
+    expectEnd(Outcome::Failed, QString::fromUtf8(GetParam().message), 90s);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -113,7 +113,7 @@ TEST_F(EncryptionKey, installingMovesTheOldKeyAside)
     EXPECT_TRUE(model->hasPreviousKey());
     EXPECT_TRUE(ConfigStore::load().keySaved);
     EXPECT_EQ(told.count(), 1);
-    EXPECT_TRUE(model->repos().value(DestinationID::local).loading);
+    EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
     settle();
     EXPECT_EQ(tools.calls().last().key, QStringLiteral("new"));
 }
@@ -206,9 +206,9 @@ TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
     EXPECT_EQ(model->password(), QStringLiteral("new"));
     EXPECT_TRUE(model->config().keySaved);
     EXPECT_EQ(tools.repositories(QStringLiteral("cat")),
-              QStringList({config.repository(DestinationID::local),
-                           config.repository(DestinationID::drive),
-                           config.repository(DestinationID::server)}));
+              QStringList({config.repository(DestinationID::Local),
+                           config.repository(DestinationID::Drive),
+                           config.repository(DestinationID::Server)}));
     EXPECT_EQ(tools.calls().at(before).key, QStringLiteral("new"));
 }
 
@@ -218,10 +218,10 @@ TEST_F(EncryptionKey, theFirstRefusalEndsTheReplacement)
     config.keySaved = false;
     start();
     settle();
-    tools.answer(QStringLiteral("cat"), config.repository(DestinationID::drive),
+    tools.answer(QStringLiteral("cat"), config.repository(DestinationID::Drive),
                  ModelTools::ended(12));
     replaceBy(QStringLiteral("new"));
-    EXPECT_EQ(answer.message, refused.arg(title(DestinationID::drive)));
+    EXPECT_EQ(answer.message, refused.arg(title(DestinationID::Drive)));
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 2);
     EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
@@ -289,7 +289,7 @@ TEST_F(EncryptionKey, theTrialIsOnTheSettingsThatItBeganWith)
     change([](AppConfig &settings) { settings.localEnabled = false; });
     tools.letGo();
     settle();
-    EXPECT_EQ(answer.message, refused.arg(title(DestinationID::local)));
+    EXPECT_EQ(answer.message, refused.arg(title(DestinationID::Local)));
 }
 
 TEST_F(EncryptionKey, aModelMayGoWhileAKeyIsTried)

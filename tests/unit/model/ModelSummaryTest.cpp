@@ -62,7 +62,7 @@ TEST_F(ModelSummary, nothingIsStaleWhereNothingIsExpected)
     ASSERT_TRUE(stale(1000, 1, 24));
     see({});
     EXPECT_EQ(model->staleText(), std::nullopt);
-    see({record(1000, Outcome::failed), check(1000, Outcome::ok)});
+    see({record(1000, Outcome::Failed), check(1000, Outcome::Ok)});
     EXPECT_EQ(model->staleText(), std::nullopt);
     ASSERT_TRUE(stale(1000, 1, 24));
     change([](AppConfig &settings) { settings.localEnabled = false; });
@@ -83,25 +83,25 @@ TEST_F(ModelSummary, theLastSuccessIsABackupThatLeftAVersion)
 {
     start();
     EXPECT_EQ(model->lastSuccess(), std::nullopt);
-    const RunRecord good = record(9, Outcome::warning);
-    see({check(1, Outcome::ok), record(2, Outcome::failed), record(3, Outcome::skipped),
-         record(4, Outcome::cancelled), good, record(10)});
+    const RunRecord good = record(9, Outcome::Warning);
+    see({check(1, Outcome::Ok), record(2, Outcome::Failed), record(3, Outcome::Skipped),
+         record(4, Outcome::Cancelled), good, record(10)});
     EXPECT_EQ(model->lastSuccess(), good);
     const RunRecord better = record(5);
-    see({record(1, Outcome::failed), better, good});
+    see({record(1, Outcome::Failed), better, good});
     EXPECT_EQ(model->lastSuccess(), better);
 }
 
 TEST_F(ModelSummary, theLastRecordIsTheDestinationsOwnWhateverItsOutcome)
 {
     start();
-    const RunRecord drive = record(2, Outcome::failed, DestinationID::drive);
-    const RunRecord local = record(3, Outcome::cancelled);
-    const RunRecord check = this->check(0.5, Outcome::failed);
-    see({check, drive, local, record(4), record(5, Outcome::ok, DestinationID::drive)});
-    EXPECT_EQ(model->lastRecord(DestinationID::local), local);
-    EXPECT_EQ(model->lastRecord(DestinationID::drive), drive);
-    EXPECT_EQ(model->lastRecord(DestinationID::server), std::nullopt);
+    const RunRecord drive = record(2, Outcome::Failed, DestinationID::Drive);
+    const RunRecord local = record(3, Outcome::Cancelled);
+    const RunRecord check = this->check(0.5, Outcome::Failed);
+    see({check, drive, local, record(4), record(5, Outcome::Ok, DestinationID::Drive)});
+    EXPECT_EQ(model->lastRecord(DestinationID::Local), local);
+    EXPECT_EQ(model->lastRecord(DestinationID::Drive), drive);
+    EXPECT_EQ(model->lastRecord(DestinationID::Server), std::nullopt);
     EXPECT_EQ(model->lastCheck(), check);
 }
 
@@ -111,10 +111,10 @@ TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
     start();
     settle();
     const auto state = [this] {
-        return std::pair(model->stateText(DestinationID::local),
-                         model->stateTone(DestinationID::local));
+        return std::pair(model->stateText(DestinationID::Local),
+                         model->stateTone(DestinationID::Local));
     };
-    see({record(1, Outcome::failed)});
+    see({record(1, Outcome::Failed)});
     change([](AppConfig &settings) { settings.localEnabled = false; });
     EXPECT_EQ(state(), std::pair(QStringLiteral("Non attiva"), Tone::Off));
     change([](AppConfig &settings) { settings.localEnabled = true; });
@@ -122,11 +122,11 @@ TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
               std::pair(QStringLiteral("Chiave di cifratura errata per questa destinazione"),
                         Tone::Attention));
     tools.answer(QStringLiteral("snapshots"), ModelTools::ended(0, QStringLiteral("[]")));
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     settle();
     EXPECT_EQ(state(), std::pair(QStringLiteral("Ultimo backup non riuscito"), Tone::Wrong));
     for (const Outcome outcome :
-         {Outcome::ok, Outcome::warning, Outcome::cancelled, Outcome::skipped}) {
+         {Outcome::Ok, Outcome::Warning, Outcome::Cancelled, Outcome::Skipped}) {
         see({record(2, outcome)});
         EXPECT_EQ(state(), std::pair(QStringLiteral("Backup 2 ore fa"), Tone::Well));
     }
@@ -134,7 +134,7 @@ TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
     EXPECT_EQ(state(), std::pair(QStringLiteral("Backup adesso"), Tone::Well));
     see({});
     EXPECT_EQ(state(), std::pair(QStringLiteral("In attesa del primo backup"), Tone::Attention));
-    see({check(1, Outcome::failed)});
+    see({check(1, Outcome::Failed)});
     EXPECT_EQ(state(), std::pair(QStringLiteral("In attesa del primo backup"), Tone::Attention));
 }
 

@@ -87,11 +87,11 @@ TEST_F(ModelViews, theSettingsAreReadAndWrittenByName)
     EXPECT_TRUE(model->setProperty("config", QVariant::fromValue(copy)));
     EXPECT_EQ(model->config().intervalHours, 12);
     EXPECT_FALSE(model->config().localEnabled);
-    EXPECT_EQ(model->config().serverKind, ServerKind::s3);
+    EXPECT_EQ(model->config().serverKind, ServerKind::S3);
     EXPECT_EQ(model->config().excludes, QStringList{QStringLiteral("*.o")});
     EXPECT_EQ(field(property("config"), "hasDestination"), false);
     copy.setServerKindText(QStringLiteral("carrier pigeon"));
-    EXPECT_EQ(copy.serverKind, ServerKind::s3);
+    EXPECT_EQ(copy.serverKind, ServerKind::S3);
 }
 
 TEST_F(ModelViews, everySettingHasAProperty)
@@ -112,7 +112,7 @@ TEST_F(ModelViews, aRunIsReadByName)
     EXPECT_EQ(field(status, "percent"), 0.5);
     EXPECT_EQ(field(status, "phase"), QStringLiteral("Copia dei file"));
     EXPECT_EQ(field(status, "destination"), 0);
-    EXPECT_EQ(field(status, "destinationTitle"), title(DestinationID::local));
+    EXPECT_EQ(field(status, "destinationTitle"), title(DestinationID::Local));
     EXPECT_FALSE(field(status, "secondsRemaining").isValid());
     EXPECT_FALSE(field(status, "currentFile").isValid());
     EXPECT_EQ(property("busy"), true);
@@ -120,9 +120,9 @@ TEST_F(ModelViews, aRunIsReadByName)
 
 TEST_F(ModelViews, recordsAreReadByName)
 {
-    RunRecord check = record(1, Outcome::failed, DestinationID::server);
+    RunRecord check = record(1, Outcome::Failed, DestinationID::Server);
     check.kind = QStringLiteral("check");
-    const RunRecord good = record(2, Outcome::warning);
+    const RunRecord good = record(2, Outcome::Warning);
     writeHistory({check, good});
     start();
     EXPECT_EQ(field(property("lastSuccess"), "date"), good.date);
@@ -147,7 +147,7 @@ TEST_F(ModelViews, destinationsComeWithTheirState)
     EXPECT_TRUE(destinations().at(0).isLoading());
     settle();
     const DestinationView local = destinations().at(0);
-    EXPECT_EQ(local.title, title(DestinationID::local));
+    EXPECT_EQ(local.title, title(DestinationID::Local));
     EXPECT_TRUE(local.enabled);
     EXPECT_TRUE(local.known);
     EXPECT_EQ(local.stateText, QStringLiteral("In attesa del primo backup"));

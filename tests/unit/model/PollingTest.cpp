@@ -234,7 +234,7 @@ TEST_F(Polling, whatChangedBehindTheHeadWaitsForANewHead)
     writeHistory({head, record(2)});
     start();
     const QList<RunRecord> before = model->history();
-    const RunRecord other = record(3, Outcome::failed);
+    const RunRecord other = record(3, Outcome::Failed);
     writeHistory({head, other});
     tick();
     EXPECT_EQ(model->history(), before);

@@ -143,7 +143,7 @@ TEST_F(Quota, whatIsAskedAndDoesNotAnswerHasNoneAnyMore)
 TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
 {
     connectServer();
-    config.serverKind = ServerKind::s3;
+    config.serverKind = ServerKind::S3;
     config.serverPath = QStringLiteral("//bucket/and/more");
     tellVersioning(QStringLiteral("bucket"), QStringLiteral("Enabled"));
     start();
@@ -163,7 +163,7 @@ TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
 TEST_F(Quota, anS3ServerWithoutABucketHasNoVersioning)
 {
     connectServer();
-    config.serverKind = ServerKind::s3;
+    config.serverKind = ServerKind::S3;
     config.serverPath = QStringLiteral("/");
     start();
     settle();
@@ -175,7 +175,7 @@ TEST_F(Quota, anS3ServerWithoutABucketHasNoVersioning)
 TEST_F(Quota, otherServersAreNotAskedForVersioning)
 {
     connectServer();
-    for (const ServerKind kind : {ServerKind::sftp, ServerKind::webdav, ServerKind::smb}) {
+    for (const ServerKind kind : {ServerKind::Sftp, ServerKind::Webdav, ServerKind::Smb}) {
         config.serverKind = kind;
         start();
         settle();
@@ -187,7 +187,7 @@ TEST_F(Quota, otherServersAreNotAskedForVersioning)
 TEST_F(Quota, aQuestionUnderWayKeepsTheSettingsThatItBeganWith)
 {
     connectServer();
-    config.serverKind = ServerKind::s3;
+    config.serverKind = ServerKind::S3;
     config.serverPath = QStringLiteral("first/x");
     tellVersioning(QStringLiteral("first"), QStringLiteral("Enabled"));
     tools.holdRclone();

@@ -10,8 +10,8 @@ namespace {
 class Refresh : public ModelFixture
 {
 protected:
-    [[nodiscard]] QString disk() const { return config.repository(DestinationID::local); }
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::local); }
+    [[nodiscard]] QString disk() const { return config.repository(DestinationID::Local); }
+    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
 
     static QString listed(const QStringList &snapshots)
     {
@@ -84,7 +84,7 @@ TEST_F(Refresh, aFailureEmptiesWhatWasThereAndIsToldInItsWords)
     ASSERT_EQ(local().snapshots.size(), 1);
     tools.answer(QStringLiteral("snapshots"),
                  ModelTools::ended(12, {}, QStringLiteral("wrong password")));
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     settle();
     EXPECT_TRUE(local().snapshots.isEmpty());
     EXPECT_EQ(local().size, std::nullopt);
@@ -117,7 +117,7 @@ TEST_F(Refresh, anErrorGoesWhenAReadingBegins)
     settle();
     ASSERT_TRUE(local().error);
     tools.hold();
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     EXPECT_TRUE(local().loading);
     EXPECT_TRUE(eventuallyInLoop([this] { return !local().error; }));
     EXPECT_TRUE(local().loading);
@@ -134,7 +134,7 @@ TEST_F(Refresh, anErrorStaysUntilTheDestinationIsThere)
         ++changes;
         EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
     });
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     settle();
     EXPECT_EQ(changes, 2); // it is being looked for, and isn't there
 }
@@ -147,9 +147,9 @@ TEST_F(Refresh, aDestinationThatIsNotThereIsToldWithoutAskingAnyTool)
     start();
     settle();
     for (const auto &[destination, text] :
-         {std::pair(DestinationID::local, QStringLiteral("Disco non collegato")),
-          std::pair(DestinationID::drive, QStringLiteral("Google Drive non collegato")),
-          std::pair(DestinationID::server, QStringLiteral("Server non collegato"))}) {
+         {std::pair(DestinationID::Local, QStringLiteral("Disco non collegato")),
+          std::pair(DestinationID::Drive, QStringLiteral("Google Drive non collegato")),
+          std::pair(DestinationID::Server, QStringLiteral("Server non collegato"))}) {
         const RepoInfo info = model->repos().value(destination);
         EXPECT_EQ(info.error, text);
         EXPECT_FALSE(info.loading);
@@ -166,12 +166,12 @@ TEST_F(Refresh, aDestinationOutOfUseLosesItsEntry)
 {
     start();
     settle();
-    ASSERT_TRUE(model->repos().contains(DestinationID::local));
+    ASSERT_TRUE(model->repos().contains(DestinationID::Local));
     change([](AppConfig &settings) { settings.localEnabled = false; });
-    EXPECT_EQ(model->stateText(DestinationID::local), QStringLiteral("Non attiva"));
-    EXPECT_TRUE(model->repos().contains(DestinationID::local));
-    model->refresh(DestinationID::local);
-    EXPECT_FALSE(model->repos().contains(DestinationID::local));
+    EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Non attiva"));
+    EXPECT_TRUE(model->repos().contains(DestinationID::Local));
+    model->refresh(DestinationID::Local);
+    EXPECT_FALSE(model->repos().contains(DestinationID::Local));
 }
 
 TEST_F(Refresh, aDestinationThatGoesOutOfUseMeanwhileIsNotActive)
@@ -181,9 +181,9 @@ TEST_F(Refresh, aDestinationThatGoesOutOfUseMeanwhileIsNotActive)
     change([](AppConfig &settings) { settings.localEnabled = false; });
     tools.letGo();
     settle();
-    EXPECT_EQ(model->stateText(DestinationID::local), QStringLiteral("Non attiva"));
-    model->refresh(DestinationID::local);
-    EXPECT_FALSE(model->repos().contains(DestinationID::local));
+    EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Non attiva"));
+    model->refresh(DestinationID::Local);
+    EXPECT_FALSE(model->repos().contains(DestinationID::Local));
 }
 
 TEST_F(Refresh, aReadingUnderWayDoesNotPutBackWhatWentOutOfUse)
@@ -192,11 +192,11 @@ TEST_F(Refresh, aReadingUnderWayDoesNotPutBackWhatWentOutOfUse)
     start();
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
     change([](AppConfig &settings) { settings.localEnabled = false; });
-    model->refresh(DestinationID::local);
-    ASSERT_FALSE(model->repos().contains(DestinationID::local));
+    model->refresh(DestinationID::Local);
+    ASSERT_FALSE(model->repos().contains(DestinationID::Local));
     tools.letGo();
     settle();
-    EXPECT_FALSE(model->repos().contains(DestinationID::local));
+    EXPECT_FALSE(model->repos().contains(DestinationID::Local));
 }
 
 TEST_F(Refresh, aReadingOfAnEarlierUseDoesNotShowInALaterOne)
@@ -210,7 +210,7 @@ TEST_F(Refresh, aReadingOfAnEarlierUseDoesNotShowInALaterOne)
         settings.localEnabled = true;
         settings.localFolder = folder("another");
     });
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 2; }));
     int errors = 0;
     QObject::connect(model.get(), &AppModel::reposChanged, model.get(),
@@ -227,14 +227,14 @@ TEST_F(Refresh, aPlaceThatIsBeingLookedForIsNotLookedForASecondTime)
     tools.holdConnections();
     start();
     for (int i = 0; i < 5; ++i) {
-        model->refresh(DestinationID::drive);
+        model->refresh(DestinationID::Drive);
     }
     storeKey(QStringLiteral("another key"), Keychain::repositoryKey);
     ASSERT_EQ(model->install(QStringLiteral("another key"), true), std::nullopt);
     tools.letGo();
     settle();
     // What was asked for meanwhile is done once, with what holds then.
-    const QString drive = config.repository(DestinationID::drive);
+    const QString drive = config.repository(DestinationID::Drive);
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).count(drive), 1);
     for (const ModelTools::Call &call : tools.calls()) {
         if (call.repository == drive) {
@@ -264,7 +264,7 @@ TEST_F(Refresh, ofTwoAtOnceTheOneThatEndsLastCounts)
     tools.hold();
     start();
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     EXPECT_TRUE(eventuallyInLoop([this] { return tools.held() == 2; }));
     tools.letGo();
     settle();
@@ -279,8 +279,8 @@ TEST_F(Refresh, eachDestinationHasItsOwnRepositoryAndKey)
     settle();
     QStringList repositories = tools.repositories(QStringLiteral("snapshots"));
     repositories.sort();
-    QStringList expected{disk(), config.repository(DestinationID::drive),
-                         config.repository(DestinationID::server)};
+    QStringList expected{disk(), config.repository(DestinationID::Drive),
+                         config.repository(DestinationID::Server)};
     expected.sort();
     EXPECT_EQ(repositories, expected);
     for (const ModelTools::Call &call : tools.calls()) {

@@ -138,7 +138,7 @@ TEST_F(StartUp, aKeyThatCannotBeReadIsToldAndTheRestGoesOn)
     EXPECT_FALSE(model->hasPreviousKey());
     EXPECT_TRUE(model->config().keySaved);
     EXPECT_EQ(desktop->probes, 1);
-    EXPECT_TRUE(model->repos().value(DestinationID::local).loading);
+    EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
 }
 
 TEST_F(StartUp, aNewKeyThatCannotBeStoredIsToldAndNotUsed)
@@ -204,12 +204,12 @@ TEST_F(StartUp, readsTheRepositoriesInUse)
     useAllDestinations();
     config.driveEnabled = false;
     start();
-    EXPECT_TRUE(model->repos().value(DestinationID::local).loading);
-    EXPECT_TRUE(model->repos().value(DestinationID::server).loading);
-    EXPECT_FALSE(model->repos().contains(DestinationID::drive));
+    EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
+    EXPECT_TRUE(model->repos().value(DestinationID::Server).loading);
+    EXPECT_FALSE(model->repos().contains(DestinationID::Drive));
     settle();
-    EXPECT_FALSE(model->repos().value(DestinationID::local).loading);
-    EXPECT_FALSE(model->repos().value(DestinationID::server).loading);
+    EXPECT_FALSE(model->repos().value(DestinationID::Local).loading);
+    EXPECT_FALSE(model->repos().value(DestinationID::Server).loading);
 }
 
 TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
@@ -227,7 +227,7 @@ TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
     // The program comes to the front, and its user tries what there is.
     model->becomeActive();
     model->startBackup();
-    model->refresh(DestinationID::local);
+    model->refresh(DestinationID::Local);
     QCoreApplication::processEvents();
     EXPECT_TRUE(model->isStarting());
     // What is read from files alone is there, and none of the later steps has been made.
@@ -336,18 +336,18 @@ TEST_F(StartUp, anRcloneThatHangsHoldsUpTheRemotePlacesAlone)
     tools.holdConnections();
     start();
     EXPECT_TRUE(
-        eventuallyInLoop([this] { return !model->repos().value(DestinationID::local).loading; }));
+        eventuallyInLoop([this] { return !model->repos().value(DestinationID::Local).loading; }));
     EXPECT_FALSE(model->isDriveConnected());
-    EXPECT_TRUE(model->repos().value(DestinationID::drive).loading);
-    EXPECT_TRUE(model->repos().value(DestinationID::server).loading);
+    EXPECT_TRUE(model->repos().value(DestinationID::Drive).loading);
+    EXPECT_TRUE(model->repos().value(DestinationID::Server).loading);
     model->startBackup();
     EXPECT_EQ(desktop->started.size(), 1);
     tools.letGo();
     settle();
     EXPECT_TRUE(model->isDriveConnected());
     EXPECT_TRUE(model->isServerConnected());
-    EXPECT_FALSE(model->repos().value(DestinationID::drive).loading);
-    EXPECT_EQ(model->repos().value(DestinationID::drive).error, std::nullopt);
+    EXPECT_FALSE(model->repos().value(DestinationID::Drive).loading);
+    EXPECT_EQ(model->repos().value(DestinationID::Drive).error, std::nullopt);
 }
 
 TEST_F(StartUp, aScheduleThatHangsHoldsNothingUp)
@@ -355,7 +355,7 @@ TEST_F(StartUp, aScheduleThatHangsHoldsNothingUp)
     tools.holdSchedule();
     start();
     EXPECT_TRUE(
-        eventuallyInLoop([this] { return !model->repos().value(DestinationID::local).loading; }));
+        eventuallyInLoop([this] { return !model->repos().value(DestinationID::Local).loading; }));
     change([](AppConfig &settings) { settings.autoBackup = false; });
     const EngineLookalike engine;
     leaveStatus(engine.pid());

@@ -24,7 +24,7 @@ TEST(AppConfig, aNewOneHoldsTheDefaults)
     EXPECT_FALSE(config.localEnabled);
     EXPECT_EQ(config.localFolder, QString());
     EXPECT_FALSE(config.serverEnabled);
-    EXPECT_EQ(config.serverKind, ServerKind::sftp);
+    EXPECT_EQ(config.serverKind, ServerKind::Sftp);
     EXPECT_EQ(config.serverHost, QString());
     EXPECT_EQ(config.serverPort, QString());
     EXPECT_EQ(config.serverUser, QString());
@@ -99,11 +99,11 @@ TEST(AppConfig, theRepositoryIsTheFolderWithAFixedNameOrARemote)
     config.localFolder = QStringLiteral("/media/Disco");
     config.driveFolder = QStringLiteral("a folder/b");
     config.serverPath = QStringLiteral("/srv/c");
-    EXPECT_EQ(config.repository(DestinationID::local),
+    EXPECT_EQ(config.repository(DestinationID::Local),
               QStringLiteral("/media/Disco/Vellomar.backup"));
-    EXPECT_EQ(config.repository(DestinationID::drive),
+    EXPECT_EQ(config.repository(DestinationID::Drive),
               QStringLiteral("rclone:vellomar:a folder/b"));
-    EXPECT_EQ(config.repository(DestinationID::server),
+    EXPECT_EQ(config.repository(DestinationID::Server),
               QStringLiteral("rclone:vellomar-server:/srv/c"));
 }
 
@@ -113,12 +113,12 @@ TEST(AppConfig, theRepositoryIsNotNormalised)
     config.localFolder = QString();
     config.driveFolder = QString();
     config.serverPath = QStringLiteral("a//b/../");
-    EXPECT_EQ(config.repository(DestinationID::local), QStringLiteral("/Vellomar.backup"));
-    EXPECT_EQ(config.repository(DestinationID::drive), QStringLiteral("rclone:vellomar:"));
-    EXPECT_EQ(config.repository(DestinationID::server),
+    EXPECT_EQ(config.repository(DestinationID::Local), QStringLiteral("/Vellomar.backup"));
+    EXPECT_EQ(config.repository(DestinationID::Drive), QStringLiteral("rclone:vellomar:"));
+    EXPECT_EQ(config.repository(DestinationID::Server),
               QStringLiteral("rclone:vellomar-server:a//b/../"));
     config.localFolder = QStringLiteral("/media/Disco/");
-    EXPECT_EQ(config.repository(DestinationID::local),
+    EXPECT_EQ(config.repository(DestinationID::Local),
               QStringLiteral("/media/Disco//Vellomar.backup"));
 }
 
@@ -126,9 +126,9 @@ TEST(AppConfig, eachDestinationHasItsOwnSwitch)
 {
     for (const DestinationID enabled : allDestinations) {
         AppConfig config;
-        config.localEnabled = enabled == DestinationID::local;
-        config.driveEnabled = enabled == DestinationID::drive;
-        config.serverEnabled = enabled == DestinationID::server;
+        config.localEnabled = enabled == DestinationID::Local;
+        config.driveEnabled = enabled == DestinationID::Drive;
+        config.serverEnabled = enabled == DestinationID::Server;
         for (const DestinationID asked : allDestinations) {
             EXPECT_EQ(config.isEnabled(asked), asked == enabled);
         }

@@ -40,7 +40,7 @@ AppConfig unusual()
     config.sources = QStringList{QStringLiteral("/a \"b\"\n\\c"), QStringLiteral("/è/日本")};
     config.excludes.clear();
     config.serverPort = QStringLiteral("0022");
-    config.serverKind = ServerKind::smb;
+    config.serverKind = ServerKind::Smb;
     config.localEnabled = true;
     config.keepDays = std::numeric_limits<qint64>::max();
     config.alertAfterHours = -1;

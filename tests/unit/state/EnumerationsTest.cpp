@@ -10,17 +10,17 @@ using testing::ElementsAre;
 TEST(DestinationID, standsInTheOrderOfEveryRun)
 {
     EXPECT_THAT(allDestinations,
-                ElementsAre(DestinationID::local, DestinationID::drive, DestinationID::server));
+                ElementsAre(DestinationID::Local, DestinationID::Drive, DestinationID::Server));
 }
 
 TEST(DestinationID, hasItsRawValueAndItsTitle)
 {
-    EXPECT_EQ(rawValue(DestinationID::local), QStringLiteral("local"));
-    EXPECT_EQ(rawValue(DestinationID::drive), QStringLiteral("drive"));
-    EXPECT_EQ(rawValue(DestinationID::server), QStringLiteral("server"));
-    EXPECT_EQ(title(DestinationID::local), QStringLiteral("Disco esterno"));
-    EXPECT_EQ(title(DestinationID::drive), QStringLiteral("Google Drive"));
-    EXPECT_EQ(title(DestinationID::server), QStringLiteral("Server privato"));
+    EXPECT_EQ(rawValue(DestinationID::Local), QStringLiteral("local"));
+    EXPECT_EQ(rawValue(DestinationID::Drive), QStringLiteral("drive"));
+    EXPECT_EQ(rawValue(DestinationID::Server), QStringLiteral("server"));
+    EXPECT_EQ(title(DestinationID::Local), QStringLiteral("Disco esterno"));
+    EXPECT_EQ(title(DestinationID::Drive), QStringLiteral("Google Drive"));
+    EXPECT_EQ(title(DestinationID::Server), QStringLiteral("Server privato"));
 }
 
 TEST(DestinationID, isFoundByItsRawValueAlone)
@@ -36,7 +36,7 @@ TEST(DestinationID, isFoundByItsRawValueAlone)
 TEST(ServerKind, standsInTheOrderOfTheForm)
 {
     EXPECT_THAT(allServerKinds,
-                ElementsAre(ServerKind::sftp, ServerKind::webdav, ServerKind::s3, ServerKind::smb));
+                ElementsAre(ServerKind::Sftp, ServerKind::Webdav, ServerKind::S3, ServerKind::Smb));
 }
 
 TEST(ServerKind, hasItsTextsAndItsPort)
@@ -51,10 +51,10 @@ TEST(ServerKind, hasItsTextsAndItsPort)
         bool port;
     };
     for (const Row &row : {
-             Row{ServerKind::sftp, "sftp", "Utente", "Password", "Cartella", true},
-             Row{ServerKind::webdav, "webdav", "Utente", "Password", "Cartella", false},
-             Row{ServerKind::s3, "s3", "Access key", "Secret key", "Bucket e cartella", false},
-             Row{ServerKind::smb, "smb", "Utente", "Password", "Condivisione e cartella", true},
+             Row{ServerKind::Sftp, "sftp", "Utente", "Password", "Cartella", true},
+             Row{ServerKind::Webdav, "webdav", "Utente", "Password", "Cartella", false},
+             Row{ServerKind::S3, "s3", "Access key", "Secret key", "Bucket e cartella", false},
+             Row{ServerKind::Smb, "smb", "Utente", "Password", "Condivisione e cartella", true},
          }) {
         EXPECT_EQ(rawValue(row.kind), QLatin1String(row.raw));
         EXPECT_EQ(serverKind(QLatin1String(row.raw)), row.kind);
@@ -70,11 +70,11 @@ TEST(ServerKind, hasItsTextsAndItsPort)
 
 TEST(Outcome, hasItsRawValue)
 {
-    EXPECT_EQ(rawValue(Outcome::ok), QStringLiteral("ok"));
-    EXPECT_EQ(rawValue(Outcome::warning), QStringLiteral("warning"));
-    EXPECT_EQ(rawValue(Outcome::failed), QStringLiteral("failed"));
-    EXPECT_EQ(rawValue(Outcome::skipped), QStringLiteral("skipped"));
-    EXPECT_EQ(rawValue(Outcome::cancelled), QStringLiteral("cancelled"));
+    EXPECT_EQ(rawValue(Outcome::Ok), QStringLiteral("ok"));
+    EXPECT_EQ(rawValue(Outcome::Warning), QStringLiteral("warning"));
+    EXPECT_EQ(rawValue(Outcome::Failed), QStringLiteral("failed"));
+    EXPECT_EQ(rawValue(Outcome::Skipped), QStringLiteral("skipped"));
+    EXPECT_EQ(rawValue(Outcome::Cancelled), QStringLiteral("cancelled"));
 }
 
 TEST(Outcome, isFoundByItsRawValueAlone)
@@ -89,9 +89,9 @@ TEST(Outcome, isFoundByItsRawValueAlone)
 
 TEST(Outcome, hasItsLabel)
 {
-    EXPECT_EQ(label(Outcome::ok), QStringLiteral("Completato"));
-    EXPECT_EQ(label(Outcome::warning), QStringLiteral("Con avvisi"));
-    EXPECT_EQ(label(Outcome::failed), QStringLiteral("Non riuscito"));
-    EXPECT_EQ(label(Outcome::skipped), QStringLiteral("Saltato"));
-    EXPECT_EQ(label(Outcome::cancelled), QStringLiteral("Interrotto"));
+    EXPECT_EQ(label(Outcome::Ok), QStringLiteral("Completato"));
+    EXPECT_EQ(label(Outcome::Warning), QStringLiteral("Con avvisi"));
+    EXPECT_EQ(label(Outcome::Failed), QStringLiteral("Non riuscito"));
+    EXPECT_EQ(label(Outcome::Skipped), QStringLiteral("Saltato"));
+    EXPECT_EQ(label(Outcome::Cancelled), QStringLiteral("Interrotto"));
 }

@@ -69,7 +69,7 @@ TEST(LastingFiles, aContentIsOnTheDiskBeforeItTakesItsName)
 TEST(LastingFiles, settingsHistoryAndMemoryOutliveACrashOfTheMachine)
 {
     ConfigStore::save(AppConfig());
-    StatusStore::append(RunRecord::starting(DestinationID::local));
+    StatusStore::append(RunRecord::starting(DestinationID::Local));
     StatusStore::save(EngineState());
     EXPECT_TRUE(wasOnDiskBeforeItsName("config.json"));
     EXPECT_TRUE(wasOnDiskBeforeItsName("history.json"));

@@ -16,8 +16,8 @@ RunRecord record()
     RunRecord record;
     record.id = QUuid::fromString(QStringLiteral("0e5f4c3a-9f5e-4b6d-8d0a-1c2b3a4f5e6d"));
     record.date = QDateTime(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
-    record.destination = DestinationID::server;
-    record.outcome = Outcome::warning;
+    record.destination = DestinationID::Server;
+    record.outcome = Outcome::Warning;
     record.message = QStringLiteral("due file\n«non letti»");
     record.filesNew = 3;
     record.filesChanged = 4;
@@ -32,10 +32,10 @@ TEST(RunRecord, startsNowWithAnIDOfItsOwn)
 {
     const ManualClock clock;
     const ScopedClock inForce(clock);
-    const RunRecord one = RunRecord::starting(DestinationID::drive);
-    const RunRecord two = RunRecord::starting(DestinationID::drive);
+    const RunRecord one = RunRecord::starting(DestinationID::Drive);
+    const RunRecord two = RunRecord::starting(DestinationID::Drive);
     EXPECT_EQ(one.date, clock.moment());
-    EXPECT_EQ(one.destination, DestinationID::drive);
+    EXPECT_EQ(one.destination, DestinationID::Drive);
     EXPECT_FALSE(one.id.isNull());
     EXPECT_NE(one.id, two.id);
     EXPECT_FALSE(one.kind);

@@ -24,7 +24,7 @@ RunStatus status()
     RunStatus status;
     status.pid = 4711;
     status.startedAt = QDateTime(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
-    status.destination = DestinationID::drive;
+    status.destination = DestinationID::Drive;
     status.phase = QStringLiteral("Copia in corso");
     status.percent = 0.25;
     status.filesDone = 1;

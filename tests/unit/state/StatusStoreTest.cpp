@@ -94,7 +94,7 @@ TEST(StatusStore, aStatusThatCannotBeDecodedIsNone)
 
 TEST(StatusStore, theFirstRecordMakesHistoryAndLog)
 {
-    const RunRecord only = record(DestinationID::local, Outcome::ok);
+    const RunRecord only = record(DestinationID::Local, Outcome::Ok);
     StatusStore::append(only);
     EXPECT_EQ(StatusStore::loadHistory(), QList{only});
     EXPECT_EQ(content(log()), "2026-03-01T10:00:00Z [local] ok: stesso testo\n");
@@ -102,8 +102,8 @@ TEST(StatusStore, theFirstRecordMakesHistoryAndLog)
 
 TEST(StatusStore, theNewestRecordStandsFirstInTheHistoryAndLastInTheLog)
 {
-    const RunRecord one = record(DestinationID::local, Outcome::failed, "uno");
-    const RunRecord two = record(DestinationID::server, Outcome::cancelled, "due è");
+    const RunRecord one = record(DestinationID::Local, Outcome::Failed, "uno");
+    const RunRecord two = record(DestinationID::Server, Outcome::Cancelled, "due è");
     StatusStore::append(one);
     StatusStore::append(two);
     EXPECT_EQ(StatusStore::loadHistory(), QList({two, one}));
@@ -113,14 +113,14 @@ TEST(StatusStore, theNewestRecordStandsFirstInTheHistoryAndLastInTheLog)
 
 TEST(StatusStore, aLogLineIsOneLineWhateverTheMessageHolds)
 {
-    StatusStore::append(record(DestinationID::drive, Outcome::warning, "a\nb\n\nc"));
+    StatusStore::append(record(DestinationID::Drive, Outcome::Warning, "a\nb\n\nc"));
     EXPECT_EQ(content(log()), "2026-03-01T10:00:00Z [drive] warning: a b  c\n");
     EXPECT_EQ(StatusStore::loadHistory().first().message, QStringLiteral("a\nb\n\nc"));
 }
 
 TEST(StatusStore, theLogIsInUTCWithWholeSeconds)
 {
-    RunRecord abroad = record(DestinationID::local, Outcome::ok, "x");
+    RunRecord abroad = record(DestinationID::Local, Outcome::Ok, "x");
     abroad.date = QDateTime(QDate(2026, 7, 1), QTime(1, 2, 3, 999), Qt::OffsetFromUTC, 7200);
     StatusStore::append(abroad);
     EXPECT_EQ(content(log()), "2026-06-30T23:02:03Z [local] ok: x\n");
@@ -131,19 +131,19 @@ TEST(StatusStore, theHistoryKeepsTheNewest300)
     QJsonArray list;
     QList<RunRecord> records;
     for (int i = 0; i < 300; ++i) {
-        records.append(record(DestinationID::local, Outcome::ok));
+        records.append(record(DestinationID::Local, Outcome::Ok));
         list.append(records.last().toJSON());
     }
     put(QStringLiteral("history.json"), QJsonDocument(list).toJson());
-    const RunRecord newest = record(DestinationID::local, Outcome::ok);
+    const RunRecord newest = record(DestinationID::Local, Outcome::Ok);
     StatusStore::append(newest);
     records.prepend(newest);
     records.removeLast();
     EXPECT_EQ(StatusStore::loadHistory(), records);
 
     // A longer one that somebody else made is cut too.
-    list.append(record(DestinationID::local, Outcome::ok).toJSON());
-    list.append(record(DestinationID::local, Outcome::ok).toJSON());
+    list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
+    list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
     put(QStringLiteral("history.json"), QJsonDocument(list).toJson());
     StatusStore::append(newest);
     EXPECT_EQ(StatusStore::loadHistory(), records);
@@ -151,8 +151,8 @@ TEST(StatusStore, theHistoryKeepsTheNewest300)
 
 TEST(StatusStore, aRepeatedSkipTakesTheOlderOnesPlace)
 {
-    const RunRecord one = record(DestinationID::local, Outcome::skipped);
-    const RunRecord two = record(DestinationID::local, Outcome::skipped);
+    const RunRecord one = record(DestinationID::Local, Outcome::Skipped);
+    const RunRecord two = record(DestinationID::Local, Outcome::Skipped);
     StatusStore::append(one);
     StatusStore::append(two);
     EXPECT_EQ(StatusStore::loadHistory(), QList{two});
@@ -162,11 +162,11 @@ TEST(StatusStore, aRepeatedSkipTakesTheOlderOnesPlace)
 TEST(StatusStore, aSkipAfterAnotherOutcomeStandsByItself)
 {
     for (const Outcome between :
-         {Outcome::ok, Outcome::warning, Outcome::failed, Outcome::cancelled}) {
+         {Outcome::Ok, Outcome::Warning, Outcome::Failed, Outcome::Cancelled}) {
         QFile::remove(history());
-        const QList records = {record(DestinationID::local, Outcome::skipped),
-                               record(DestinationID::local, between),
-                               record(DestinationID::local, Outcome::skipped)};
+        const QList records = {record(DestinationID::Local, Outcome::Skipped),
+                               record(DestinationID::Local, between),
+                               record(DestinationID::Local, Outcome::Skipped)};
         for (const RunRecord &each : records) {
             StatusStore::append(each);
         }
@@ -176,9 +176,9 @@ TEST(StatusStore, aSkipAfterAnotherOutcomeStandsByItself)
 
 TEST(StatusStore, skipsAreComparedWithinOneDestination)
 {
-    const RunRecord one = record(DestinationID::local, Outcome::skipped);
-    const RunRecord two = record(DestinationID::drive, Outcome::skipped);
-    const RunRecord three = record(DestinationID::local, Outcome::skipped);
+    const RunRecord one = record(DestinationID::Local, Outcome::Skipped);
+    const RunRecord two = record(DestinationID::Drive, Outcome::Skipped);
+    const RunRecord three = record(DestinationID::Local, Outcome::Skipped);
     StatusStore::append(one);
     StatusStore::append(two);
     EXPECT_EQ(StatusStore::loadHistory(), QList({two, one}));
@@ -189,9 +189,9 @@ TEST(StatusStore, skipsAreComparedWithinOneDestination)
 
 TEST(StatusStore, skipsWithDifferentMessagesBothStay)
 {
-    const RunRecord one = record(DestinationID::local, Outcome::skipped, "a");
-    const RunRecord two = record(DestinationID::local, Outcome::skipped, "b");
-    const RunRecord three = record(DestinationID::local, Outcome::skipped, "a");
+    const RunRecord one = record(DestinationID::Local, Outcome::Skipped, "a");
+    const RunRecord two = record(DestinationID::Local, Outcome::Skipped, "b");
+    const RunRecord three = record(DestinationID::Local, Outcome::Skipped, "a");
     for (const RunRecord &each : {one, two, three}) {
         StatusStore::append(each);
     }
@@ -201,10 +201,10 @@ TEST(StatusStore, skipsWithDifferentMessagesBothStay)
 TEST(StatusStore, onlySkipsCollapse)
 {
     for (const Outcome outcome :
-         {Outcome::ok, Outcome::warning, Outcome::failed, Outcome::cancelled}) {
+         {Outcome::Ok, Outcome::Warning, Outcome::Failed, Outcome::Cancelled}) {
         QFile::remove(history());
-        const RunRecord one = record(DestinationID::local, outcome);
-        const RunRecord two = record(DestinationID::local, outcome);
+        const RunRecord one = record(DestinationID::Local, outcome);
+        const RunRecord two = record(DestinationID::Local, outcome);
         StatusStore::append(one);
         StatusStore::append(two);
         EXPECT_EQ(StatusStore::loadHistory(), QList({two, one}));
@@ -214,7 +214,7 @@ TEST(StatusStore, onlySkipsCollapse)
 TEST(StatusStore, aDamagedHistoryIsEmptyAndReplacedByTheNextRecord)
 {
     const QByteArray good =
-        QJsonDocument(QJsonArray{record(DestinationID::local, Outcome::ok).toJSON()}).toJson();
+        QJsonDocument(QJsonArray{record(DestinationID::Local, Outcome::Ok).toJSON()}).toJson();
     QByteArray unknown = good;
     unknown.replace("\"outcome\": \"ok\"", "\"outcome\": \"unknown\"");
     ASSERT_NE(unknown, good);
@@ -224,7 +224,7 @@ TEST(StatusStore, aDamagedHistoryIsEmptyAndReplacedByTheNextRecord)
                                    QByteArray("\xff\xfe"), QJsonDocument(oneBad).toJson()}) {
         put(QStringLiteral("history.json"), text);
         EXPECT_EQ(StatusStore::loadHistory(), QList<RunRecord>()) << text.toStdString();
-        const RunRecord next = record(DestinationID::local, Outcome::ok);
+        const RunRecord next = record(DestinationID::Local, Outcome::Ok);
         StatusStore::append(next);
         EXPECT_EQ(StatusStore::loadHistory(), QList{next}) << text.toStdString();
     }
@@ -233,7 +233,7 @@ TEST(StatusStore, aDamagedHistoryIsEmptyAndReplacedByTheNextRecord)
 TEST(StatusStore, aHistoryThatCannotBeWrittenLeavesTheLogGoing)
 {
     ASSERT_TRUE(QDir().mkpath(history() + QLatin1String("/inside")));
-    StatusStore::append(record(DestinationID::local, Outcome::ok));
+    StatusStore::append(record(DestinationID::Local, Outcome::Ok));
     EXPECT_EQ(StatusStore::loadHistory(), QList<RunRecord>());
     EXPECT_EQ(logLines(), 1);
 }
@@ -241,7 +241,7 @@ TEST(StatusStore, aHistoryThatCannotBeWrittenLeavesTheLogGoing)
 TEST(StatusStore, aLogThatCannotBeWrittenLeavesTheHistoryGoing)
 {
     ASSERT_TRUE(QDir().mkpath(log()));
-    const RunRecord only = record(DestinationID::local, Outcome::ok);
+    const RunRecord only = record(DestinationID::Local, Outcome::Ok);
     StatusStore::append(only);
     EXPECT_EQ(StatusStore::loadHistory(), QList{only});
 }

@@ -34,7 +34,7 @@ bool setMode(const QString &path, mode_t mode)
 
 RunRecord record()
 {
-    RunRecord made = RunRecord::starting(DestinationID::local);
+    RunRecord made = RunRecord::starting(DestinationID::Local);
     made.date = QDateTime(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
     return made;
 }

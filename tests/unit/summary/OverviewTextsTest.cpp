@@ -22,21 +22,21 @@ TEST_F(OverviewTextsTest, aFreshInstallationAsksForADestination)
 
 TEST_F(OverviewTextsTest, withoutABackupItSaysSo)
 {
-    enable(DestinationID::server);
+    enable(DestinationID::Server);
     EXPECT_EQ(overviewTitle(), QStringLiteral("Nessun backup eseguito"));
     EXPECT_EQ(button(), QStringLiteral("Esegui backup ora"));
 }
 
 TEST_F(OverviewTextsTest, afterAGoodBackupAllIsWell)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     succeed(10);
     EXPECT_EQ(overviewTitle(), QStringLiteral("Backup aggiornato"));
 }
 
 TEST_F(OverviewTextsTest, aStaleBackupIsToldByItsAge)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     succeed(10);
     situation.staleText = QStringLiteral("3 giorni");
     EXPECT_EQ(overviewTitle(), QStringLiteral("Nessun backup da 3 giorni"));
@@ -50,7 +50,7 @@ TEST_F(OverviewTextsTest, withoutADestinationAStaleBackupDoesntCount)
 
 TEST_F(OverviewTextsTest, aRunIsNamedByItsDestination)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     situation.staleText = QStringLiteral("3 giorni");
     run();
     EXPECT_EQ(overviewTitle(), QStringLiteral("Backup su Google Drive"));
@@ -65,7 +65,7 @@ TEST_F(OverviewTextsTest, withoutADestinationTheButtonGoesThereEvenDuringARun)
 
 TEST_F(OverviewTextsTest, aLaunchHoldsTheButton)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     situation.launching = true;
     EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::starting);
     EXPECT_EQ(button(), QStringLiteral("Avvio in corso..."));
@@ -105,7 +105,7 @@ TEST_F(OverviewTextsTest, noTimeLeftLeavesNoSeparatorBehind)
 
 TEST_F(OverviewTextsTest, withoutTheKitBackupsDontStartByThemselves)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     situation.config.autoBackup = false;
     EXPECT_EQ(detail(),
               QStringLiteral("I backup automatici partono dopo aver salvato il kit di recupero."));
@@ -113,7 +113,7 @@ TEST_F(OverviewTextsTest, withoutTheKitBackupsDontStartByThemselves)
 
 TEST_F(OverviewTextsTest, theNextBackupIsToldByTheInterval)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     situation.config.keySaved = true;
     EXPECT_EQ(detail(), QStringLiteral("Prossimo backup automatico entro un'ora."));
     situation.config.intervalHours = 6;
@@ -159,7 +159,7 @@ TEST_F(OverviewTextsTest, waitingForTheKeyringIsTold)
     situation.starting = true;
     for (const bool isReady : {false, true}) {
         if (isReady) {
-            enable(DestinationID::local);
+            enable(DestinationID::Local);
             succeed(120);
         }
         EXPECT_EQ(OverviewTexts::title(situation), QStringLiteral("In attesa del Portachiavi"));
@@ -172,7 +172,7 @@ TEST_F(OverviewTextsTest, nothingStartsWhileTheKeyringIsWaitedFor)
 {
     situation.starting = true;
     EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::choose);
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::starting);
 }
 

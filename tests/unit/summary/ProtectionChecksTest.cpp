@@ -33,7 +33,7 @@ protected:
     {
         situation.lastCheck = RunRecord();
         situation.lastCheck->outcome = outcome;
-        situation.lastCheck->destination = DestinationID::local;
+        situation.lastCheck->destination = DestinationID::Local;
         situation.lastCheck->date = Clock::now().addSecs(-7200);
         situation.lastCheck->message = QStringLiteral("Dati danneggiati");
     }
@@ -67,43 +67,43 @@ TEST_F(ProtectionChecksTest, withoutADestinationThereAreNoCopies)
 
 TEST_F(ProtectionChecksTest, aDiskAloneCanBeStolenWithTheMac)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     expectCopies(false, "Una sola copia", "Un furto porta via Mac e disco insieme");
 }
 
 TEST_F(ProtectionChecksTest, aRemotePlaceAloneIsSlow)
 {
-    enable(DestinationID::drive);
+    enable(DestinationID::Drive);
     expectCopies(false, "Una sola copia", "Aggiungi un disco per ripristini rapidi");
     situation.config.driveEnabled = false;
-    enable(DestinationID::server);
+    enable(DestinationID::Server);
     expectCopies(false, "Una sola copia", "Aggiungi un disco per ripristini rapidi");
 }
 
 TEST_F(ProtectionChecksTest, theSystemDiskComesBeforeTheCount)
 {
     situation.localOnSystemDisk = true;
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     const char *title = "Backup sul disco del Mac";
     const char *detail = "Un guasto li porta via insieme ai file";
     expectCopies(false, title, detail);
-    enable(DestinationID::drive);
+    enable(DestinationID::Drive);
     expectCopies(false, title, detail);
 }
 
 TEST_F(ProtectionChecksTest, aDiskNotInUseIsNoMatterWhereItIs)
 {
     situation.localOnSystemDisk = true;
-    enable(DestinationID::drive);
-    enable(DestinationID::server);
+    enable(DestinationID::Drive);
+    enable(DestinationID::Server);
     expectCopies(true, "Copie in 2 luoghi", "Drive, Server");
 }
 
 TEST_F(ProtectionChecksTest, severalPlacesAreNamedInTheirOrder)
 {
-    enable(DestinationID::server);
-    enable(DestinationID::drive);
-    enable(DestinationID::local);
+    enable(DestinationID::Server);
+    enable(DestinationID::Drive);
+    enable(DestinationID::Local);
     expectCopies(true, "Copie in 3 luoghi", "Disco, Drive, Server");
 }
 
@@ -131,7 +131,7 @@ TEST_F(ProtectionChecksTest, accessToTheDiskIsTold)
 
 TEST_F(ProtectionChecksTest, aGoodVerificationIsToldByItsAge)
 {
-    verify(Outcome::ok);
+    verify(Outcome::Ok);
     EXPECT_EQ(ids().last(), QStringLiteral("integrity"));
     expectRow(4, true, "Backup integro", "Verificato 2 ore fa", Remedy::none);
 }
@@ -139,7 +139,7 @@ TEST_F(ProtectionChecksTest, aGoodVerificationIsToldByItsAge)
 TEST_F(ProtectionChecksTest, anyOtherVerificationIsToldByItsMessage)
 {
     for (const Outcome outcome :
-         {Outcome::warning, Outcome::failed, Outcome::skipped, Outcome::cancelled}) {
+         {Outcome::Warning, Outcome::Failed, Outcome::Skipped, Outcome::Cancelled}) {
         verify(outcome);
         expectRow(4, false, "Verifica non riuscita", "Disco esterno: Dati danneggiati",
                   Remedy::activity);
@@ -155,9 +155,9 @@ TEST_F(ProtectionChecksTest, oneProblemHasTheWordsOfMany)
 TEST_F(ProtectionChecksTest, withNothingToFixAllIsWell)
 {
     situation.config.keySaved = true;
-    enable(DestinationID::local);
-    enable(DestinationID::drive);
-    verify(Outcome::ok);
+    enable(DestinationID::Local);
+    enable(DestinationID::Drive);
+    verify(Outcome::Ok);
     EXPECT_EQ(badge(), QStringLiteral("Tutto a posto"));
 }
 

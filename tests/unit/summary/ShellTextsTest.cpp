@@ -24,20 +24,20 @@ TEST_F(ShellTextsTest, theSidebarAsksForADestination)
 
 TEST_F(ShellTextsTest, theSidebarSaysThatThereIsNoBackup)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     expectSidebar("Nessun backup", Tone::Wrong);
 }
 
 TEST_F(ShellTextsTest, theSidebarTellsAGoodBackup)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     succeed(5);
     expectSidebar("Backup aggiornato", Tone::Well);
 }
 
 TEST_F(ShellTextsTest, theSidebarTellsAStaleBackup)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     succeed(5);
     situation.staleText = QStringLiteral("40 ore");
     expectSidebar("Fermo da 40 ore", Tone::Wrong);
@@ -59,7 +59,7 @@ TEST_F(ShellTextsTest, thePanelOfAFreshInstallation)
     EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("Nessuno"));
     EXPECT_EQ(detail(), QStringLiteral("Nessuna destinazione configurata."));
     EXPECT_EQ(ShellTexts::panelDestinations(situation),
-              QList({DestinationID::local, DestinationID::drive}));
+              QList({DestinationID::Local, DestinationID::Drive}));
 }
 
 TEST_F(ShellTextsTest, thePanelTellsTheAgeOfTheLastGoodBackup)
@@ -96,14 +96,14 @@ TEST_F(ShellTextsTest, waitingForTheKeyringIsToldBeforeWhatFollowsFromTheKey)
 
 TEST_F(ShellTextsTest, thePanelAsksForTheKit)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     situation.config.autoBackup = false;
     EXPECT_EQ(detail(), QStringLiteral("Salva il kit di recupero per avviare i backup."));
 }
 
 TEST_F(ShellTextsTest, thePanelTellsTheInterval)
 {
-    enable(DestinationID::local);
+    enable(DestinationID::Local);
     situation.config.keySaved = true;
     EXPECT_EQ(detail(), QStringLiteral("Backup automatico ogni ora."));
     situation.config.intervalHours = 12;
@@ -114,11 +114,11 @@ TEST_F(ShellTextsTest, thePanelTellsTheInterval)
 
 TEST_F(ShellTextsTest, thePanelHasARowForEachPlaceInUse)
 {
-    enable(DestinationID::server);
-    EXPECT_EQ(ShellTexts::panelDestinations(situation), QList({DestinationID::server}));
-    enable(DestinationID::local);
+    enable(DestinationID::Server);
+    EXPECT_EQ(ShellTexts::panelDestinations(situation), QList({DestinationID::Server}));
+    enable(DestinationID::Local);
     EXPECT_EQ(ShellTexts::panelDestinations(situation),
-              QList({DestinationID::local, DestinationID::server}));
+              QList({DestinationID::Local, DestinationID::Server}));
 }
 
 } // namespace

@@ -16,15 +16,15 @@ protected:
 
     void enable(DestinationID destination)
     {
-        situation.config.localEnabled |= destination == DestinationID::local;
-        situation.config.driveEnabled |= destination == DestinationID::drive;
-        situation.config.serverEnabled |= destination == DestinationID::server;
+        situation.config.localEnabled |= destination == DestinationID::Local;
+        situation.config.driveEnabled |= destination == DestinationID::Drive;
+        situation.config.serverEnabled |= destination == DestinationID::Server;
     }
 
     RunStatus &run(double percent = 0)
     {
         situation.status = RunStatus();
-        situation.status->destination = DestinationID::drive;
+        situation.status->destination = DestinationID::Drive;
         situation.status->phase = QStringLiteral("Analisi dei file");
         situation.status->percent = percent;
         return *situation.status;

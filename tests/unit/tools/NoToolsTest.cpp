@@ -22,7 +22,7 @@ TEST(NoTools, areReallyThere)
 TEST(NoTools, resticsAbsenceIsTold)
 {
     for (const DestinationID dest :
-         {DestinationID::local, DestinationID::drive, DestinationID::server}) {
+         {DestinationID::Local, DestinationID::Drive, DestinationID::Server}) {
         Restic restic;
         restic.dest = dest;
         const ProcessResult result = restic.run({QStringLiteral("snapshots")});

@@ -50,7 +50,7 @@ TEST_F(RcloneServer, anSFTPServerMayHaveAKeyFileAlone)
 
 TEST_F(RcloneServer, anSMBServerHasItsKeysInOrderAndNoHostKeys)
 {
-    server.serverKind = ServerKind::smb;
+    server.serverKind = ServerKind::Smb;
     server.serverPort = QStringLiteral("4455");
     server.serverKeyFile = QStringLiteral("/keys/id");
     EXPECT_EQ(section(QStringLiteral("secret")),
@@ -62,14 +62,14 @@ TEST_F(RcloneServer, anSMBServerHasItsKeysInOrderAndNoHostKeys)
 
 TEST_F(RcloneServer, anSMBServerHasNoKeyForWhatIsNotGiven)
 {
-    server.serverKind = ServerKind::smb;
+    server.serverKind = ServerKind::Smb;
     EXPECT_EQ(section(), "\n[vellomar-server]\ntype = smb\nhost = host\nuser = anna\n");
     EXPECT_EQ(commands(), QStringList({deletion, show, encryption, trial}));
 }
 
 TEST_F(RcloneServer, aWebDAVServerHasItsKeysInOrder)
 {
-    server.serverKind = ServerKind::webdav;
+    server.serverKind = ServerKind::Webdav;
     server.serverHost = QStringLiteral("https://host/dav");
     server.serverPort = QStringLiteral("8080");
     server.serverKeyFile = QStringLiteral("/keys/id");
@@ -81,7 +81,7 @@ TEST_F(RcloneServer, aWebDAVServerHasItsKeysInOrder)
 
 TEST_F(RcloneServer, aWebDAVServerWithoutASecretHasAnEmptyPassword)
 {
-    server.serverKind = ServerKind::webdav;
+    server.serverKind = ServerKind::Webdav;
     EXPECT_EQ(section(), "\n[vellomar-server]\ntype = webdav\nurl = host\nvendor = other\n"
                          "user = anna\npass = \n");
     EXPECT_FALSE(commands().contains(scrambling));
@@ -89,7 +89,7 @@ TEST_F(RcloneServer, aWebDAVServerWithoutASecretHasAnEmptyPassword)
 
 TEST_F(RcloneServer, anS3ServerHasItsKeysInOrderAndItsSecretAsTyped)
 {
-    server.serverKind = ServerKind::s3;
+    server.serverKind = ServerKind::S3;
     server.serverPort = QStringLiteral("9000");
     server.serverKeyFile = QStringLiteral("/keys/id");
     EXPECT_EQ(section(QStringLiteral(" the+secret/= ")),
@@ -100,7 +100,7 @@ TEST_F(RcloneServer, anS3ServerHasItsKeysInOrderAndItsSecretAsTyped)
 
 TEST_F(RcloneServer, anS3ServerWithoutASecretHasAnEmptyOne)
 {
-    server.serverKind = ServerKind::s3;
+    server.serverKind = ServerKind::S3;
     EXPECT_EQ(section(), "\n[vellomar-server]\ntype = s3\nprovider = Other\nendpoint = host\n"
                          "access_key_id = anna\nsecret_access_key = \n");
 }
@@ -127,7 +127,7 @@ TEST_F(RcloneServer, blanksAroundTheAddressOfOtherKindsDoNotCountEither)
 {
     server.serverHost = QStringLiteral(" host ");
     server.serverUser = QStringLiteral(" anna ");
-    for (const ServerKind kind : {ServerKind::smb, ServerKind::webdav, ServerKind::s3}) {
+    for (const ServerKind kind : {ServerKind::Smb, ServerKind::Webdav, ServerKind::S3}) {
         server.serverKind = kind;
         const QByteArray content = section();
         EXPECT_TRUE(content.contains(" = host\n")) << content.constData();
@@ -178,7 +178,7 @@ TEST_F(RcloneServer, everyCallWithTheFileHasAPipeOfItsOwnAndTheOthersNoEnvironme
 TEST_F(RcloneServer, theSecretGoesToStandardInputAloneAndNowhereElse)
 {
     for (const ServerKind kind :
-         {ServerKind::sftp, ServerKind::smb, ServerKind::webdav, ServerKind::s3}) {
+         {ServerKind::Sftp, ServerKind::Smb, ServerKind::Webdav, ServerKind::S3}) {
         server.serverKind = kind;
         section(QStringLiteral("well hidden"));
     }
@@ -194,7 +194,7 @@ TEST_F(RcloneServer, theSecretGoesToStandardInputAloneAndNowhereElse)
 
 TEST_F(RcloneServer, aSecretThatCannotBeObscuredIsNoConfiguration)
 {
-    for (const ServerKind kind : {ServerKind::sftp, ServerKind::smb, ServerKind::webdav}) {
+    for (const ServerKind kind : {ServerKind::Sftp, ServerKind::Smb, ServerKind::Webdav}) {
         server.serverKind = kind;
         for (const ProcessResult &failing :
              {said(QStringLiteral("x"), 1), said(QStringLiteral(" \n"))}) {
@@ -230,7 +230,7 @@ TEST_F(RcloneServer, aStoreThatFailsIsTakenBack)
 
 TEST_F(RcloneServer, anS3SecretWithALineFeedIsRefused)
 {
-    server.serverKind = ServerKind::s3;
+    server.serverKind = ServerKind::S3;
     EXPECT_EQ(Rclone::connectServer(server, QStringLiteral("a\nb")), notConfigured);
     EXPECT_EQ(commands(), QStringList({deletion, deletion}));
     EXPECT_EQ(config(), envelope);
@@ -280,7 +280,7 @@ TEST_F(RcloneServer, whatATrialSaysDoesNotCountWhenItEndsWell)
 TEST_F(RcloneServer, anAttemptBeginsWithoutTheKeysOfTheOneBefore)
 {
     writeKeys("old key\n");
-    server.serverKind = ServerKind::smb;
+    server.serverKind = ServerKind::Smb;
     section();
     EXPECT_FALSE(isKnown());
     EXPECT_EQ(commands().first(), deletion);

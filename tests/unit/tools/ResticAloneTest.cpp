@@ -16,7 +16,7 @@ TEST(ResticAlone, isReallyThere)
 
 TEST(ResticAlone, isStartedWithoutAWordOfRclone)
 {
-    for (const DestinationID dest : {DestinationID::drive, DestinationID::server}) {
+    for (const DestinationID dest : {DestinationID::Drive, DestinationID::Server}) {
         QStringList words;
         ChildProcess::Environment environment;
         const ScopedProcessRunner runner(

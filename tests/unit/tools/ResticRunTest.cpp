@@ -91,7 +91,7 @@ TEST_F(ResticRunTest, onADiskItIsResticAlone)
     EXPECT_EQ(
         last().options.env,
         (ChildProcess::Environment{
-            {QStringLiteral("RESTIC_REPOSITORY"), restic.config.repository(DestinationID::local)},
+            {QStringLiteral("RESTIC_REPOSITORY"), restic.config.repository(DestinationID::Local)},
             {QStringLiteral("PATH"),
              QFileInfo(resticPath).path() +
                  QLatin1String(
@@ -128,7 +128,7 @@ TEST_F(ResticRunTest, anotherRepositoryReplacesTheConfiguredOne)
 TEST_F(ResticRunTest, behindRcloneItGetsRcloneAndTheWayToItsKey)
 {
     giveConfigKey();
-    for (const DestinationID dest : {DestinationID::drive, DestinationID::server}) {
+    for (const DestinationID dest : {DestinationID::Drive, DestinationID::Server}) {
         restic.dest = dest;
         bool isPipeThere = false;
         QString command;
@@ -159,7 +159,7 @@ TEST_F(ResticRunTest, behindRcloneItGetsRcloneAndTheWayToItsKey)
 TEST_F(ResticRunTest, withoutAKeyOfTheConfigurationRcloneIsGivenNone)
 {
     secrets.readFailure = -25308;
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     static_cast<void>(restic.run({QStringLiteral("x")}));
     ASSERT_EQ(calls.size(), 1); // nothing to encrypt the configuration with
     EXPECT_EQ(keys(last()), QStringList({QStringLiteral("PATH"), QStringLiteral("RCLONE_CONFIG"),
@@ -169,7 +169,7 @@ TEST_F(ResticRunTest, withoutAKeyOfTheConfigurationRcloneIsGivenNone)
 TEST_F(ResticRunTest, theConfigurationIsEncryptedBeforeTheFirstRunAndNotAgain)
 {
     giveConfigKey();
-    restic.dest = DestinationID::drive;
+    restic.dest = DestinationID::Drive;
     static_cast<void>(restic.run({QStringLiteral("one")}));
     static_cast<void>(restic.run({QStringLiteral("two")}));
     ASSERT_EQ(calls.size(), 3);
@@ -185,7 +185,7 @@ TEST_F(ResticRunTest, theConfigurationIsEncryptedBeforeTheFirstRunAndNotAgain)
 TEST_F(ResticRunTest, noSecretStandsInAnArgumentOrInTheEnvironment)
 {
     giveConfigKey();
-    restic.dest = DestinationID::drive;
+    restic.dest = DestinationID::Drive;
     static_cast<void>(restic.prepare());
     ASSERT_EQ(calls.size(), 3);
     for (const Call &call : calls) {
@@ -297,7 +297,7 @@ TEST_F(ResticRunTest, aFolderThatStayedWhenItsDiskWentIsNotAvailable)
 {
     restic.config.localFolder = Paths::home();
     EngineState state;
-    state.localDisk = {restic.config.repository(DestinationID::local), Paths::home()};
+    state.localDisk = {restic.config.repository(DestinationID::Local), Paths::home()};
     StatusStore::save(state);
     EXPECT_FALSE(restic.isAvailable());
     // Neither another folder nor another machine's repository was on that disk.
@@ -345,9 +345,9 @@ TEST_F(ResticRunTest, theRemotesDecideWhetherTheOthersAreAvailable)
         file.close();
         secrets.readFailure = -1; // keeps the file as it is
         answers = {{0, QString::fromUtf8(row.dump), QString()}};
-        restic.dest = DestinationID::drive;
+        restic.dest = DestinationID::Drive;
         EXPECT_EQ(restic.isAvailable(), row.drive) << row.dump;
-        restic.dest = DestinationID::server;
+        restic.dest = DestinationID::Server;
         EXPECT_EQ(restic.isAvailable(), row.server) << row.dump;
     }
     EXPECT_EQ(calls.size(), 7); // one look at each state, and never restic
@@ -355,11 +355,11 @@ TEST_F(ResticRunTest, theRemotesDecideWhetherTheOthersAreAvailable)
 
 TEST_F(ResticRunTest, whatIsSaidWhenADestinationIsUnavailable)
 {
-    restic.dest = DestinationID::local;
+    restic.dest = DestinationID::Local;
     EXPECT_EQ(restic.unavailableMessage(), QStringLiteral("Disco non collegato"));
-    restic.dest = DestinationID::drive;
+    restic.dest = DestinationID::Drive;
     EXPECT_EQ(restic.unavailableMessage(), QStringLiteral("Google Drive non collegato"));
-    restic.dest = DestinationID::server;
+    restic.dest = DestinationID::Server;
     EXPECT_EQ(restic.unavailableMessage(), QStringLiteral("Server non collegato"));
 }
 

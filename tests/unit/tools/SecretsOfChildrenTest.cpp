@@ -21,7 +21,7 @@ protected:
             configKey;
         EXPECT_TRUE(QDir().mkpath(log));
         qputenv("STANDIN_LOG", log.toUtf8());
-        restic.dest = DestinationID::server;
+        restic.dest = DestinationID::Server;
         restic.password = QString::fromUtf8(repositoryKey);
     }
 
