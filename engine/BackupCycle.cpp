@@ -5,9 +5,9 @@
 #include "platform/AtomicFile.h"
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
-#include "state/Localized.h"
 #include "state/Paths.h"
 #include "state/StatusStore.h"
+#include "state/Texts.h"
 
 #include <cstdio>
 #include <utility>
@@ -49,7 +49,7 @@ int BackupEngine::runAll()
     if (!lock) {
         // Where the lock can't be kept no record can, so this line is the only report of it.
         if (lock.error()) {
-            complain(localized("Vellomar: impossibile scrivere nella cartella %1 (%2)")
+            complain(Texts::tr("Vellomar: impossibile scrivere nella cartella %1 (%2)")
                          .arg(Paths::support(), *lock.error()));
         }
         return exitGood;
@@ -76,7 +76,7 @@ int BackupEngine::runGated()
     }
     if (!m_manual && m_config.skipOnBattery && m_onBattery()) {
         recordGate(destinations.front(), Outcome::Skipped,
-                   localized("Rimandato: il Mac è alimentato a batteria"));
+                   Texts::tr("Rimandato: il Mac è alimentato a batteria"));
         return exitGood;
     }
     const auto password = Keychain::read(Keychain::repositoryKey);
@@ -86,7 +86,7 @@ int BackupEngine::runGated()
     }
     if (!*password) {
         recordGate(destinations.front(), Outcome::Failed,
-                   localized("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
+                   Texts::tr("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
         return exitFailed;
     }
     // The window takes the confirmation back before it puts a new key in place: the settings as

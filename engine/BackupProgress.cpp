@@ -2,8 +2,8 @@
 
 #include "platform/Clock.h"
 #include "state/JSONFile.h"
-#include "state/Localized.h"
 #include "state/StatusStore.h"
+#include "state/Texts.h"
 #include "tools/JSONValues.h"
 
 #include <QJsonArray>
@@ -115,7 +115,7 @@ QString BackupProgress::version() const
 
 void BackupProgress::takeStatus(const QJsonObject &message)
 {
-    m_status.phase = localized("Copia dei file");
+    m_status.phase = Texts::tr("Copia dei file");
     m_status.percent = number(message, QLatin1String("percent_done"));
     m_status.filesDone = int64(message, QLatin1String("files_done"));
     m_status.totalFiles = int64(message, QLatin1String("total_files"));

@@ -4,8 +4,8 @@
 #include "engine/RepositoryVolume.h"
 #include "engine/Sources.h"
 #include "platform/Clock.h"
-#include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/Texts.h"
 
 namespace {
 
@@ -17,22 +17,22 @@ void end(RunRecord &record, Outcome outcome, const QString &message)
 
 QString lostDisk()
 {
-    return localized("Il disco è stato scollegato durante il backup");
+    return Texts::tr("Il disco è stato scollegato durante il backup");
 }
 
 /// What the user reads of a backup that made a version.
 QString goodMessage(int unreadable, bool isRetained)
 {
     if (unreadable > 0 && !isRetained) {
-        return localized("Completato, ma %1 elementi non erano leggibili e le versioni vecchie "
+        return Texts::tr("Completato, ma %1 elementi non erano leggibili e le versioni vecchie "
                          "restano: una di loro ha una data successiva a questo backup")
             .arg(unreadable);
     }
     if (unreadable > 0) {
-        return localized("Completato, ma %1 elementi non erano leggibili").arg(unreadable);
+        return Texts::tr("Completato, ma %1 elementi non erano leggibili").arg(unreadable);
     }
-    return isRetained ? localized("Completato")
-                      : localized("Completato, ma le versioni vecchie restano: una di loro ha una "
+    return isRetained ? Texts::tr("Completato")
+                      : Texts::tr("Completato, ma le versioni vecchie restano: una di loro ha una "
                                   "data successiva a questo backup");
 }
 
@@ -43,13 +43,13 @@ RunRecord BackupEngine::runOne(DestinationID destination, const QString &passwor
     const auto start = Clock::steady();
     RunRecord record = RunRecord::starting(destination);
     BackupProgress progress(destination, record.date, m_lastStatusWrite);
-    progress.enter(localized("Connessione"));
+    progress.enter(Texts::tr("Connessione"));
 
     const Restic restic{destination, m_config, password, std::nullopt};
     backUp(restic, progress, record);
     if (m_handle->isCancelled() && !isGood(record.outcome)) {
         // What a step of a stopped run comes to comes of the stop.
-        end(record, Outcome::Cancelled, localized("Interrotto"));
+        end(record, Outcome::Cancelled, Texts::tr("Interrotto"));
     }
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     return record;
@@ -68,18 +68,18 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
     }
     const QStringList sources = Sources::existing(m_config);
     if (sources.isEmpty()) {
-        end(record, Outcome::Failed, localized("Nessuna cartella da salvare"));
+        end(record, Outcome::Failed, Texts::tr("Nessuna cartella da salvare"));
         return;
     }
     ExcludeFile::write(m_config);
 
-    progress.enter(localized("Scansione dei file"));
+    progress.enter(Texts::tr("Scansione dei file"));
     const ProcessResult result =
         restic.run(backupArguments(restic.dest, sources), m_handle.get(),
                    [&progress](const QString &line) { progress.handleLine(line); });
     progress.countErrors(result.standardError);
     if (m_handle->isCancelled()) {
-        end(record, Outcome::Cancelled, localized("Interrotto"));
+        end(record, Outcome::Cancelled, Texts::tr("Interrotto"));
         return;
     }
     if (!volume.isStillThere()) {
@@ -92,7 +92,7 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
         return;
     }
     progress.summarise(record);
-    progress.enterWhole(localized("Pulizia delle versioni vecchie"));
+    progress.enterWhole(Texts::tr("Pulizia delle versioni vecchie"));
     const bool isRetained = applyRetention(restic, progress.version(), record.date);
     if (!volume.isStillThere()) {
         end(record, Outcome::Failed, lostDisk());

@@ -1,8 +1,8 @@
 #include "engine/BackupEngine.h"
 
 #include "platform/Clock.h"
-#include "state/Localized.h"
 #include "state/StatusStore.h"
+#include "state/Texts.h"
 
 #include <algorithm>
 
@@ -54,12 +54,12 @@ Drought drought()
 QString skipTitle(const Drought &drought)
 {
     if (!drought.hadGoodBackup) {
-        return localized("Backup non eseguito");
+        return Texts::tr("Backup non eseguito");
     }
     const QString age = drought.hours > 47
-                            ? localized("%1 giorni").arg(drought.hours / 24)
-                            : localized("%1 ore").arg(qMax(drought.hours, qint64{1}));
-    return localized("Nessun backup da %1").arg(age);
+                            ? Texts::tr("%1 giorni").arg(drought.hours / 24)
+                            : Texts::tr("%1 ore").arg(qMax(drought.hours, qint64{1}));
+    return Texts::tr("Nessun backup da %1").arg(age);
 }
 
 QString body(const RunRecord &record)
@@ -79,7 +79,7 @@ void BackupEngine::notifyProblems(const QList<RunRecord> &records)
         return;
     }
     if (const RunRecord *failed = firstWith(Outcome::Failed, records)) {
-        m_notify(localized("Backup non riuscito"), body(*failed));
+        m_notify(Texts::tr("Backup non riuscito"), body(*failed));
     } else {
         const RunRecord *skipped = firstWith(Outcome::Skipped, records);
         if (anyIsGood(records) || skipped == nullptr) {

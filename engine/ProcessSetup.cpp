@@ -1,7 +1,7 @@
 #include "engine/ProcessSetup.h"
 
 #include "platform/HomeFolder.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "tools/FileDescriptor.h"
 
 #include <csignal>
@@ -64,10 +64,10 @@ bool ProcessSetup::complete()
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     raiseOpenFiles();
     if (!canOpenEnough()) {
-        return fail(localized("Vellomar: il sistema permette di aprire troppo pochi file"));
+        return fail(Texts::tr("Vellomar: il sistema permette di aprire troppo pochi file"));
     }
     if (!findHomeFolder()) {
-        return fail(localized("Vellomar: la cartella home non si trova. HOME è vuota e il sistema "
+        return fail(Texts::tr("Vellomar: la cartella home non si trova. HOME è vuota e il sistema "
                               "non conosce l'utente."));
     }
     return true;

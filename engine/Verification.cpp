@@ -3,8 +3,8 @@
 #include "engine/RepositoryVolume.h"
 #include "platform/Clock.h"
 #include "platform/WeekOfYear.h"
-#include "state/Localized.h"
 #include "state/StatusStore.h"
+#include "state/Texts.h"
 
 namespace {
 
@@ -31,10 +31,10 @@ QStringList checkArguments(DestinationID destination, const QDateTime &start)
 QString failureMessage(const ProcessResult &result, const RepositoryVolume &volume)
 {
     if (!volume.isStillThere()) {
-        return localized("Il disco è stato scollegato durante la verifica");
+        return Texts::tr("Il disco è stato scollegato durante la verifica");
     }
     if (result.standardError.contains(QLatin1String("repository contains errors"))) {
-        return localized("Il backup contiene dati danneggiati");
+        return Texts::tr("Il backup contiene dati danneggiati");
     }
     return Restic::describe(result).message;
 }
@@ -53,7 +53,7 @@ void BackupEngine::verifyIfDue(DestinationID destination, const QString &passwor
     record.kind = QStringLiteral("check");
     // The check tells no progress, so this stands until its end.
     BackupProgress progress(destination, record.date, m_lastStatusWrite);
-    progress.enterWhole(localized("Verifica dell'integrità"));
+    progress.enterWhole(Texts::tr("Verifica dell'integrità"));
 
     const Restic restic{destination, m_config, password, std::nullopt};
     const RepositoryVolume volume(restic);
@@ -64,14 +64,14 @@ void BackupEngine::verifyIfDue(DestinationID destination, const QString &passwor
     }
     const bool isSound = result.status == 0 && volume.isStillThere();
     record.outcome = isSound ? Outcome::Ok : Outcome::Failed;
-    record.message = isSound ? localized("Nessun errore trovato") : failureMessage(result, volume);
+    record.message = isSound ? Texts::tr("Nessun errore trovato") : failureMessage(result, volume);
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     StatusStore::append(record);
     if (isSound) {
         state.lastCheck.insert(rawValue(destination), now);
         StatusStore::save(state);
     } else {
-        m_notify(localized("Verifica del backup non riuscita"),
+        m_notify(Texts::tr("Verifica del backup non riuscita"),
                  title(destination) + QLatin1String(": ") + record.message);
     }
 }

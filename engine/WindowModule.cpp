@@ -1,7 +1,7 @@
 #include "engine/WindowModule.h"
 
 #include "platform/ExecutablePath.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -37,7 +37,7 @@ int WindowModule::run(int argc, char *argv[])
     const Window window = loaded();
     if (window == nullptr) {
         const QString message =
-            localized("Vellomar: la finestra non si può caricare (%1).\n"
+            Texts::tr("Vellomar: la finestra non si può caricare (%1).\n"
                       "Per un backup senza finestra: vellomar --backup --manual\n")
                 .arg(QString::fromLocal8Bit(::dlerror()));
         static_cast<void>(std::fputs(qUtf8Printable(message), stderr));

@@ -4,8 +4,8 @@
 #include "model/UserDefaults.h"
 #include "platform/Clock.h"
 #include "state/ConfigStore.h"
-#include "state/Localized.h"
 #include "state/StatusStore.h"
+#include "state/Texts.h"
 
 #include <QMetaType>
 
@@ -178,17 +178,17 @@ QString AppModel::title(Section section)
 {
     switch (section) {
     case Section::Overview:
-        return localized("Panoramica");
+        return Texts::tr("Panoramica");
     case Section::Restore:
-        return localized("Ripristina");
+        return Texts::tr("Ripristina");
     case Section::Sources:
-        return localized("Cartelle");
+        return Texts::tr("Cartelle");
     case Section::Destinations:
-        return localized("Destinazioni");
+        return Texts::tr("Destinazioni");
     case Section::Activity:
-        return localized("Attività");
+        return Texts::tr("Attività");
     case Section::Settings:
-        return localized("Impostazioni");
+        return Texts::tr("Impostazioni");
     }
     return {};
 }

@@ -4,8 +4,8 @@
 #include "model/UserDefaults.h"
 #include "platform/Clock.h"
 #include "platform/ExecutablePath.h"
-#include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/Texts.h"
 
 #include <QPointer>
 
@@ -94,7 +94,7 @@ void AppModel::checkSupportFolder()
     }
     const std::optional<QString> fault = CycleLock::fault();
     const auto message = [&fault] {
-        return localized("Vellomar non può scrivere nella sua cartella %1 (%2): i backup non "
+        return Texts::tr("Vellomar non può scrivere nella sua cartella %1 (%2): i backup non "
                          "possono partire.")
             .arg(Paths::abbreviatedHome(Paths::support()), *fault);
     };

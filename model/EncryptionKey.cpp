@@ -4,8 +4,8 @@
 #include "model/StoredKey.h"
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
-#include "state/Localized.h"
 #include "state/RepositoryKeys.h"
+#include "state/Texts.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -78,7 +78,7 @@ void AppModel::readKey(std::function<void()> done)
         } else {
             setKeySaved(wasSaved);
             StoredKey none;
-            none.error = localized("Le impostazioni non si possono salvare: non è stata creata "
+            none.error = Texts::tr("Le impostazioni non si possono salvare: non è stata creata "
                                    "nessuna chiave.");
             finish(none);
         }
@@ -150,7 +150,7 @@ void AppModel::replaceKey(const QString &key, KeyResult done)
         [this, key, done = std::move(done)](const std::optional<DestinationID> &refusing) {
             assign(m_keyChecking, false, &AppModel::keyCheckingChanged);
             if (refusing) {
-                done(localized("Questa chiave non apre il backup su %1. La chiave in uso non è "
+                done(Texts::tr("Questa chiave non apre il backup su %1. La chiave in uso non è "
                                "stata cambiata.")
                          .arg(::title(*refusing)));
             } else {
@@ -164,7 +164,7 @@ std::optional<QString> AppModel::install(const QString &key, bool saved)
     const bool wasSaved = m_config.keySaved;
     if (!saved && !withdrawConfirmation()) {
         setKeySaved(wasSaved);
-        return localized("Le impostazioni non si possono salvare: la chiave in uso non è stata "
+        return Texts::tr("Le impostazioni non si possono salvare: la chiave in uso non è stata "
                          "cambiata.");
     }
     const auto installed = RepositoryKeys::install(key, m_password);

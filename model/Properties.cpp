@@ -2,7 +2,7 @@
 
 #include "platform/Clock.h"
 #include "state/Fmt.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <algorithm>
 
@@ -40,7 +40,7 @@ std::optional<RunRecord> AppModel::lastCheck() const
 QString AppModel::stateText(DestinationID destination) const
 {
     if (!m_config.isEnabled(destination)) {
-        return localized("Non attiva");
+        return Texts::tr("Non attiva");
     }
     const std::optional<QString> error = m_repos.value(destination).error;
     if (error) {
@@ -48,12 +48,12 @@ QString AppModel::stateText(DestinationID destination) const
     }
     const std::optional<RunRecord> last = lastRecord(destination);
     if (!last) {
-        return localized("In attesa del primo backup");
+        return Texts::tr("In attesa del primo backup");
     }
     if (last->outcome == Outcome::Failed) {
-        return localized("Ultimo backup non riuscito");
+        return Texts::tr("Ultimo backup non riuscito");
     }
-    return localized("Backup %1").arg(Fmt::relative(last->date));
+    return Texts::tr("Backup %1").arg(Fmt::relative(last->date));
 }
 
 AppModel::Tone AppModel::stateTone(DestinationID destination) const
@@ -91,9 +91,9 @@ std::optional<QString> AppModel::staleText() const
         return std::nullopt;
     }
     if (hours < 2 * hoursPerDay) {
-        return localized("%1 ore").arg(hours);
+        return Texts::tr("%1 ore").arg(hours);
     }
-    return localized("%1 giorni").arg(hours / hoursPerDay);
+    return Texts::tr("%1 giorni").arg(hours / hoursPerDay);
 }
 
 QList<DestinationView> AppModel::destinations() const

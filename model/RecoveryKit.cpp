@@ -2,9 +2,9 @@
 
 #include "platform/Clock.h"
 #include "state/Fmt.h"
-#include "state/Localized.h"
 #include "state/Paths.h"
 #include "state/PrivateFile.h"
+#include "state/Texts.h"
 
 #include <QPointer>
 
@@ -17,26 +17,26 @@ Notice savedNotice(const QString &path, const QString &localFolder)
 {
     const std::optional<QString> volume = Paths::volume(path);
     if (!localFolder.isEmpty() && Paths::volume(localFolder) == volume) {
-        return {localized("Il kit è sullo stesso disco dei backup: chi trova il disco può "
+        return {Texts::tr("Il kit è sullo stesso disco dei backup: chi trova il disco può "
                           "leggerli. Spostalo altrove."),
                 true};
     }
     if (Paths::volume(Paths::home()) == volume) {
-        return {localized("Il kit è salvato su questo Mac: se il Mac si rompe o viene rubato va "
+        return {Texts::tr("Il kit è salvato su questo Mac: se il Mac si rompe o viene rubato va "
                           "perso con lui. Copialo su una chiavetta o stampalo."),
                 true};
     }
-    return {localized("Kit salvato in %1.").arg(Paths::abbreviatedHome(path)), false};
+    return {Texts::tr("Kit salvato in %1.").arg(Paths::abbreviatedHome(path)), false};
 }
 
 /// What to say of a kit that was sent to a printer.
 Notice printedNotice(const Desktop::Printing &printing, const QString &localFolder)
 {
     if (printing.failure) {
-        return {localized("Kit non stampato: %1").arg(*printing.failure), true};
+        return {Texts::tr("Kit non stampato: %1").arg(*printing.failure), true};
     }
     return printing.file ? savedNotice(*printing.file, localFolder)
-                         : Notice{localized("Kit stampato."), false};
+                         : Notice{Texts::tr("Kit stampato."), false};
 }
 
 } // namespace
@@ -44,20 +44,20 @@ Notice printedNotice(const Desktop::Printing &printing, const QString &localFold
 QString AppModel::recoveryKitText() const
 {
     const QStringList lines{
-        localized("Vellomar - Kit di recupero"),
+        Texts::tr("Vellomar - Kit di recupero"),
         QString(),
-        localized("Mac: %1").arg(Paths::hostname()),
-        localized("Creato il: %1").arg(Fmt::date(Clock::now())),
+        Texts::tr("Mac: %1").arg(Paths::hostname()),
+        Texts::tr("Creato il: %1").arg(Fmt::date(Clock::now())),
         QString(),
-        localized("Chiave di cifratura:"),
+        Texts::tr("Chiave di cifratura:"),
         m_password,
         QString(),
-        localized("Come ripristinare su un altro Mac:"),
-        localized("1. Installa Vellomar."),
-        localized("2. Apri Ripristina e scegli \"Da un altro Mac\"."),
-        localized("3. Indica dove si trova il backup e inserisci questa chiave."),
+        Texts::tr("Come ripristinare su un altro Mac:"),
+        Texts::tr("1. Installa Vellomar."),
+        Texts::tr("2. Apri Ripristina e scegli \"Da un altro Mac\"."),
+        Texts::tr("3. Indica dove si trova il backup e inserisci questa chiave."),
         QString(),
-        localized("Conserva questo foglio lontano dal Mac. Chi lo possiede può leggere i tuoi "
+        Texts::tr("Conserva questo foglio lontano dal Mac. Chi lo possiede può leggere i tuoi "
                   "backup."),
     };
     return lines.join(u'\n');
@@ -79,7 +79,7 @@ void AppModel::saveRecoveryKit()
         return;
     }
     m_desktop->askSavePath(QStringLiteral("Kit di recupero Vellomar.txt"),
-                           localized("Scegli una chiavetta o un disco diverso da quello dei "
+                           Texts::tr("Scegli una chiavetta o un disco diverso da quello dei "
                                      "backup"),
                            [model = QPointer(this)](const std::optional<QString> &path) {
                                if (model && path && !path->isEmpty()) {
@@ -91,7 +91,7 @@ void AppModel::saveRecoveryKit()
 void AppModel::saveRecoveryKitTo(const QString &path)
 {
     const std::optional<QString> failure = PrivateFile::write(path, recoveryKitText().toUtf8());
-    const Notice notice = failure ? Notice{localized("Kit non salvato: %1").arg(*failure), true}
+    const Notice notice = failure ? Notice{Texts::tr("Kit non salvato: %1").arg(*failure), true}
                                   : savedNotice(path, m_config.localFolder);
     assign(m_kitNotice, std::optional(notice), &AppModel::kitNoticeChanged);
 }

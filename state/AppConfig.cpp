@@ -1,7 +1,7 @@
 #include "state/AppConfig.h"
 
 #include "state/JSONReader.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <QJsonArray>
 
@@ -48,15 +48,15 @@ QStringList AppConfig::defaultExcludes()
 QList<RetentionOption> AppConfig::retentionOptions()
 {
     return {
-        {-1, localized("Solo l'ultima"), localized("Ultima")},
-        {7, localized("1 settimana"), localized("1 sett.")},
-        {30, localized("1 mese"), localized("1 mese")},
-        {90, localized("3 mesi"), localized("3 mesi")},
-        {180, localized("6 mesi"), localized("6 mesi")},
-        {365, localized("1 anno"), localized("1 anno")},
-        {730, localized("2 anni"), localized("2 anni")},
-        {1825, localized("5 anni"), localized("5 anni")},
-        {0, localized("Sempre"), localized("Sempre")},
+        {-1, Texts::tr("Solo l'ultima"), Texts::tr("Ultima")},
+        {7, Texts::tr("1 settimana"), Texts::tr("1 sett.")},
+        {30, Texts::tr("1 mese"), Texts::tr("1 mese")},
+        {90, Texts::tr("3 mesi"), Texts::tr("3 mesi")},
+        {180, Texts::tr("6 mesi"), Texts::tr("6 mesi")},
+        {365, Texts::tr("1 anno"), Texts::tr("1 anno")},
+        {730, Texts::tr("2 anni"), Texts::tr("2 anni")},
+        {1825, Texts::tr("5 anni"), Texts::tr("5 anni")},
+        {0, Texts::tr("Sempre"), Texts::tr("Sempre")},
     };
 }
 
@@ -67,7 +67,7 @@ QString AppConfig::retentionLabel() const
             return option.label;
         }
     }
-    return localized("%1 giorni").arg(keepDays);
+    return Texts::tr("%1 giorni").arg(keepDays);
 }
 
 QJsonObject AppConfig::toJSON() const

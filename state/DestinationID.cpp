@@ -1,6 +1,6 @@
 #include "state/DestinationID.h"
 
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 QString rawValue(DestinationID destination)
 {
@@ -29,11 +29,11 @@ QString title(DestinationID destination)
 {
     switch (destination) {
     case DestinationID::Local:
-        return localized("Disco esterno");
+        return Texts::tr("Disco esterno");
     case DestinationID::Drive:
         return QStringLiteral("Google Drive");
     case DestinationID::Server:
-        return localized("Server privato");
+        return Texts::tr("Server privato");
     }
     Q_UNREACHABLE();
 }

@@ -2,7 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/DateLocale.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <QLocale>
 
@@ -212,7 +212,7 @@ QString Fmt::relative(const QDateTime &date)
     }
     const QDateTime now = Clock::now();
     if (std::abs(now.msecsTo(date)) < 60'000) {
-        return localized("adesso");
+        return Texts::tr("adesso");
     }
     struct Unit
     {
@@ -250,15 +250,15 @@ QString Fmt::since(const QDateTime &date)
     }
     const qint64 minutes = date.msecsTo(Clock::now()) / 60'000;
     if (minutes < 1) {
-        return localized("<1 min");
+        return Texts::tr("<1 min");
     }
     if (minutes < 60) {
-        return localized("%1 min").arg(minutes);
+        return Texts::tr("%1 min").arg(minutes);
     }
     if (minutes < 2880) {
-        return localized("%1 h").arg(minutes / 60);
+        return Texts::tr("%1 h").arg(minutes / 60);
     }
-    return localized("%1 g").arg(minutes / 1440);
+    return Texts::tr("%1 g").arg(minutes / 1440);
 }
 
 QString Fmt::duration(double seconds)
@@ -268,12 +268,12 @@ QString Fmt::duration(double seconds)
     const auto whole =
         static_cast<qint64>(std::isnan(seconds) ? 0.0 : std::clamp(seconds, -most, most));
     if (whole < 60) {
-        return localized("%1 s").arg(whole);
+        return Texts::tr("%1 s").arg(whole);
     }
     if (whole < 3600) {
-        return localized("%1 min").arg(whole / 60);
+        return Texts::tr("%1 min").arg(whole / 60);
     }
-    return localized("%1 h %2 min").arg(whole / 3600).arg(whole % 3600 / 60);
+    return Texts::tr("%1 h %2 min").arg(whole / 3600).arg(whole % 3600 / 60);
 }
 
 QString Fmt::dateTime(const QDateTime &date)
@@ -298,9 +298,9 @@ QString Fmt::day(const QDateTime &date)
     }
     switch (daysBetween(date, Clock::now())) {
     case 0:
-        return localized("Oggi");
+        return Texts::tr("Oggi");
     case 1:
-        return localized("Ieri");
+        return Texts::tr("Ieri");
     default:
         return formatted("EEEEdMMMM", date);
     }

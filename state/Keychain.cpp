@@ -1,7 +1,7 @@
 #include "state/Keychain.h"
 
 #include "platform/SecretBackend.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <QRandomGenerator>
 #include <QStringDecoder>
@@ -31,7 +31,7 @@ quint64 uniform(quint64 bound, const std::function<quint64()> &random)
 
 QString KeychainError::message() const
 {
-    return localized("Impossibile accedere alla chiave nel Portachiavi (errore %1)").arg(status);
+    return Texts::tr("Impossibile accedere alla chiave nel Portachiavi (errore %1)").arg(status);
 }
 
 tl::expected<std::optional<QString>, KeychainError> Keychain::read(const QString &account)

@@ -1,6 +1,6 @@
 #include "state/Outcome.h"
 
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 QString rawValue(Outcome outcome)
 {
@@ -33,15 +33,15 @@ QString label(Outcome outcome)
 {
     switch (outcome) {
     case Outcome::Ok:
-        return localized("Completato");
+        return Texts::tr("Completato");
     case Outcome::Warning:
-        return localized("Con avvisi");
+        return Texts::tr("Con avvisi");
     case Outcome::Failed:
-        return localized("Non riuscito");
+        return Texts::tr("Non riuscito");
     case Outcome::Skipped:
-        return localized("Saltato");
+        return Texts::tr("Saltato");
     case Outcome::Cancelled:
-        return localized("Interrotto");
+        return Texts::tr("Interrotto");
     }
     Q_UNREACHABLE();
 }

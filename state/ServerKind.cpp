@@ -1,6 +1,6 @@
 #include "state/ServerKind.h"
 
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 QString rawValue(ServerKind kind)
 {
@@ -29,12 +29,12 @@ std::optional<ServerKind> serverKind(const QString &raw)
 
 QString userLabel(ServerKind kind)
 {
-    return kind == ServerKind::S3 ? localized("Access key") : localized("Utente");
+    return kind == ServerKind::S3 ? Texts::tr("Access key") : Texts::tr("Utente");
 }
 
 QString secretLabel(ServerKind kind)
 {
-    return kind == ServerKind::S3 ? localized("Secret key") : localized("Password");
+    return kind == ServerKind::S3 ? Texts::tr("Secret key") : Texts::tr("Password");
 }
 
 QString pathLabel(ServerKind kind)
@@ -42,11 +42,11 @@ QString pathLabel(ServerKind kind)
     switch (kind) {
     case ServerKind::Sftp:
     case ServerKind::Webdav:
-        return localized("Cartella");
+        return Texts::tr("Cartella");
     case ServerKind::S3:
-        return localized("Bucket e cartella");
+        return Texts::tr("Bucket e cartella");
     case ServerKind::Smb:
-        return localized("Condivisione e cartella");
+        return Texts::tr("Condivisione e cartella");
     }
     Q_UNREACHABLE();
 }

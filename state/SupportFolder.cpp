@@ -1,7 +1,7 @@
 #include "state/SupportFolder.h"
 
-#include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/Texts.h"
 
 #include <QFile>
 #include <QUuid>
@@ -31,16 +31,16 @@ QString SupportFolder::words(int error)
     switch (error) {
     case EACCES:
     case EPERM:
-        return localized("permesso negato");
+        return Texts::tr("permesso negato");
     case EROFS:
-        return localized("il disco è in sola lettura");
+        return Texts::tr("il disco è in sola lettura");
     case ENOTDIR:
-        return localized("non è una cartella");
+        return Texts::tr("non è una cartella");
     case ENOENT:
-        return localized("non si può creare");
+        return Texts::tr("non si può creare");
     case ENOSPC:
     case EDQUOT:
-        return localized("il disco è pieno");
+        return Texts::tr("il disco è pieno");
     default:
         return qt_error_string(error);
     }

@@ -1,6 +1,6 @@
 #include "tools/ProcessRunner.h"
 
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "tools/GatheredOutput.h"
 
 #include <array>
@@ -86,7 +86,7 @@ public:
     {
         m_errorReader.join();
         if (m_output.isTooLong()) {
-            return notStarted(localized("Risposta troppo lunga"));
+            return notStarted(Texts::tr("Risposta troppo lunga"));
         }
         return {
             .status = status, .standardOutput = m_output.text(), .standardError = m_error.text()};
@@ -168,7 +168,7 @@ ProcessResult runProcess(const QString &path, const QStringList &arguments,
         return runAnyhow(path, arguments, options);
     }
     if (handleOfSteps->isCancelled()) {
-        return notStarted(localized("Interrotto"));
+        return notStarted(Texts::tr("Interrotto"));
     }
     ProcessOptions step = options;
     step.handle = handleOfSteps;

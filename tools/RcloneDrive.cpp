@@ -1,5 +1,5 @@
 #include "state/JSONFile.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "tools/JSONValues.h"
 #include "tools/Rclone.h"
 #include "tools/Tools.h"
@@ -17,13 +17,13 @@ void endStaleSignIn()
 QString failure(const QString &standardError)
 {
     if (standardError.contains(QLatin1String("address already in use"))) {
-        return localized("Un'altra autorizzazione è già in corso. Chiudi la pagina di accesso nel "
+        return Texts::tr("Un'altra autorizzazione è già in corso. Chiudi la pagina di accesso nel "
                          "browser e riprova.");
     }
     const QString sentence = Rclone::lastError(standardError).value_or(QString()).trimmed();
     // A refusal in the browser comes in several lines, of which the last is an empty "Help:".
     return sentence.isEmpty() || sentence == QLatin1String("Help:")
-               ? localized("Autorizzazione non completata")
+               ? Texts::tr("Autorizzazione non completata")
                : sentence;
 }
 
@@ -33,12 +33,12 @@ std::optional<QString> Rclone::connect(const QString &clientID, const QString &c
                                        ProcessHandle &handle)
 {
     if (!Tools::find(QStringLiteral("rclone"))) {
-        return localized("rclone non trovato");
+        return Texts::tr("rclone non trovato");
     }
     endStaleSignIn();
     disconnect();
     if (!encrypted()) {
-        return localized("Configurazione non riuscita"); // the token would stand in plain
+        return Texts::tr("Configurazione non riuscita"); // the token would stand in plain
     }
     // The scope holds the program to the files that it has made itself.
     QStringList arguments = {QStringLiteral("config"), QStringLiteral("create"), driveRemote,
@@ -52,7 +52,7 @@ std::optional<QString> Rclone::connect(const QString &clientID, const QString &c
         return std::nullopt;
     }
     disconnect();
-    return handle.isCancelled() ? localized("Collegamento annullato")
+    return handle.isCancelled() ? Texts::tr("Collegamento annullato")
                                 : failure(result.standardError);
 }
 

@@ -1,6 +1,6 @@
 #include "platform/AtomicFile.h"
-#include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/Texts.h"
 #include "tools/Rclone.h"
 #include "tools/RcloneLimits.h"
 #include "tools/Tools.h"
@@ -22,12 +22,12 @@ QString knownHosts()
 
 QString unreachable()
 {
-    return localized("Server non raggiungibile: controlla indirizzo e porta.");
+    return Texts::tr("Server non raggiungibile: controlla indirizzo e porta.");
 }
 
 QString notConfigured()
 {
-    return localized("Configurazione non riuscita");
+    return Texts::tr("Configurazione non riuscita");
 }
 
 /// The settings of a connection without blanks around what is typed by hand.
@@ -131,7 +131,7 @@ bool holdsAny(const QString &text, const std::array<QLatin1String, count> &words
 std::optional<QString> Rclone::connectServer(const AppConfig &config, const QString &secret)
 {
     if (!Tools::find(QStringLiteral("rclone"))) {
-        return localized("rclone non trovato");
+        return Texts::tr("rclone non trovato");
     }
     disconnectServer();
     const AppConfig server = trimmed(config);
@@ -213,17 +213,17 @@ QString Rclone::serverError(const QString &standardError, const QString &host)
     };
     const QString text = withoutPlaces(standardError, host).toLower();
     if (text.contains(QLatin1String("knownhosts"))) {
-        return localized("Il server si presenta con una chiave diversa da quella registrata. Se "
+        return Texts::tr("Il server si presenta con una chiave diversa da quella registrata. Se "
                          "non l'hai cambiato tu, non collegarti da questa rete; altrimenti "
                          "scollega e ricollega il server.");
     }
     if (holdsAny(text, accessWords)) {
-        return localized("Accesso rifiutato: controlla utente e password.");
+        return Texts::tr("Accesso rifiutato: controlla utente e password.");
     }
     if (holdsAny(text, networkWords)) {
         return unreachable();
     }
-    return lastError(standardError).value_or(localized("Server non raggiungibile"));
+    return lastError(standardError).value_or(Texts::tr("Server non raggiungibile"));
 }
 
 bool Rclone::trustHost(const QString &host, const QString &port)

@@ -1,8 +1,8 @@
 #include "tools/Restic.h"
 
 #include "state/LocalDisk.h"
-#include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/Texts.h"
 #include "tools/Rclone.h"
 #include "tools/Tools.h"
 
@@ -72,11 +72,11 @@ QString Restic::unavailableMessage() const
 {
     switch (dest) {
     case DestinationID::Local:
-        return localized("Disco non collegato");
+        return Texts::tr("Disco non collegato");
     case DestinationID::Drive:
-        return localized("Google Drive non collegato");
+        return Texts::tr("Google Drive non collegato");
     case DestinationID::Server:
-        return localized("Server non collegato");
+        return Texts::tr("Server non collegato");
     }
     Q_UNREACHABLE();
 }
@@ -87,14 +87,14 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
     const std::optional<QString> restic = Tools::find(QStringLiteral("restic"));
     if (!restic) {
         return {
-            .status = -1, .standardOutput = {}, .standardError = localized("restic non trovato")};
+            .status = -1, .standardOutput = {}, .standardError = Texts::tr("restic non trovato")};
     }
     const QString repository = repositoryOverride.value_or(config.repository(dest));
     if (dest == DestinationID::Local && isBehindAFile(repository)) {
         // restic would go on trying for a quarter of an hour.
         return {.status = -1,
                 .standardOutput = {},
-                .standardError = localized("Il backup non può stare in %1: non è una cartella")
+                .standardError = Texts::tr("Il backup non può stare in %1: non è una cartella")
                                      .arg(Paths::abbreviatedHome(repository))};
     }
     ChildProcess::Environment environment{

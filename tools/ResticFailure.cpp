@@ -1,5 +1,5 @@
 #include "state/JSONFile.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "tools/Restic.h"
 
 #include <QJsonObject>
@@ -51,7 +51,7 @@ std::optional<QString> openingFailure(const QString &standardError)
         return std::nullopt;
     }
     if (const auto refused = refusal.match(match.captured(1)); refused.hasMatch()) {
-        return localized("Permesso negato: la cartella %1 non si può aprire")
+        return Texts::tr("Permesso negato: la cartella %1 non si può aprire")
             .arg(refused.captured(1));
     }
     return match.captured(0);
@@ -83,28 +83,28 @@ ResticError Restic::describe(const ProcessResult &result)
 {
     switch (result.status) {
     case ResticExit::wrongPassword:
-        return {localized("Chiave di cifratura errata per questa destinazione")};
+        return {Texts::tr("Chiave di cifratura errata per questa destinazione")};
     case ResticExit::repositoryLocked:
-        return {localized("Destinazione occupata da un'altra operazione")};
+        return {Texts::tr("Destinazione occupata da un'altra operazione")};
     case ResticExit::noRepository:
-        return {localized("Nessun backup presente in questa destinazione")};
+        return {Texts::tr("Nessun backup presente in questa destinazione")};
     default:
         break;
     }
     // rclone's SFTP client refusing a host key that has changed.
     if (result.standardError.contains(QLatin1String("knownhosts"))) {
-        return {localized("Il server si presenta con una chiave diversa da quella registrata: "
+        return {Texts::tr("Il server si presenta con una chiave diversa da quella registrata: "
                           "collegamento rifiutato")};
     }
     if (const auto reason = crash(result.standardError)) {
-        return {localized("restic si è chiuso per un errore interno: %1").arg(*reason)};
+        return {Texts::tr("restic si è chiuso per un errore interno: %1").arg(*reason)};
     }
     if (const auto reason = openingFailure(result.standardError)) {
         return {*reason};
     }
     const QStringList said = messages(result.standardError);
     if (said.isEmpty()) {
-        return {localized("Errore sconosciuto (codice %1)").arg(result.status)};
+        return {Texts::tr("Errore sconosciuto (codice %1)").arg(result.status)};
     }
     return {said.last()};
 }

@@ -1,4 +1,4 @@
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "tools/Rclone.h"
 #include "tools/Restic.h"
 
@@ -125,7 +125,7 @@ tl::expected<void, ResticError> Restic::make() const
         const auto remains = files(repository);
         if (remains && !std::all_of(remains->cbegin(), remains->cend(), isKey)) {
             return tl::unexpected(ResticError{
-                localized("Nella destinazione manca il file «config» del backup. I dati ci sono "
+                Texts::tr("Nella destinazione manca il file «config» del backup. I dati ci sono "
                           "ancora e non sono stati toccati.")});
         }
         // Keys alone open nothing: somebody cut the making short between them and that file.

@@ -10,7 +10,7 @@ Column {
 
     spacing: 2
     Accessible.role: Accessible.StaticText
-    Accessible.name: qsTr("%1: %2").arg(label).arg(value)
+    Accessible.name: qsTranslate("Texts", "%1: %2").arg(label).arg(value)
 
     Digits {
         text: root.value

@@ -92,8 +92,9 @@ T.Slider {
         }
     }
     Accessible.role: Accessible.Slider
-    Accessible.name: index < options.length ? qsTr("%1: %2").arg(name).arg(options[index].label)
-                                            : name
+    Accessible.name: index < options.length
+                     ? qsTranslate("Texts", "%1: %2").arg(name).arg(options[index].label)
+                     : name
     Accessible.onIncreaseAction: control.choose(control.index + 1)
     Accessible.onDecreaseAction: control.choose(control.index - 1)
 

@@ -1,5 +1,5 @@
 #include "model/Background.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "tools/ChildEnvironment.h"
 #include "ui/face/EndSignals.h"
 #include "ui/face/Rendering.h"
@@ -27,7 +27,7 @@ void sayThatThereIsNoScreen(QtMsgType type, const QMessageLogContext &, const QS
     static_cast<void>(std::fputs(qPrintable(text + u'\n'), stderr));
     if (type == QtFatalMsg) {
         static_cast<void>(
-            std::fputs(qUtf8Printable(localized(
+            std::fputs(qUtf8Printable(Texts::tr(
                            "Vellomar: qui non c'è uno schermo su cui aprire la finestra.\n"
                            "Per un backup senza finestra: vellomar --backup --manual\n")),
                        stderr));
@@ -52,11 +52,11 @@ std::unique_ptr<QApplication> madeApplication(int &argc, char *argv[])
 /// The first one is there but says nothing: it hangs, or waits for the keyring.
 void tellThatNobodyAnswers()
 {
-    const QString message = localized("Vellomar è già aperto, ma non risponde.");
+    const QString message = Texts::tr("Vellomar è già aperto, ma non risponde.");
     static_cast<void>(std::fputs(qUtf8Printable(message + u'\n'), stderr));
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Vellomar"), message, QMessageBox::Close);
     box.setInformativeText(
-        localized("Attendi qualche secondo e riprova. Un backup in corso non ne risente."));
+        Texts::tr("Attendi qualche secondo e riprova. Un backup in corso non ne risente."));
     box.exec();
 }
 

@@ -23,7 +23,7 @@ Item {
     implicitWidth: diameter
     implicitHeight: diameter
     Accessible.role: Accessible.StaticText
-    Accessible.name: qsTr("%1 %2").arg(summary.dialValue).arg(summary.dialCaption)
+    Accessible.name: qsTranslate("Texts", "%1 %2").arg(summary.dialValue).arg(summary.dialCaption)
 
     Surface {
         objectName: "bezel"

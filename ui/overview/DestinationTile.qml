@@ -15,7 +15,8 @@ T.AbstractButton {
 
     readonly property var shown: model.destinations[destination]
     readonly property bool counted: shown.known && shown.error === undefined && shown.enabled
-    readonly property string unit: shown.snapshotCount === 1 ? qsTr("versione") : qsTr("versioni")
+    readonly property string unit: shown.snapshotCount === 1 ? qsTranslate("Texts", "versione")
+                                                               : qsTranslate("Texts", "versioni")
 
     // A click by Return, once however long it is held, or by the screen reader.
     function press(repeated: bool) {
@@ -33,8 +34,8 @@ T.AbstractButton {
     Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
     Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.Button
-    Accessible.name: qsTr("%1: %2").arg(text).arg(shown.stateText)
-    Accessible.description: counted ? qsTr("%1 %2").arg(shown.snapshotCount).arg(unit) : ""
+    Accessible.name: qsTranslate("Texts", "%1: %2").arg(text).arg(shown.stateText)
+    Accessible.description: counted ? qsTranslate("Texts", "%1 %2").arg(shown.snapshotCount).arg(unit) : ""
     Accessible.onPressAction: control.press(false)
 
     background: Raised {

@@ -182,7 +182,7 @@ Item {
                     objectName: "destinations"
                     leftPadding: 6
                     topPadding: 8
-                    text: qsTr("Destinazioni")
+                    text: qsTranslate("Texts", "Destinazioni")
                 }
 
                 Repeater {

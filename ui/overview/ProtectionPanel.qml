@@ -37,7 +37,7 @@ Item {
 
                 anchors.verticalCenter: parent.verticalCenter
                 width: parent.width - badge.width - 8
-                text: qsTr("Protezione")
+                text: qsTranslate("Texts", "Protezione")
                 elide: Text.ElideRight
             }
 

@@ -28,7 +28,7 @@ Item {
     T.AbstractButton {
         id: button
 
-        readonly property string spoken: qsTr("%1: %2").arg(root.title).arg(root.detail)
+        readonly property string spoken: qsTranslate("Texts", "%1: %2").arg(root.title).arg(root.detail)
 
         // A click by Return, once however long it is held, or by the screen reader.
         function press(repeated: bool) {

@@ -22,15 +22,15 @@ Sheet {
 
         width: parent.width
         symbol: "lock.open"
-        title: qsTr("Serve l'accesso completo al disco")
-        subtitle: qsTr("Si concede una volta sola")
+        title: qsTranslate("Texts", "Serve l'accesso completo al disco")
+        subtitle: qsTranslate("Texts", "Si concede una volta sola")
         onDismissed: root.dismissed()
     }
 
     Paragraph {
         objectName: "explanation"
         width: parent.width
-        words: qsTr("Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.")
+        words: qsTranslate("Texts", "Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.")
     }
 
     Column {
@@ -41,9 +41,9 @@ Sheet {
 
         Repeater {
             model: [
-                qsTr("Apri Impostazioni di Sistema."),
-                qsTr("Attiva Vellomar nell'elenco."),
-                qsTr("Quando macOS lo chiede, scegli Esci e riapri.")
+                qsTranslate("Texts", "Apri Impostazioni di Sistema."),
+                qsTranslate("Texts", "Attiva Vellomar nell'elenco."),
+                qsTranslate("Texts", "Quando macOS lo chiede, scegli Esci e riapri.")
             ]
 
             Step {
@@ -65,7 +65,7 @@ Sheet {
         PillButton {
             objectName: "without"
             kind: PillButton.Kind.Outline
-            text: qsTr("Continua senza")
+            text: qsTranslate("Texts", "Continua senza")
             onClicked: root.model.continueWithoutAccess()
         }
 
@@ -73,7 +73,7 @@ Sheet {
             id: settings
 
             objectName: "settings"
-            text: qsTr("Apri Impostazioni")
+            text: qsTranslate("Texts", "Apri Impostazioni")
             onClicked: root.model.requestAccessInSettings(root.action)
         }
     }

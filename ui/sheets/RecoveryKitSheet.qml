@@ -36,15 +36,15 @@ Sheet {
         id: head
 
         width: parent.width
-        title: qsTr("Kit di recupero")
-        subtitle: qsTr("Da conservare fuori da questo Mac")
+        title: qsTranslate("Texts", "Kit di recupero")
+        subtitle: qsTranslate("Texts", "Da conservare fuori da questo Mac")
         onDismissed: root.dismissed()
     }
 
     Paragraph {
         objectName: "explanation"
         width: parent.width
-        words: qsTr("I backup sono cifrati con questa chiave. Se il Mac si rompe o viene rubato, senza la chiave non si recupera nulla.")
+        words: qsTranslate("Texts", "I backup sono cifrati con questa chiave. Se il Mac si rompe o viene rubato, senza la chiave non si recupera nulla.")
     }
 
     FlowLayout {
@@ -56,7 +56,7 @@ Sheet {
 
             objectName: "save"
             kind: PillButton.Kind.Outline
-            text: qsTr("Salva il kit")
+            text: qsTranslate("Texts", "Salva il kit")
             enabled: root.model.hasKey
             onClicked: root.model.saveRecoveryKit()
         }
@@ -64,7 +64,7 @@ Sheet {
         PillButton {
             objectName: "print"
             kind: PillButton.Kind.Outline
-            text: qsTr("Stampa")
+            text: qsTranslate("Texts", "Stampa")
             enabled: root.model.hasKey
             onClicked: root.model.printRecoveryKit()
         }
@@ -72,7 +72,8 @@ Sheet {
         PillButton {
             objectName: "copy"
             kind: PillButton.Kind.Outline
-            text: root.model.keyCopied ? qsTr("Copiata per un minuto") : qsTr("Copia la chiave")
+            text: root.model.keyCopied ? qsTranslate("Texts", "Copiata per un minuto")
+                                       : qsTranslate("Texts", "Copia la chiave")
             enabled: root.model.hasKey
             onClicked: root.model.copyKey()
         }
@@ -101,7 +102,7 @@ Sheet {
         objectName: "confirmation"
         width: parent.width
         visible: root.asking
-        text: qsTr("Ho messo la chiave in un posto sicuro, fuori da questo Mac")
+        text: qsTranslate("Texts", "Ho messo la chiave in un posto sicuro, fuori da questo Mac")
         checked: root.confirmed
         enabled: root.model.hasKey
         onToggled: checked => root.confirmed = checked
@@ -111,7 +112,7 @@ Sheet {
         objectName: "last"
         anchors.right: parent.right
         kind: root.asking ? PillButton.Kind.Primary : PillButton.Kind.Outline
-        text: root.asking ? qsTr("Continua") : qsTr("Chiudi")
+        text: root.asking ? qsTranslate("Texts", "Continua") : qsTranslate("Texts", "Chiudi")
         enabled: !root.asking || (root.confirmed && root.model.hasKey)
         onClicked: {
             if (root.asking) {

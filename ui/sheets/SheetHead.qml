@@ -55,7 +55,7 @@ Item {
         objectName: "cross"
         anchors.right: parent.right
         symbol: "xmark"
-        help: qsTr("Chiudi")
+        help: qsTranslate("Texts", "Chiudi")
         onClicked: root.dismissed()
     }
 }

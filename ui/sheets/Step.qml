@@ -10,7 +10,7 @@ Item {
 
     implicitHeight: Math.max(disc.height, words.implicitHeight)
     Accessible.role: Accessible.ListItem
-    Accessible.name: qsTr("%1. %2").arg(number).arg(text)
+    Accessible.name: qsTranslate("Texts", "%1. %2").arg(number).arg(text)
 
     Surface {
         id: disc

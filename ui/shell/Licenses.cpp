@@ -1,7 +1,7 @@
 #include "ui/shell/Licenses.h"
 
-#include "state/Localized.h"
 #include "state/Paths.h"
+#include "state/Texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,5 +47,5 @@ QString Licenses::text(const QString &name)
             }
         }
     }
-    return localized("Licenza non trovata.");
+    return Texts::tr("Licenza non trovata.");
 }

@@ -1,7 +1,7 @@
 #include "ui/shell/WindowDesktop.h"
 
-#include "state/Localized.h"
 #include "state/PrivateFile.h"
+#include "state/Texts.h"
 #include "ui/shell/SystemSettings.h"
 #include "ui/shell/TextPrinter.h"
 
@@ -54,7 +54,7 @@ Desktop::Printing printed(const QString &text, QPrinter &printer)
     const bool isDone =
         TextPrinter::print(text, printer) && printer.printerState() != QPrinter::Error;
     return {.failure = isDone ? std::nullopt
-                              : std::optional(localized("la stampante non lo ha accettato.")),
+                              : std::optional(Texts::tr("la stampante non lo ha accettato.")),
             .file = {}};
 }
 

@@ -1,7 +1,7 @@
 #include "ui/summary/DialFace.h"
 
 #include "state/Fmt.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,7 +59,7 @@ QString DialFace::caption(const Situation &situation)
     if (situation.status) {
         return situation.status->phase;
     }
-    return situation.lastSuccess ? localized("dall'ultimo backup") : localized("nessun backup");
+    return situation.lastSuccess ? Texts::tr("dall'ultimo backup") : Texts::tr("nessun backup");
 }
 
 int DialFace::wholePercent(double fraction)

@@ -1,7 +1,7 @@
 #include "ui/summary/OverviewTexts.h"
 
 #include "state/Fmt.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 namespace {
 
@@ -12,12 +12,12 @@ QString progress(const RunStatus &status)
         return status.phase;
     }
     QStringList parts = {
-        localized("%1 di %2 file")
+        Texts::tr("%1 di %2 file")
             .arg(Fmt::number(status.filesDone), Fmt::number(status.totalFiles)),
-        localized("%1 di %2")
+        Texts::tr("%1 di %2")
             .arg(Fmt::byteCount(status.bytesDone), Fmt::byteCount(status.totalBytes))};
     if (status.secondsRemaining.value_or(0) >= 1) {
-        parts.append(localized("circa %1")
+        parts.append(Texts::tr("circa %1")
                          .arg(Fmt::duration(static_cast<double>(*status.secondsRemaining))));
     }
     return parts.join(QStringLiteral(" · "));
@@ -28,19 +28,19 @@ QString progress(const RunStatus &status)
 QString OverviewTexts::title(const Situation &situation)
 {
     if (situation.status) {
-        return localized("Backup su %1").arg(title(situation.status->destination));
+        return Texts::tr("Backup su %1").arg(title(situation.status->destination));
     }
     if (situation.starting) {
-        return localized("In attesa del Portachiavi");
+        return Texts::tr("In attesa del Portachiavi");
     }
     if (situation.enabled().isEmpty()) {
-        return localized("Nessuna destinazione configurata");
+        return Texts::tr("Nessuna destinazione configurata");
     }
     if (situation.staleText) {
-        return localized("Nessun backup da %1").arg(*situation.staleText);
+        return Texts::tr("Nessun backup da %1").arg(*situation.staleText);
     }
-    return situation.lastSuccess ? localized("Backup aggiornato")
-                                 : localized("Nessun backup eseguito");
+    return situation.lastSuccess ? Texts::tr("Backup aggiornato")
+                                 : Texts::tr("Nessun backup eseguito");
 }
 
 QString OverviewTexts::detail(const Situation &situation)
@@ -49,21 +49,21 @@ QString OverviewTexts::detail(const Situation &situation)
         return progress(*situation.status);
     }
     if (situation.starting) {
-        return localized("Se il sistema chiede di sbloccarlo, inserisci la password.");
+        return Texts::tr("Se il sistema chiede di sbloccarlo, inserisci la password.");
     }
     if (situation.enabled().isEmpty()) {
-        return localized("Collega un disco esterno, Google Drive o un server privato.");
+        return Texts::tr("Collega un disco esterno, Google Drive o un server privato.");
     }
     if (!situation.config.keySaved) {
-        return localized("I backup automatici partono dopo aver salvato il kit di recupero.");
+        return Texts::tr("I backup automatici partono dopo aver salvato il kit di recupero.");
     }
     if (!situation.config.autoBackup) {
-        return localized("Backup automatico disattivato.");
+        return Texts::tr("Backup automatico disattivato.");
     }
     if (situation.config.intervalHours == 1) {
-        return localized("Prossimo backup automatico entro un'ora.");
+        return Texts::tr("Prossimo backup automatico entro un'ora.");
     }
-    return localized("Prossimo backup automatico entro %1 ore.")
+    return Texts::tr("Prossimo backup automatico entro %1 ore.")
         .arg(situation.config.intervalHours);
 }
 
@@ -96,13 +96,13 @@ QString OverviewTexts::label(Action action)
 {
     switch (action) {
     case Action::choose:
-        return localized("Scegli una destinazione");
+        return Texts::tr("Scegli una destinazione");
     case Action::start:
-        return localized("Esegui backup ora");
+        return Texts::tr("Esegui backup ora");
     case Action::starting:
-        return localized("Avvio in corso...");
+        return Texts::tr("Avvio in corso...");
     case Action::stop:
-        return localized("Interrompi");
+        return Texts::tr("Interrompi");
     }
     return {};
 }

@@ -1,7 +1,7 @@
 #include "ui/summary/ProtectionChecks.h"
 
 #include "state/Fmt.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 
 #include <algorithm>
 
@@ -14,21 +14,21 @@ Check key(const Situation &situation)
 {
     const QString id = QStringLiteral("key");
     if (situation.config.keySaved) {
-        return {id, true, localized("Chiave al sicuro"), localized("Kit di recupero salvato")};
+        return {id, true, Texts::tr("Chiave al sicuro"), Texts::tr("Kit di recupero salvato")};
     }
-    return {id, false, localized("Kit di recupero da salvare"),
-            localized("Senza la chiave i backup sono persi"), Remedy::recoveryKit};
+    return {id, false, Texts::tr("Kit di recupero da salvare"),
+            Texts::tr("Senza la chiave i backup sono persi"), Remedy::recoveryKit};
 }
 
 QString place(DestinationID destination)
 {
     switch (destination) {
     case DestinationID::Local:
-        return localized("Disco");
+        return Texts::tr("Disco");
     case DestinationID::Drive:
-        return localized("Drive");
+        return Texts::tr("Drive");
     case DestinationID::Server:
-        return localized("Server");
+        return Texts::tr("Server");
     }
     return {};
 }
@@ -38,24 +38,24 @@ Check copies(const Situation &situation)
     const QString id = QStringLiteral("copies");
     const QList<DestinationID> enabled = situation.enabled();
     if (enabled.isEmpty()) {
-        return {id, false, localized("Nessuna destinazione"),
-                localized("I file stanno solo su questo Mac"), Remedy::destinations};
+        return {id, false, Texts::tr("Nessuna destinazione"),
+                Texts::tr("I file stanno solo su questo Mac"), Remedy::destinations};
     }
     // Before the count: a second copy doesn't make up for the first one's place.
     if (situation.config.localEnabled && situation.localOnSystemDisk) {
-        return {id, false, localized("Backup sul disco del Mac"),
-                localized("Un guasto li porta via insieme ai file"), Remedy::destinations};
+        return {id, false, Texts::tr("Backup sul disco del Mac"),
+                Texts::tr("Un guasto li porta via insieme ai file"), Remedy::destinations};
     }
     if (enabled.size() == 1) {
-        return {id, false, localized("Una sola copia"),
+        return {id, false, Texts::tr("Una sola copia"),
                 enabled.first() == DestinationID::Local
-                    ? localized("Un furto porta via Mac e disco insieme")
-                    : localized("Aggiungi un disco per ripristini rapidi"),
+                    ? Texts::tr("Un furto porta via Mac e disco insieme")
+                    : Texts::tr("Aggiungi un disco per ripristini rapidi"),
                 Remedy::destinations};
     }
     QStringList places;
     std::transform(enabled.cbegin(), enabled.cend(), std::back_inserter(places), place);
-    return {id, true, localized("Copie in %1 luoghi").arg(enabled.size()),
+    return {id, true, Texts::tr("Copie in %1 luoghi").arg(enabled.size()),
             places.join(QStringLiteral(", "))};
 }
 
@@ -64,34 +64,34 @@ Check versions(const Situation &situation)
     const QString id = QStringLiteral("versions");
     const qint64 days = situation.config.keepDays;
     if (days < 0) {
-        return {id, false, localized("Solo l'ultimo backup"),
-                localized("Un file rovinato non si recupera più"), Remedy::settings};
+        return {id, false, Texts::tr("Solo l'ultimo backup"),
+                Texts::tr("Un file rovinato non si recupera più"), Remedy::settings};
     }
-    return {id, true, localized("Versioni precedenti"),
-            days == 0 ? localized("Conservate senza scadenza")
-                      : localized("Conservate per %1").arg(situation.config.retentionLabel())};
+    return {id, true, Texts::tr("Versioni precedenti"),
+            days == 0 ? Texts::tr("Conservate senza scadenza")
+                      : Texts::tr("Conservate per %1").arg(situation.config.retentionLabel())};
 }
 
 Check access(const Situation &situation)
 {
     const QString id = QStringLiteral("access");
     if (situation.fullDiskAccess) {
-        return {id, true, localized("Accesso completo al disco"),
-                localized("Salvati anche Mail, Safari e Messaggi")};
+        return {id, true, Texts::tr("Accesso completo al disco"),
+                Texts::tr("Salvati anche Mail, Safari e Messaggi")};
     }
-    return {id, false, localized("Accesso al disco limitato"),
-            localized("Mail, Safari e Messaggi restano fuori"), Remedy::access};
+    return {id, false, Texts::tr("Accesso al disco limitato"),
+            Texts::tr("Mail, Safari e Messaggi restano fuori"), Remedy::access};
 }
 
 Check integrity(const RunRecord &record)
 {
     const QString id = QStringLiteral("integrity");
     if (record.outcome == Outcome::Ok) {
-        return {id, true, localized("Backup integro"),
-                localized("Verificato %1").arg(Fmt::relative(record.date))};
+        return {id, true, Texts::tr("Backup integro"),
+                Texts::tr("Verificato %1").arg(Fmt::relative(record.date))};
     }
-    return {id, false, localized("Verifica non riuscita"),
-            localized("%1: %2").arg(title(record.destination), record.message), Remedy::activity};
+    return {id, false, Texts::tr("Verifica non riuscita"),
+            Texts::tr("%1: %2").arg(title(record.destination), record.message), Remedy::activity};
 }
 
 } // namespace
@@ -109,5 +109,5 @@ QString ProtectionChecks::badge(const QList<Check> &checks)
 {
     const auto count =
         std::count_if(checks.cbegin(), checks.cend(), [](const Check &check) { return !check.ok; });
-    return count == 0 ? localized("Tutto a posto") : localized("%1 da sistemare").arg(count);
+    return count == 0 ? Texts::tr("Tutto a posto") : Texts::tr("%1 da sistemare").arg(count);
 }

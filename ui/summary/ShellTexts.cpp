@@ -1,24 +1,24 @@
 #include "ui/summary/ShellTexts.h"
 
 #include "state/Fmt.h"
-#include "state/Localized.h"
+#include "state/Texts.h"
 #include "ui/summary/DialFace.h"
 
 QString ShellTexts::sidebarState(const Situation &situation)
 {
     if (situation.isBusy()) {
-        return localized("Backup in corso");
+        return Texts::tr("Backup in corso");
     }
     if (situation.starting) {
-        return localized("In attesa del Portachiavi");
+        return Texts::tr("In attesa del Portachiavi");
     }
     if (situation.enabled().isEmpty()) {
-        return localized("Da configurare");
+        return Texts::tr("Da configurare");
     }
     if (situation.staleText) {
-        return localized("Fermo da %1").arg(*situation.staleText);
+        return Texts::tr("Fermo da %1").arg(*situation.staleText);
     }
-    return situation.lastSuccess ? localized("Backup aggiornato") : localized("Nessun backup");
+    return situation.lastSuccess ? Texts::tr("Backup aggiornato") : Texts::tr("Nessun backup");
 }
 
 AppModel::Tone ShellTexts::sidebarTone(const Situation &situation)
@@ -33,18 +33,18 @@ AppModel::Tone ShellTexts::sidebarTone(const Situation &situation)
 
 QString ShellTexts::panelEyebrow(const Situation &situation)
 {
-    return situation.status ? localized("Backup in corso") : localized("Ultimo backup");
+    return situation.status ? Texts::tr("Backup in corso") : Texts::tr("Ultimo backup");
 }
 
 QString ShellTexts::panelHeadline(const Situation &situation)
 {
     if (situation.status) {
-        return localized("%1% su %2")
+        return Texts::tr("%1% su %2")
             .arg(QString::number(DialFace::wholePercent(situation.status->percent)),
                  title(situation.status->destination));
     }
     return situation.lastSuccess ? Fmt::relative(situation.lastSuccess->date)
-                                 : localized("Nessuno");
+                                 : Texts::tr("Nessuno");
 }
 
 QString ShellTexts::panelDetail(const Situation &situation)
@@ -53,21 +53,21 @@ QString ShellTexts::panelDetail(const Situation &situation)
         return situation.status->phase;
     }
     if (situation.starting) {
-        return localized("In attesa del Portachiavi.");
+        return Texts::tr("In attesa del Portachiavi.");
     }
     if (situation.enabled().isEmpty()) {
-        return localized("Nessuna destinazione configurata.");
+        return Texts::tr("Nessuna destinazione configurata.");
     }
     if (!situation.config.keySaved) {
-        return localized("Salva il kit di recupero per avviare i backup.");
+        return Texts::tr("Salva il kit di recupero per avviare i backup.");
     }
     if (!situation.config.autoBackup) {
-        return localized("Backup automatico disattivato.");
+        return Texts::tr("Backup automatico disattivato.");
     }
     if (situation.config.intervalHours == 1) {
-        return localized("Backup automatico ogni ora.");
+        return Texts::tr("Backup automatico ogni ora.");
     }
-    return localized("Backup automatico ogni %1 ore.").arg(situation.config.intervalHours);
+    return Texts::tr("Backup automatico ogni %1 ore.").arg(situation.config.intervalHours);
 }
 
 QList<DestinationID> ShellTexts::panelDestinations(const Situation &situation)

@@ -8,7 +8,7 @@ Item {
     required property string version
 
     Accessible.role: Accessible.Pane
-    Accessible.name: qsTr("Informazioni su Vellomar")
+    Accessible.name: qsTranslate("Texts", "Informazioni su Vellomar")
     implicitWidth: 300
     implicitHeight: column.height + 64
 
@@ -49,7 +49,7 @@ Item {
         Paragraph {
             objectName: "version"
             width: parent.width
-            words: qsTr("Versione %1").arg(root.version)
+            words: qsTranslate("Texts", "Versione %1").arg(root.version)
             font.pixelSize: 11
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
@@ -58,7 +58,7 @@ Item {
         Paragraph {
             objectName: "credits"
             width: parent.width
-            words: qsTr("Backup cifrati con restic e rclone.")
+            words: qsTranslate("Texts", "Backup cifrati con restic e rclone.")
             font.pixelSize: 11
             horizontalAlignment: Text.AlignHCenter
         }

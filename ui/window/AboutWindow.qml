@@ -8,7 +8,7 @@ Window {
 
     required property string version
 
-    title: qsTr("Informazioni su Vellomar")
+    title: qsTranslate("Texts", "Informazioni su Vellomar")
     flags: Qt.Dialog
     width: view.implicitWidth
     height: view.implicitHeight

@@ -10,17 +10,17 @@ PopMenu {
     signal licensesAsked
     signal quitAsked
 
-    title: qsTr("Menu")
+    title: qsTranslate("Texts", "Menu")
 
     PopMenuItem {
-        text: qsTr("Informazioni su Vellomar")
+        text: qsTranslate("Texts", "Informazioni su Vellomar")
         onTriggered: root.aboutAsked()
     }
 
     PopMenuLine {}
 
     PopMenuItem {
-        text: qsTr("Impostazioni...")
+        text: qsTranslate("Texts", "Impostazioni...")
         keys: "Ctrl+,"
         onTriggered: root.settingsAsked()
     }
@@ -28,14 +28,14 @@ PopMenu {
     PopMenuLine {}
 
     PopMenuItem {
-        text: qsTr("Licenze open source")
+        text: qsTranslate("Texts", "Licenze open source")
         onTriggered: root.licensesAsked()
     }
 
     PopMenuLine {}
 
     PopMenuItem {
-        text: qsTr("Esci da Vellomar")
+        text: qsTranslate("Texts", "Esci da Vellomar")
         keys: "Ctrl+Q"
         onTriggered: root.quitAsked()
     }

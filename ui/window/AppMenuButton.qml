@@ -38,7 +38,7 @@ T.Button {
     Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Keys.onDownPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.ButtonMenu
-    Accessible.name: qsTr("Menu")
+    Accessible.name: qsTranslate("Texts", "Menu")
     Accessible.onPressAction: control.press(false)
 
     contentItem: Item {

@@ -15,7 +15,7 @@ Item {
     readonly property var others: names.slice(2)
 
     Accessible.role: Accessible.Pane
-    Accessible.name: qsTr("Licenze open source")
+    Accessible.name: qsTranslate("Texts", "Licenze open source")
     onSelectedChanged: scrolling.contentY = 0
 
     Surface {
@@ -29,7 +29,7 @@ Item {
         objectName: "tools"
         x: 20
         y: 20
-        name: qsTr("Licenze open source")
+        name: qsTranslate("Texts", "Licenze open source")
         options: root.tools.map(name => ({value: name, label: name}))
         selection: root.selected
         onChosen: value => root.selected = value
@@ -47,8 +47,8 @@ Item {
         visible: root.others.length > 0
         kind: used ? PillButton.Kind.Primary : PillButton.Kind.Outline
         rightPadding: 34
-        text: used ? root.selected : qsTr("Altre licenze")
-        Accessible.description: used ? qsTr("Altre licenze") : ""
+        text: used ? root.selected : qsTranslate("Texts", "Altre licenze")
+        Accessible.description: used ? qsTranslate("Texts", "Altre licenze") : ""
         Keys.onDownPressed: more.clicked()
         onClicked: menu.popup(more, more.width - menu.width, more.height + 4)
 
@@ -66,7 +66,7 @@ Item {
             id: menu
 
             objectName: "menu"
-            title: qsTr("Altre licenze")
+            title: qsTranslate("Texts", "Altre licenze")
 
             Repeater {
                 model: root.others

@@ -7,7 +7,7 @@ import Vellomar.Window
 Window {
     id: root
 
-    title: qsTr("Licenze open source")
+    title: qsTranslate("Texts", "Licenze open source")
     width: Math.min(620, Screen.width)
     height: Math.min(520, Screen.height)
     minimumWidth: width

@@ -114,7 +114,7 @@ Item {
                 objectName: "start"
                 anchors.verticalCenter: parent.verticalCenter
                 visible: !root.summary.running
-                text: qsTr("Esegui backup")
+                text: qsTranslate("Texts", "Esegui backup")
                 enabled: root.model.config.hasDestination && !root.model.busy
                          && !root.model.starting
                 onClicked: {
@@ -132,7 +132,7 @@ Item {
                 objectName: "stop"
                 anchors.verticalCenter: parent.verticalCenter
                 visible: root.summary.running
-                text: qsTr("Interrompi")
+                text: qsTranslate("Texts", "Interrompi")
                 kind: PillButton.Kind.Outline
                 onClicked: root.model.cancelBackup()
             }
@@ -142,7 +142,7 @@ Item {
                 anchors.left: start.visible ? start.right : stop.right
                 anchors.leftMargin: 8
                 anchors.verticalCenter: parent.verticalCenter
-                text: qsTr("Apri Vellomar")
+                text: qsTranslate("Texts", "Apri Vellomar")
                 kind: PillButton.Kind.Quiet
                 onClicked: root.windowAsked()
             }
@@ -154,7 +154,7 @@ Item {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "power"
-                help: qsTr("Esci da Vellomar")
+                help: qsTranslate("Texts", "Esci da Vellomar")
                 onClicked: root.quitAsked()
             }
         }

@@ -97,7 +97,7 @@ Item {
             anchors.fill: parent
             symbol: root.symbols[AppModel.Section.Restore]
             title: root.model.title(AppModel.Section.Restore)
-            subtitle: qsTr("Scegli una versione e recupera file o cartelle")
+            subtitle: qsTranslate("Texts", "Scegli una versione e recupera file o cartelle")
         }
     }
 
@@ -108,7 +108,7 @@ Item {
             anchors.fill: parent
             symbol: root.symbols[AppModel.Section.Sources]
             title: root.model.title(AppModel.Section.Sources)
-            subtitle: qsTr("Cartelle incluse nel backup")
+            subtitle: qsTranslate("Texts", "Cartelle incluse nel backup")
         }
     }
 
@@ -119,8 +119,9 @@ Item {
             anchors.fill: parent
             symbol: root.symbols[AppModel.Section.Destinations]
             title: root.model.title(AppModel.Section.Destinations)
-            subtitle: qsTr("I backup sono indipendenti e cifrati. Se una destinazione non è "
-                           + "raggiungibile, le altre partono lo stesso.")
+            subtitle: qsTranslate("Texts",
+                                  "I backup sono indipendenti e cifrati. Se una destinazione non è "
+                                  + "raggiungibile, le altre partono lo stesso.")
         }
     }
 
@@ -131,7 +132,7 @@ Item {
             anchors.fill: parent
             symbol: root.symbols[AppModel.Section.Activity]
             title: root.model.title(AppModel.Section.Activity)
-            subtitle: qsTr("Esito e durata di ogni backup")
+            subtitle: qsTranslate("Texts", "Esito e durata di ogni backup")
         }
     }
 
@@ -142,7 +143,7 @@ Item {
             anchors.fill: parent
             symbol: root.symbols[AppModel.Section.Settings]
             title: root.model.title(AppModel.Section.Settings)
-            subtitle: qsTr("Preferenze di Vellomar")
+            subtitle: qsTranslate("Texts", "Preferenze di Vellomar")
         }
     }
 }

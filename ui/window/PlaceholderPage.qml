@@ -10,7 +10,7 @@ Page {
     EmptyState {
         width: parent ? parent.width : 0
         symbol: root.symbol
-        title: qsTr("Niente da mostrare")
-        text: qsTr("Questa pagina non fa parte di questa versione di Vellomar.")
+        title: qsTranslate("Texts", "Niente da mostrare")
+        text: qsTranslate("Texts", "Questa pagina non fa parte di questa versione di Vellomar.")
     }
 }

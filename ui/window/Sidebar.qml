@@ -100,7 +100,7 @@ Item {
             width: root.width - 24
             spacing: 6
             Accessible.role: Accessible.PageTabList
-            Accessible.name: qsTr("Sezioni")
+            Accessible.name: qsTranslate("Texts", "Sezioni")
 
             Repeater {
                 id: repeater
