@@ -1,5 +1,3 @@
-#include "tests/ui/Eye.h"
-#include "tests/ui/ScreenReader.h"
 #include "ui/design/Typesetting.h"
 
 #include <QAccessible>
@@ -19,16 +17,10 @@ public Q_SLOTS:
         QAccessible::setActive(true);
         Typesetting::drawOutlines();
     }
-    void qmlEngineAvailable(QQmlEngine *engine)
+    static void qmlEngineAvailable(QQmlEngine *engine)
     {
         engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        qmlRegisterSingletonInstance("Vellomar.Testing", 1, 0, "ScreenReader", &m_reader);
-        qmlRegisterSingletonInstance("Vellomar.Testing", 1, 0, "Eye", &m_eye);
     }
-
-private:
-    ScreenReader m_reader;
-    Eye m_eye;
 };
 
 int main(int argc, char *argv[])

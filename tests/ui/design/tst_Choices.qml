@@ -52,20 +52,13 @@ Item {
         signalName: "chosen"
     }
 
-    TestCase {
+    Case {
         name: "Choices"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-        }
 
         function made(component, properties, spy) {
-            const item = createTemporaryObject(component, root, properties);
+            const item = drawn(component, properties);
             spy.target = item;
             spy.clear();
-            waitForRendering(item);
             return item;
         }
 

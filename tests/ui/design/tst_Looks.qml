@@ -3,8 +3,6 @@ import QtQuick
 import QtTest
 import Vellomar.Design
 import Vellomar.Testing
-import "Colours.js" as Colours
-import "Contrast.js" as Contrast
 
 // What the eye would stumble over: marks beside their middle, fading in layers, words too faint.
 Item {
@@ -63,21 +61,8 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Looks"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-            mouseMove(root, 1, 1);
-        }
-
-        function made(component, properties) {
-            const item = createTemporaryObject(component, root, properties ?? {});
-            Eye.look(root);
-            return item;
-        }
 
         // The box, in pixels, of all in an item but its edge for which a rule of its colour holds.
         function seen(item, edge, holds) {
@@ -108,13 +93,8 @@ Item {
                    "%1 is %2 and %3 pixels off".arg(what).arg(across).arg(down));
         }
 
-        function isGray(pixel, level, what) {
-            verify(Colours.near(pixel, level, level, level),
-                   "%1: %2 instead of %3".arg(what).arg(pixel.r).arg(level));
-        }
-
         function test_theCheckMarkFillsTheMiddleOfItsBox() {
-            const item = made(box);
+            const item = drawn(box);
             const mark = seen(item, 2.5, pixel => pixel.r < 0.55);
             standsInTheMiddle(mark, item, "check mark", 0.25); // the ends of its strokes are round
             const width = (mark.right - mark.left) / pixels;
@@ -131,7 +111,7 @@ Item {
             return rows;
         }
         function test_symbolsStandInTheMiddleOfTheirWells(data) {
-            const item = made(well, {size: data.size, symbol: data.name,
+            const item = drawn(well, {size: data.size, symbol: data.name,
                                      points: Math.round(data.size * 0.43)});
             // The rim is fainter than that.
             standsInTheMiddle(seen(item, 0, pixel => pixel.r > 0.55), item, data.name);
@@ -141,7 +121,7 @@ Item {
             return [{tag: "power"}, {tag: "xmark"}, {tag: "arrow.clockwise"}];
         }
         function test_symbolsStandInTheMiddleOfTheirButtons(data) {
-            const item = made(icon, {symbol: data.tag});
+            const item = drawn(icon, {symbol: data.tag});
             standsInTheMiddle(seen(item, 0, pixel => pixel.r > 0.6), item, data.tag);
         }
 
@@ -153,10 +133,10 @@ Item {
                 {tag: "xmark", name: "xmark", points: 20}];
         }
         function test_aSymbolIsAsWideAsWhatIsDrawn(data) {
-            const item = made(chevron, {name: data.name, points: data.points});
-            const drawn = Eye.inked(root, Qt.rect(40, 40, 60, 60), plain.color);
-            const left = drawn.x - 50 * pixels;
-            const right = drawn.x + drawn.width - (50 + item.width) * pixels;
+            const item = drawn(chevron, {name: data.name, points: data.points});
+            const inked = Eye.inked(root, Qt.rect(40, 40, 60, 60), plain.color);
+            const left = inked.x - 50 * pixels;
+            const right = inked.x + inked.width - (50 + item.width) * pixels;
             verify(Math.abs(left) <= unhelped + 0.5, "it begins %1 pixels off".arg(left));
             verify(Math.abs(right) <= unhelped + 0.5, "it ends %1 pixels off".arg(right));
         }
@@ -167,29 +147,28 @@ Item {
                 {tag: "thumb on its rail", component: stops, x: 150, y: 12, level: 0.92}];
         }
         function test_whatIsDisabledFadesAsAWhole(data) {
-            made(data.component, {enabled: false});
+            drawn(data.component, {enabled: false});
             const x = Math.floor((50 + data.x) * pixels);
             const y = Math.floor((50 + data.y) * pixels);
             const found = Eye.pixel(x, y);
-            const level = Colours.over(0.2, data.level, 0.38);
+            const level = Colours.over(0.2, data.level, 0.38)[0];
             verify(Math.abs(found.r - level) < 0.02 && Math.abs(found.g - level) < 0.02
                    && Math.abs(found.b - level) < 0.02, "%1 instead of %2".arg(found).arg(level));
         }
 
         function test_wordsStandOutFromTheirGround() {
-            const item = made(onThePanel);
-            const field = findChild(item, "field");
-            const ground = (part, x, y) => Eye.at(part, x, y);
+            const item = drawn(onThePanel);
+            const field = part(item, "field");
             const eyebrow = item.children[1].children[1].children[0];
             compare(eyebrow.text, "Protezione");
             const isEnough = (colour, below, what) => {
-                const found = Contrast.ratio(colour, below);
+                const found = Colours.contrast(colour, below);
                 verify(found >= 4.5, "%1: %2".arg(what).arg(found));
             };
-            isEnough(eyebrow.color, ground(eyebrow, 300, 6), "eyebrow");
-            isEnough(field.placeholderTextColor, ground(field, 150, 14), "placeholder");
-            isEnough(Theme.secondary, ground(findChild(item, "metric"), 200, 10), "metric");
-            isEnough(Theme.secondary, ground(findChild(item, "dot"), 200, 5), "state");
+            isEnough(eyebrow.color, Eye.at(eyebrow, 300, 6), "eyebrow");
+            isEnough(field.placeholderTextColor, Eye.at(field, 150, 14), "placeholder");
+            isEnough(Theme.secondary, Eye.at(part(item, "metric"), 200, 10), "metric");
+            isEnough(Theme.secondary, Eye.at(part(item, "dot"), 200, 5), "state");
         }
     }
 }

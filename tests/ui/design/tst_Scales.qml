@@ -46,20 +46,13 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Scales"
-        when: windowShown
 
         readonly property int roundings: 6 // what an edge between two pixels may cost
         // Each stands at another part of a pixel.
         readonly property list<point> places: [Qt.point(60, 60), Qt.point(61, 62),
             Qt.point(62.5, 61), Qt.point(63, 63.25)]
-
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-            mouseMove(root, 1, 1);
-        }
 
         // Calls for a look at the item at each of the places.
         function everywhere(component, properties, looked) {

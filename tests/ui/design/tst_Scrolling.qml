@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtTest
 import Vellomar.Design
+import Vellomar.Testing
 
 // Pages and sheets scroll by the keys that no control has taken.
 Item {
@@ -44,19 +45,12 @@ Item {
         signalName: "clicked"
     }
 
-    TestCase {
+    Case {
         name: "Scrolling"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-        }
 
         function made() {
-            const item = createTemporaryObject(page, root);
+            const item = drawn(page);
             item.forceActiveFocus();
-            waitForRendering(root);
             return item;
         }
 
@@ -87,7 +81,7 @@ Item {
 
         function test_fromAButtonArrowsScrollAndSpacePresses() {
             const item = made();
-            const button = findChild(item, "first");
+            const button = part(item, "first");
             button.forceActiveFocus(Qt.TabFocusReason);
             clicks.target = button;
             clicks.clear();
@@ -103,12 +97,12 @@ Item {
 
         function test_whatAControlDoesByAKeyItStillDoes() {
             const item = made();
-            const segments = findChild(item, "segments");
+            const segments = part(item, "segments");
             segments.contentItem.children[0].forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Down);
             compare(segments.selection, 1);
             compare(item.scrolling.contentY, 0);
-            const field = findChild(item, "field");
+            const field = part(item, "field");
             field.forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Space);
             keyClick(Qt.Key_Home);
@@ -119,7 +113,7 @@ Item {
 
         function test_whereAllIsInSightKeysAreLeftAlone() {
             const item = made();
-            findChild(item, "inside").height = 10;
+            part(item, "inside").height = 10;
             tryVerify(() => !item.scrolling.interactive);
             keyClick(Qt.Key_PageDown);
             keyClick(Qt.Key_End);

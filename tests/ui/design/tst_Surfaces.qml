@@ -3,7 +3,6 @@ import QtQuick
 import QtTest
 import Vellomar.Design
 import Vellomar.Testing
-import "Colours.js" as Colours
 
 Item {
     id: root
@@ -68,75 +67,53 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Surfaces"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-        }
-
-        function made(component, properties) {
-            const item = createTemporaryObject(component, root, properties ?? {});
-            waitForRendering(root);
-            return item;
-        }
-
-        function isGray(pixel, level) {
-            verify(Colours.near(pixel, level, level, level),
-                   "%1 %2 %3 instead of %4".arg(pixel.r).arg(pixel.g).arg(pixel.b).arg(level));
-        }
 
         function test_aPanelsGroundFadesDownwards() {
-            made(raised);
-            const image = grabImage(root);
+            drawn(raised);
             for (const row of [20, 50, 80]) {
                 const opacity = 0.105 - 0.05 * (row + 0.5) / 100;
-                isGray(image.pixel(200, 50 + row), Colours.over(0.2, 1, opacity));
+                looks(root, 200, 50 + row, Colours.over(0.2, 1, opacity));
             }
         }
 
         function test_itsRimCatchesTheLightAtTheTop() {
-            made(raised);
-            const image = grabImage(root);
-            isGray(image.pixel(200, 50), Colours.over(Colours.over(0.2, 1, 0.105), 1, 0.24));
-            isGray(image.pixel(200, 149), Colours.over(Colours.over(0.2, 1, 0.055), 1, 0.03));
+            drawn(raised);
+            looks(root, 200, 50, Colours.over(Colours.over(0.2, 1, 0.105), 1, 0.24));
+            looks(root, 200, 149, Colours.over(Colours.over(0.2, 1, 0.055), 1, 0.03));
         }
 
         function test_itsShadowFallsBelowAndNotInside() {
-            made(raised);
-            const image = grabImage(root);
-            verify(image.pixel(200, 153).r < 0.19);
-            verify(image.pixel(200, 153).r < image.pixel(200, 46).r);
-            isGray(image.pixel(200, 250), 0.2);
+            drawn(raised);
+            verify(Eye.at(root, 200, 153).r < 0.19);
+            verify(Eye.at(root, 200, 153).r < Eye.at(root, 200, 46).r);
+            looks(root, 200, 250, 0.2);
         }
 
         function test_liftedItIsBrighterAndItsShadowDeeper() {
-            const item = made(raised);
-            const before = grabImage(root);
+            const item = drawn(raised);
+            const before = Eye.at(root, 200, 165).r;
             item.lifted = true;
-            waitForRendering(item);
-            const after = grabImage(root);
-            isGray(after.pixel(200, 100), Colours.over(0.2, 1, 0.08 + 0.06 - 0.00025));
-            verify(after.pixel(200, 165).r < before.pixel(200, 165).r);
+            Eye.look(root);
+            looks(root, 200, 100, Colours.over(0.2, 1, 0.08 + 0.06 - 0.00025));
+            verify(Eye.at(root, 200, 165).r < before);
             compare(item.shadowRadius, 18);
             compare(item.shadowOffset.y, 10);
         }
 
         function test_aWideSurfaceIsTheSameInEveryColumn() {
-            made(raised, {width: 700});
-            const image = grabImage(root);
+            drawn(raised, {width: 700});
             for (let x = 100; x < 700; x += 23) {
-                compare(image.pixel(x, 100), image.pixel(400, 100));
+                compare(Eye.at(root, x, 100), Eye.at(root, 400, 100));
             }
-            compare(image.pixel(51, 55), image.pixel(748, 55)); // its ends are mirror images
+            compare(Eye.at(root, 51, 55), Eye.at(root, 748, 55)); // its ends are mirror images
         }
 
         function test_aMeterAtNothingShowsOnlyItsTrack() {
-            const item = made(meter, {fraction: 0});
-            verify(!findChild(item, "filled").visible);
-            isGray(grabImage(root).pixel(150, 53), Colours.over(0.2, 0, 0.28));
+            const item = drawn(meter, {fraction: 0});
+            verify(!part(item, "filled").visible);
+            looks(root, 150, 53, Colours.over(0.2, 0, 0.28));
         }
 
         function test_aMeterIsAsWideAsItsFraction_data() {
@@ -144,36 +121,35 @@ Item {
                 {fraction: 1, width: 200}, {fraction: 7, width: 200}];
         }
         function test_aMeterIsAsWideAsItsFraction(data) {
-            const item = made(meter, {fraction: data.fraction});
-            compare(findChild(item, "filled").width, data.width);
+            const item = drawn(meter, {fraction: data.fraction});
+            compare(part(item, "filled").width, data.width);
             compare(item.height, 6);
             compare(ScreenReader.role(item), Accessible.ProgressBar);
         }
 
         function test_aMeterOfNoNumberOrLessThanNothingIsEmpty() {
             for (const fraction of [-1, NaN]) {
-                const item = made(meter, {fraction: fraction});
-                verify(!findChild(item, "filled").visible);
+                const item = drawn(meter, {fraction: fraction});
+                verify(!part(item, "filled").visible);
             }
         }
 
         function test_aWellIsADarkRound() {
-            const item = made(well);
+            const item = drawn(well);
             compare(item.width, 40);
             compare(item.height, 40);
-            isGray(grabImage(root).pixel(70, 62), Colours.over(0.2, 0.03, 0.25));
+            looks(root, 70, 62, Colours.over(0.2, 0.03, 0.25));
         }
 
         function test_aStatusDotShowsItsColourAndName() {
-            const item = made(dot, {color: Theme.coral});
-            verify(Colours.near(grabImage(root).pixel(53, Math.round(50 + item.height / 2)), 0.98,
-                                0.5, 0.42));
+            const item = drawn(dot, {color: Theme.coral});
+            looks(root, 53, Math.round(50 + item.height / 2), Colours.coral);
             compare(ScreenReader.name(item), "Collegato");
         }
 
         function test_aStatusThatGrowsIsNotCut() {
-            const item = made(dot, {text: "Ok", color: Theme.mint});
-            const words = findChild(item, "words");
+            const item = drawn(dot, {text: "Ok", color: Theme.mint});
+            const words = part(item, "words");
             const before = item.width;
             item.text = "Ultimo backup non riuscito";
             verify(!words.truncated);
@@ -187,19 +163,19 @@ Item {
         }
 
         function test_digitsAllTakeTheSameRoom() {
-            const ones = made(digits, {text: "1111"});
-            const eights = made(digits, {text: "8888"});
+            const ones = drawn(digits, {text: "1111"});
+            const eights = drawn(digits, {text: "8888"});
             compare(ones.implicitWidth, eights.implicitWidth);
         }
 
         function test_unlessTheyAreNotToBeSteady() {
-            const ones = made(digits, {text: "1111", steady: false});
-            const eights = made(digits, {text: "8888", steady: false});
+            const ones = drawn(digits, {text: "1111", steady: false});
+            const eights = drawn(digits, {text: "8888", steady: false});
             verify(ones.implicitWidth < eights.implicitWidth);
         }
 
         function test_digitsShrinkAsFarAsAllowed() {
-            const item = made(digits, {text: "88888888", minimumScale: 0.5});
+            const item = drawn(digits, {text: "88888888", minimumScale: 0.5});
             const row = item.children[0];
             item.width = item.implicitWidth;
             compare(row.scale, 1);
@@ -210,11 +186,11 @@ Item {
         }
 
         function test_aMetricSaysWhatItMeasures() {
-            compare(ScreenReader.name(made(metric)), "Versioni: 1.111");
+            compare(ScreenReader.name(drawn(metric)), "Versioni: 1.111");
         }
 
         function test_anEyebrowIsSmallSpacedCapitals() {
-            const item = made(heading);
+            const item = drawn(heading);
             compare(item.font.pixelSize, 11);
             compare(item.font.weight, Font.DemiBold);
             fuzzyCompare(item.font.letterSpacing, 1.3, 1 / 64); // what a font's lengths are counted in
@@ -223,14 +199,14 @@ Item {
         }
 
         function test_namesAreNeverTakenForMarkup() {
-            const item = made(heading, {text: "<b>file</b>"});
+            const item = drawn(heading, {text: "<b>file</b>"});
             compare(item.textFormat, Text.PlainText);
         }
 
         function test_aPanelTakesTheWholeWidthAndPadsItsContent() {
-            const item = made(panel);
+            const item = drawn(panel);
             compare(item.width, root.width);
-            const inside = findChild(item, "inside");
+            const inside = part(item, "inside");
             const place = inside.mapToItem(item, 0, 0);
             compare(place.x, 18);
             compare(inside.width, root.width - 36);
@@ -238,8 +214,8 @@ Item {
         }
 
         function test_aPageStandsAtTheLeadingSideAndIsAtMost860Wide() {
-            const item = made(page);
-            const inside = findChild(item, "inside");
+            const item = drawn(page);
+            const inside = part(item, "inside");
             compare(inside.mapToItem(item, 0, 0).x, 36);
             compare(inside.width, 860);
             item.anchors.fill = undefined;
@@ -248,16 +224,16 @@ Item {
         }
 
         function test_aPageBringsIntoSightWhatTheKeyboardIsOn() {
-            const item = made(page);
+            const item = drawn(page);
             compare(item.scrolling.contentY, 0);
-            const last = findChild(item, "last");
+            const last = part(item, "last");
             last.forceActiveFocus(Qt.TabFocusReason);
             verify(item.scrolling.contentY > 0);
             verify(last.mapToItem(item, 0, last.height).y <= item.height);
         }
 
         function test_aFieldTakesTextAndTellsItsName() {
-            const item = made(field);
+            const item = drawn(field);
             compare(ScreenReader.name(item), "Server");
             compare(ScreenReader.role(item), Accessible.EditableText);
             compare(item.height, Math.ceil(item.contentHeight) + 16);
@@ -266,12 +242,12 @@ Item {
             verify(item.ringed);
             keyClick("a");
             compare(item.text, "a");
-            isGray(grabImage(root).pixel(200, 50 + Math.round(item.height / 2)),
-                   Colours.over(0.2, 0, 0.22));
+            Eye.look(root);
+            looks(item, 150, Math.round(item.height / 2), Colours.over(0.2, 0, 0.22));
         }
 
         function test_aSecureFieldShowsNoLetter() {
-            const item = made(secret);
+            const item = drawn(secret);
             verify(item.displayText.indexOf("s") === -1);
             compare(item.displayText.length, 7);
             compare(ScreenReader.description(item), "Password");
@@ -281,7 +257,7 @@ Item {
         }
 
         function test_childrenFlowWithinTheWidthThatTheyAreGiven() {
-            const item = made(flow);
+            const item = drawn(flow);
             compare(item.implicitWidth, 40 + 50 + 30 + 20 + 24);
             compare(item.implicitHeight, 10);
             item.width = 100;
@@ -296,41 +272,39 @@ Item {
         }
 
         function test_everySymbolDrawsSomethingInItsColour() {
-            const item = made(symbol, {points: 40, color: Theme.amber});
+            const item = drawn(symbol, {points: 40, color: Theme.amber});
             for (const name of item.names) {
                 item.name = name;
-                waitForRendering(item);
-                const image = grabImage(item);
-                let drawn = 0;
+                Eye.look(root);
+                let count = 0;
                 for (let x = 0; x < item.width; ++x) {
                     for (let y = 0; y < item.height; ++y) {
-                        drawn += Colours.near(image.pixel(x, y), 0.98, 0.74, 0.26) ? 1 : 0;
+                        count += Colours.near(Eye.at(item, x, y), Colours.amber) ? 1 : 0;
                     }
                 }
-                verify(drawn > 20, name);
+                verify(count > 20, name);
             }
         }
 
         function test_anUnknownSymbolShowsNothingAndSaysSo() {
-            const item = made(symbol, {points: 40});
+            const item = drawn(symbol, {points: 40});
             ignoreWarning("no symbol is named \"no such thing\"");
             item.name = "no such thing";
-            waitForRendering(root);
-            isGray(grabImage(root).pixel(70, 70), 0.2);
+            Eye.look(root);
+            looks(root, 70, 70, 0.2);
         }
 
         function test_ticksShineWhereTheyAreToldTo() {
-            const item = made(ring, {count: 4, shines: index => index === 1});
-            const image = grabImage(root);
-            verify(Colours.near(image.pixel(240, 149), 0.98, 0.74, 0.26)); // to the right
-            isGray(image.pixel(149, 60), Colours.over(0.2, 1, 0.17));      // the top
+            const item = drawn(ring, {count: 4, shines: index => index === 1});
+            looks(root, 240, 149, Colours.amber); // to the right
+            looks(root, 149, 60, Colours.over(0.2, 1, 0.17)); // the top
             item.shines = index => index === 0;
-            waitForRendering(item);
-            verify(Colours.near(grabImage(root).pixel(149, 60), 0.98, 0.74, 0.26));
+            Eye.look(root);
+            looks(root, 149, 60, Colours.amber);
         }
 
         function test_aRingFollowsWhatItsRuleReads() {
-            const item = made(ring, {count: 4});
+            const item = drawn(ring, {count: 4});
             item.shines = Qt.binding(() => index => index < panelCount.value);
             compare(item.lit, [true, true, false, false]);
             panelCount.value = 3;
@@ -339,7 +313,7 @@ Item {
         }
 
         function test_aSheetHoldsTheKeyboardUntilEscapeClosesIt() {
-            const behind = made(field);
+            const behind = drawn(field);
             behind.forceActiveFocus();
             const item = createTemporaryObject(sheet, root);
             item.open();

@@ -1,8 +1,7 @@
-#include "tests/ui/ScreenReader.h"
+#include "tests/ui/testing/ScreenReader.h"
 
 #include <QAccessible>
 #include <QMetaEnum>
-#include <QQuickItem>
 #include <QQuickWindow>
 
 #include <algorithm>

@@ -1,18 +1,20 @@
 #pragma once
 
 #include <QObject>
+#include <QQuickItem>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QtQml/qqmlregistration.h>
 
 class QAccessibleInterface;
-class QQuickItem;
 
-/// What a screen reader sees of an item and does to it. QML tests know it as the singleton
-/// ScreenReader of Vellomar.Testing.
+/// What a screen reader sees of an item and does to it.
 class ScreenReader : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
 
 public:
     using QObject::QObject;

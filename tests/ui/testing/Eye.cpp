@@ -1,6 +1,5 @@
-#include "tests/ui/Eye.h"
+#include "tests/ui/testing/Eye.h"
 
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QtMath>
 

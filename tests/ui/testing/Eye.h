@@ -3,15 +3,17 @@
 #include <QColor>
 #include <QImage>
 #include <QObject>
+#include <QQuickItem>
 #include <QRect>
+#include <QtQml/qqmlregistration.h>
 
-class QQuickItem;
-
-/// What can be seen of an item, at any scale of the screen. QML tests know it as the singleton Eye
-/// of Vellomar.Testing.
+/// What can be seen of an item, at any scale of the screen: look() takes a picture of its window,
+/// which the others read.
 class Eye : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
 
 public:
     using QObject::QObject;
