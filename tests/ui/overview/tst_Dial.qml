@@ -5,7 +5,6 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Testing
-import "../design/Colours.js" as Colours
 
 Item {
     id: root
@@ -18,9 +17,6 @@ Item {
         color: Qt.rgba(0.2, 0.2, 0.2, 1)
     }
 
-    // As large as the picture of the window at any scale.
-    Item { id: whole; width: 4 * root.width; height: 4 * root.height }
-
     PreparedModel { id: prepared }
     Summary { id: summed; model: prepared.model }
 
@@ -28,26 +24,15 @@ Item {
     Component { id: fontMetrics; FontMetrics {} }
     SignalSpy { id: spy }
 
-    TestCase {
+    Case {
         name: "Dial"
-        when: windowShown
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             prepared.state = "fresh";
         }
 
         function made(properties) {
-            const item = createTemporaryObject(dial, root, properties ?? {});
-            waitForRendering(root);
-            return item;
-        }
-
-        function part(item, name) {
-            const found = findChild(item, name);
-            verify(found !== null, name);
-            return found;
+            return drawn(dial, properties);
         }
 
         // Whether two lengths are the same but for what whole pixels cost.
@@ -57,36 +42,22 @@ Item {
                    "%1 is %2 instead of %3".arg(what).arg(actual).arg(expected));
         }
 
-        function at(image, x, y) {
-            const scale = root.Screen.devicePixelRatio;
-            return image.pixel(Math.floor(x * scale), Math.floor(y * scale));
-        }
-
-        function isColour(pixel, colour, what) {
-            verify(Colours.near(pixel, colour[0], colour[1], colour[2]),
-                   "%1: %2 %3 %4 instead of %5".arg(what).arg(pixel.r).arg(pixel.g).arg(pixel.b)
-                   .arg(colour.join(" ")));
-        }
-
         // The middle of the row of pixels that a height is in.
         function row(y) {
             const scale = root.Screen.devicePixelRatio;
             return (Math.floor(y * scale) + 0.5) / scale;
         }
 
-        function between(top, bottom, part) {
-            return top.map((level, i) => level + (bottom[i] - level) * part);
-        }
-
         // The bezel's colour at a height of a dial of 236 that stands at 20.
         function bezelAt(y) {
-            return between([0.135, 0.375, 0.405], [0.045, 0.165, 0.185], (row(y) - 20) / 236);
+            return Colours.part([[0.135, 0.375, 0.405], [0.045, 0.165, 0.185]],
+                                (row(y) - 20) / 236);
         }
 
         function wellAt(y) {
             const inset = 0.17 * 236;
-            return between([0.03, 0.125, 0.14], [0.065, 0.225, 0.245],
-                           (row(y) - 20 - inset) / (236 - 2 * inset));
+            return Colours.part([[0.03, 0.125, 0.14], [0.065, 0.225, 0.245]],
+                                (row(y) - 20 - inset) / (236 - 2 * inset));
         }
 
         // A point of the dial at a distance from its centre and an angle clockwise from the top.
@@ -247,20 +218,18 @@ Item {
 
         function test_theBezelFadesDownwards() {
             made();
-            const image = grabImage(whole);
             // Where the present moment's marker isn't.
             const away = summed.nowFraction * 360 + 180;
             for (const turn of [-75, -40, 0, 40, 75]) {
                 const place = point(110.5, away + turn);
-                isColour(at(image, place.x, place.y), bezelAt(place.y), "at " + turn);
+                looks(root, place.x, place.y, bezelAt(place.y), "at " + turn);
             }
         }
 
         function test_itCastsAShadowBelow() {
             made();
-            const image = grabImage(whole);
-            verify(at(image, 138, 262).r < 0.16);
-            verify(at(image, 138, 262).r < at(image, 138, 14).r);
+            verify(Eye.at(root, 138, 262).r < 0.16);
+            verify(Eye.at(root, 138, 262).r < Eye.at(root, 138, 14).r);
         }
 
         function test_itsRimFadesDownwards() {
@@ -269,42 +238,36 @@ Item {
             // Halfway down, on the side where the present moment's marker isn't.
             const x = summed.nowFraction < 0.5 ? 20.4 : 20 + 236 - 0.4;
             const opacity = 0.24 - 0.21 * (row(138) - 20) / 236;
-            isColour(at(grabImage(whole), x, 138),
-                     bezelAt(138).map(level => Colours.over(level, 1, opacity)), "rim");
+            looks(root, x, 138, Colours.over(bezelAt(138), 1, opacity), "rim");
         }
 
         function test_theWellIsRecessed() {
             made();
-            const image = grabImage(whole);
             for (const y of [75, 80, 190, 200]) {
-                isColour(at(image, 138, y), wellAt(y), "at " + y);
+                looks(root, 138, y, wellAt(y), "at " + y);
             }
             // Dark above, lit below.
             const top = 20 + 0.17 * 236 + 0.7;
             const bottom = 20 + 0.83 * 236 - 0.7;
-            isColour(at(image, 138, top), wellAt(top).map(level => level * 0.5), "upper rim");
-            isColour(at(image, 138, bottom),
-                     wellAt(bottom).map(level => Colours.over(level, 1, 0.16)), "lower rim");
+            looks(root, 138, top, Colours.over(wellAt(top), 0, 0.5), "upper rim");
+            looks(root, 138, bottom, Colours.over(wellAt(bottom), 1, 0.16), "lower rim");
         }
 
         function test_ticksThatShineAreAmber() {
             prepared.state = "running";
             prepared.setPercent(1);
             made();
-            const image = grabImage(whole);
             for (const degrees of [0, 90, 180, 270, 7.5, 97.5]) {
                 const place = point(95, degrees);
-                isColour(at(image, place.x, place.y), [0.98, 0.74, 0.26], degrees);
+                looks(root, place.x, place.y, Colours.amber, degrees);
             }
         }
 
         function test_ticksThatDontAreAFaintWhite() {
             made();
-            const image = grabImage(whole);
             for (const degrees of [90, 270]) {
                 const place = point(95, degrees);
-                isColour(at(image, place.x, place.y),
-                         bezelAt(place.y).map(level => Colours.over(level, 1, 0.34)), degrees);
+                looks(root, place.x, place.y, Colours.over(bezelAt(place.y), 1, 0.34), degrees);
             }
         }
 
@@ -315,10 +278,9 @@ Item {
             const place = point((0.5 - 0.024) * 236, degrees);
             fuzzyCompare(20 + marker.x + marker.width / 2, place.x, 1e-3);
             fuzzyCompare(20 + marker.y + marker.height / 2, place.y, 1e-3);
-            const image = grabImage(whole);
-            isColour(at(image, place.x, place.y), [1, 1, 1], "marker");
+            looks(root, place.x, place.y, 1, "marker");
             const beside = point((0.5 - 0.024) * 236, degrees + 2.6);
-            verify(at(image, beside.x, beside.y).r > bezelAt(beside.y)[0] + 0.05);
+            verify(Eye.at(root, beside.x, beside.y).r > bezelAt(beside.y)[0] + 0.05);
         }
 
         function test_theRingFillsWithTheRun_data() {

@@ -6,7 +6,6 @@ import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Prepared
 import Vellomar.Testing
-import "../design/Contrast.js" as Contrast
 
 Item {
     id: root
@@ -32,48 +31,21 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Page"
-        when: windowShown
 
         readonly property list<string> column: ["dial", "title", "detail", "currentFile", "action",
             "notice"]
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             prepared.state = "fresh";
             prepared.model.section = AppModel.Section.Overview;
             prepared.takeAsked();
-            mouseMove(root, 1, 1);
         }
 
         function made(state, properties) {
             prepared.state = state;
-            const item = createTemporaryObject(page, root, properties ?? {});
-            waitForRendering(item);
-            return item;
-        }
-
-        function part(item, name) {
-            const found = findChild(item, name);
-            verify(found !== null, name);
-            return found;
-        }
-
-        // All texts in an item, the item of each.
-        function texts(item) {
-            const found = [];
-            const visit = item => {
-                if (item.visible && item.textFormat !== undefined) {
-                    found.push(item);
-                }
-                for (let i = 0; i < item.children.length; ++i) {
-                    visit(item.children[i]);
-                }
-            };
-            visit(item);
-            return found;
+            return drawn(page, properties);
         }
 
         function test_theTextsOfAState_data() {
@@ -236,7 +208,7 @@ Item {
             const before = places();
             for (const state of ["launching", "scanning", "running", "well"]) {
                 prepared.state = state;
-                waitForRendering(item);
+                Eye.look(root);
                 compare(places(), before, state);
             }
         }
@@ -248,16 +220,11 @@ Item {
         }
 
         function test_theButtonStartsABackup_data() {
-            return [{tag: "mouse", act: button => mouseClick(button)},
-                {tag: "space", act: () => keyClick(Qt.Key_Space)},
-                {tag: "return", act: () => keyClick(Qt.Key_Return)},
-                {tag: "enter", act: () => keyClick(Qt.Key_Enter)},
-                {tag: "screen reader", act: button => ScreenReader.perform(button, "Press")}];
+            return ways();
         }
         function test_theButtonStartsABackup(data) {
             const button = part(made("well"), "action");
-            button.forceActiveFocus(Qt.TabFocusReason);
-            data.act(button);
+            press(button, data.way);
             verify(prepared.takeAsked().includes("start"));
             compare(button.text, "Avvio in corso...");
             verify(!button.enabled);
@@ -291,18 +258,16 @@ Item {
         }
         function test_theTabKeyGoesByWhatCanBeDone(data) {
             const item = made(data.tag);
-            const window = root.Window.window;
             const order = [];
             for (let i = 0; i < data.order.length; ++i) {
                 keyClick(Qt.Key_Tab);
-                const focused = window.activeFocusItem;
-                order.push(focused.objectName === "button" ? focused.parent.objectName
-                                                           : focused.objectName);
-                verify(focused.visualFocus);
+                const on = focused();
+                order.push(on.objectName === "button" ? on.parent.objectName : on.objectName);
+                verify(on.visualFocus);
             }
             compare(order, data.order);
             keyClick(Qt.Key_Backtab);
-            compare(window.activeFocusItem, part(item, "tile1"));
+            compare(focused(), part(item, "tile1"));
         }
 
         function test_whatIsHigherThanThePageScrolls() {
@@ -358,7 +323,7 @@ Item {
             }
             verify(part(item, "currentFile").truncated);
             verify(part(item, "currentFile").contentWidth <= verdict.width);
-            for (const text of texts(item)) {
+            for (const text of textItems(item)) {
                 compare(text.textFormat, Text.PlainText, text.text);
                 const left = text.mapToItem(item, 0, 0).x;
                 verify(left >= 0 && left + text.width <= data.width, text.text);
@@ -402,16 +367,14 @@ Item {
 
         function test_wordsAndSignsStandOutFromTheirGround() {
             const item = made("running");
-            Eye.look(root);
             for (const name of ["detail", "currentFile"]) {
                 const text = part(item, name);
-                const found = Contrast.ratio(text.color, Eye.at(text, 1, 3));
+                const found = Colours.contrast(text.color, Eye.at(text, 1, 3));
                 verify(found >= 4.5, "%1: %2".arg(name).arg(found));
             }
             const tile = part(made("fresh"), "tile0");
-            Eye.look(root);
             const chevron = part(tile, "chevron");
-            const found = Contrast.ratio(chevron.color, Eye.at(tile, tile.width - 40, 28));
+            const found = Colours.contrast(chevron.color, Eye.at(tile, tile.width - 40, 28));
             verify(found >= 3, "chevron: " + found);
         }
 

@@ -6,7 +6,6 @@ import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Prepared
 import Vellomar.Testing
-import "../design/Colours.js" as Colours
 
 Item {
     id: root
@@ -18,9 +17,6 @@ Item {
         anchors.fill: parent
         color: Qt.rgba(0.2, 0.2, 0.2, 1)
     }
-
-    // As large as the picture of the window at any scale.
-    Item { id: whole; width: 4 * root.width; height: 4 * root.height }
 
     PreparedModel { id: prepared }
     Summary { id: summed; model: prepared.model }
@@ -40,52 +36,28 @@ Item {
     }
     SignalSpy { id: clicks; signalName: "clicked" }
 
-    TestCase {
+    Case {
         name: "Protection"
-        when: windowShown
 
         readonly property list<string> ids: ["key", "copies", "versions", "access", "integrity"]
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             prepared.state = "fresh";
             prepared.model.section = AppModel.Section.Overview;
             prepared.model.showingRecoveryKit = false;
             prepared.takeAsked();
-            mouseMove(root, 1, 1);
         }
 
         function made(state) {
             prepared.state = state;
-            const item = createTemporaryObject(panel, root);
-            waitForRendering(root);
-            return item;
+            return drawn(panel);
         }
 
         function row(properties) {
-            const item = createTemporaryObject(loose, root, properties ?? {});
+            const item = drawn(loose, properties);
             clicks.target = item;
             clicks.clear();
-            waitForRendering(root);
             return item;
-        }
-
-        function part(item, name) {
-            const found = findChild(item, name);
-            verify(found !== null, name);
-            return found;
-        }
-
-        function at(image, x, y) {
-            const scale = root.Screen.devicePixelRatio;
-            return image.pixel(Math.floor(x * scale), Math.floor(y * scale));
-        }
-
-        function isColour(pixel, colour, what) {
-            verify(Colours.near(pixel, colour[0], colour[1], colour[2]),
-                   "%1: %2 %3 %4 instead of %5".arg(what).arg(pixel.r).arg(pixel.g).arg(pixel.b)
-                   .arg(colour.join(" ")));
         }
 
         // What a row says, a "!" before what isn't in order and a ">" after what can be clicked.
@@ -216,26 +188,24 @@ Item {
 
         function test_theSymbolIsMintOrAmber() {
             const panel = made("access");
-            const image = grabImage(whole);
             // Beside the sign inside the round.
             const left = id => part(part(panel, id), "symbol").mapToItem(root, 2.6, 8.5);
             const well = left("key");
-            isColour(at(image, well.x, well.y), [0.47, 0.88, 0.69], "in order");
+            looks(root, well.x, well.y, Colours.mint, "in order");
             const wrong = left("access");
-            isColour(at(image, wrong.x, wrong.y), [0.98, 0.74, 0.26], "not in order");
+            looks(root, wrong.x, wrong.y, Colours.amber, "not in order");
         }
 
         function test_theBadgesGroundIsAHintOfItsColour_data() {
-            return [{tag: "well", colour: [0.47, 0.88, 0.69], theme: Theme.mint},
-                {tag: "fresh", colour: [0.98, 0.74, 0.26], theme: Theme.amber}];
+            return [{tag: "well", colour: Colours.mint, theme: Theme.mint},
+                {tag: "fresh", colour: Colours.amber, theme: Theme.amber}];
         }
         function test_theBadgesGroundIsAHintOfItsColour(data) {
             const item = made(data.tag);
             const place = part(item, "badge").mapToItem(root, 5, part(item, "badge").height / 2);
             const panel = 0.105 - 0.05 * (place.y - 40) / item.height;
             const ground = Colours.over(0.2, 1, panel);
-            isColour(at(grabImage(whole), place.x, place.y),
-                     data.colour.map(level => Colours.over(ground, level, 0.14)), "badge");
+            looks(root, place.x, place.y, Colours.over(ground, data.colour, 0.14), "badge");
             const text = part(item, "badgeText");
             compare(String(text.color), String(data.theme));
             compare(text.font.pixelSize, 11);
@@ -245,12 +215,11 @@ Item {
         function test_theGroundOfARowComesUpUnderThePointer() {
             const item = row();
             const middle = 40 + item.height / 2;
-            isColour(at(grabImage(whole), 43, middle), [0.2, 0.2, 0.2], "clear");
+            looks(root, 43, middle, 0.2, "clear");
             mouseMove(item, 150, 20);
             tryCompare(item, "glow", 1);
-            waitForRendering(item);
-            const level = Colours.over(0.2, 1, 0.07);
-            isColour(at(grabImage(whole), 43, middle), [level, level, level], "hovered");
+            Eye.look(root);
+            looks(root, 43, middle, Colours.over(0.2, 1, 0.07), "hovered");
             compare(part(item, "chevron").color, Theme.amber);
             mouseMove(root, 1, 1);
             tryCompare(item, "glow", 0);

@@ -6,7 +6,6 @@ import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Prepared
 import Vellomar.Testing
-import "../design/Colours.js" as Colours
 
 Item {
     id: root
@@ -18,9 +17,6 @@ Item {
         anchors.fill: parent
         color: Qt.rgba(0.2, 0.2, 0.2, 1)
     }
-
-    // As large as the picture of the window at any scale.
-    Item { id: whole; width: 4 * root.width; height: 4 * root.height }
 
     PreparedModel { id: prepared }
 
@@ -44,35 +40,18 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Tiles"
-        when: windowShown
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             prepared.state = "fresh";
             prepared.model.section = AppModel.Section.Overview;
-            mouseMove(root, 1, 1);
         }
 
         // The tile of a destination in a state.
         function made(state, destination) {
             prepared.state = state;
-            const column = createTemporaryObject(tiles, root);
-            waitForRendering(root);
-            return column.children[destination];
-        }
-
-        function part(item, name) {
-            const found = findChild(item, name);
-            verify(found !== null, name);
-            return found;
-        }
-
-        function at(image, x, y) {
-            const scale = root.Screen.devicePixelRatio;
-            return image.pixel(Math.floor(x * scale), Math.floor(y * scale));
+            return drawn(tiles).children[destination];
         }
 
         function test_titleStateAndVersions_data() {
@@ -188,14 +167,11 @@ Item {
             const tile = made("well", AppModel.Destination.Local);
             compare(tile.background.radius, 14);
             const middle = 40 + tile.height / 2;
-            const ground = opacity => Colours.over(0.2, 1, opacity);
-            const isGray = (pixel, level) => verify(
-                Colours.near(pixel, level, level, level), "%1 %2".arg(pixel.r).arg(level));
-            isGray(at(grabImage(whole), 300, middle), ground(0.08));
+            looks(root, 300, middle, Colours.over(0.2, 1, 0.08));
             mouseMove(tile, 200, 20);
             tryCompare(tile.background, "lifted", true);
-            waitForRendering(tile);
-            isGray(at(grabImage(whole), 300, middle), ground(0.08 + 0.06));
+            Eye.look(root);
+            looks(root, 300, middle, Colours.over(0.2, 1, 0.08 + 0.06));
             mouseMove(root, 1, 1);
             tryCompare(tile.background, "lifted", false);
         }
@@ -210,8 +186,8 @@ Item {
 
         function test_theDotHasTheColourOfTheState() {
             const tile = made("failed", AppModel.Destination.Drive);
-            const dot = part(tile, "state").mapToItem(root, 3.5, part(tile, "state").height / 2);
-            verify(Colours.near(at(grabImage(whole), dot.x, dot.y), 0.98, 0.5, 0.42));
+            const state = part(tile, "state");
+            looks(state, 3.5, state.height / 2, Colours.coral);
         }
 
         function test_aClickLeadsToTheDestinations_data() {
@@ -225,23 +201,21 @@ Item {
 
         function test_soDoKeysAndTheScreenReader() {
             const tile = made("fresh", 1);
-            for (const key of [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]) {
-                tile.forceActiveFocus(Qt.TabFocusReason);
-                verify(tile.ringed);
-                keyClick(key);
-                compare(prepared.model.section, AppModel.Section.Destinations, key);
+            for (const {tag, way} of ways()) {
+                press(tile, way);
+                compare(prepared.model.section, AppModel.Section.Destinations, tag);
                 prepared.model.section = AppModel.Section.Overview;
             }
-            ScreenReader.perform(tile, "Press");
-            compare(prepared.model.section, AppModel.Section.Destinations);
         }
 
         function test_theRingShowsForTheKeyboardOnly() {
             const tile = made("fresh", 0);
             mouseClick(tile);
             verify(!tile.ringed);
+            tile.forceActiveFocus(Qt.TabFocusReason);
+            verify(tile.ringed);
             keyClick(Qt.Key_Tab);
-            verify(root.Window.window.activeFocusItem.ringed);
+            verify(focused().ringed);
         }
 
         function test_theSameTileStandsWhileARunGoesOn() {
