@@ -1,43 +1,34 @@
 import QtQuick
 import QtTest
-import Vellomar.Design
+import Vellomar.Glance
 import Vellomar.Testing
 
-// What the tests of the sheets have in common. Each begins with everything still and the pointer
-// out of the way, and fails on any warning.
-TestCase {
+// What the tests of the sheets have in common.
+Case {
     id: root
 
-    required property Item scene
+    property Component scene: Component { SheetsScene {} }
 
-    when: windowShown
+    // The two sheets, neither of them open, on a model in a state.
+    function made(state) {
+        const item = createTemporaryObject(scene, stage, {state: state ?? "kit"});
+        item.prepared.takeAsked();
+        return item;
+    }
 
-    function init() {
-        failOnWarning(/.*/);
-        Motion.still = true;
-        mouseMove(scene, 1, 1);
+    // Opens one of the two by what the model says.
+    function raise(item, sheet, action) {
+        if (sheet === item.kit) {
+            item.model.showingRecoveryKit = true;
+        } else {
+            item.model.accessRequest = action ?? AppModel.GatedAction.Measure;
+        }
+        tryCompare(sheet, "opened", true);
+        settle();
     }
 
     // Has everything laid out and drawn as it is now.
     function settle() {
-        grabImage(scene);
-    }
-
-    // The ways to press a control.
-    function ways() {
-        return [{tag: "mouse", way: "mouse"}, {tag: "space", way: Qt.Key_Space},
-            {tag: "return", way: Qt.Key_Return}, {tag: "enter", way: Qt.Key_Enter},
-            {tag: "screen reader", way: "screen reader"}];
-    }
-
-    function press(item, way) {
-        if (way === "mouse") {
-            mouseClick(item);
-        } else if (way === "screen reader") {
-            ScreenReader.perform(item, "Press");
-        } else {
-            item.forceActiveFocus(Qt.TabFocusReason);
-            keyClick(way);
-        }
+        Eye.look(stage);
     }
 }

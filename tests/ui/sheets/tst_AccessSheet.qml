@@ -3,35 +3,13 @@ import QtQuick
 import QtTest
 import Vellomar.Design
 import Vellomar.Glance
-import Vellomar.Prepared
-import Vellomar.Sheets
 import Vellomar.Testing
-import "Finding.js" as Finding
 
 Item {
     id: root
 
     width: 980
     height: 660
-
-    Component {
-        id: scene
-
-        Item {
-            readonly property alias prepared: prepared
-            readonly property AppModel model: prepared.model
-            readonly property alias sheet: sheet
-
-            function part(name) {
-                return Finding.named(sheet.contentItem, name);
-            }
-
-            anchors.fill: parent
-
-            PreparedModel { id: prepared; state: "access" }
-            AccessSheet { id: sheet; model: prepared.model }
-        }
-    }
 
     SignalSpy {
         id: measurements
@@ -40,21 +18,18 @@ Item {
 
     SheetCase {
         name: "AccessSheet"
-        scene: root
 
-        function made() {
-            const item = createTemporaryObject(scene, root);
-            item.prepared.takeAsked();
+        // The sheets, with an ear to the measurements of their model.
+        function watched() {
+            const item = made("access");
             measurements.target = item.model;
             measurements.clear();
             return item;
         }
 
         function shown(action) {
-            const item = made();
-            item.model.accessRequest = action ?? AppModel.GatedAction.Backup;
-            tryCompare(item.sheet, "opened", true);
-            settle();
+            const item = watched();
+            raise(item, item.access, action ?? AppModel.GatedAction.Backup);
             return item;
         }
 
@@ -86,24 +61,24 @@ Item {
 
         function test_showsTheseTextsInThisOrder() {
             const item = shown();
-            compare(Finding.texts(item.sheet.contentItem),
+            compare(texts(item.access),
                     ["Serve l'accesso completo al disco", "Si concede una volta sola",
                         "Senza questo permesso macOS chiede conferma per ogni cartella e il backup salta Mail, Safari e Messaggi.",
                         "1", "Apri Impostazioni di Sistema.",
                         "2", "Attiva Vellomar nell'elenco.",
                         "3", "Quando macOS lo chiede, scegli Esci e riapri.",
                         "Continua senza", "Apri Impostazioni"]);
-            compare(item.part("settings").kind, PillButton.Kind.Primary);
-            compare(item.part("without").kind, PillButton.Kind.Outline);
-            compare(item.part("well").symbol, "lock.open");
+            compare(part(item.access, "settings").kind, PillButton.Kind.Primary);
+            compare(part(item.access, "without").kind, PillButton.Kind.Outline);
+            compare(part(item.access, "well").symbol, "lock.open");
         }
 
         function test_aStepsNumeralIsBoldOnAnAmberDisc() {
             const item = shown();
             for (const number of [1, 2, 3]) {
-                const step = item.part("step" + number);
-                const disc = Finding.named(step, "disc");
-                const numeral = Finding.named(step, "numeral");
+                const step = part(item.access, "step" + number);
+                const disc = part(step, "disc");
+                const numeral = part(step, "numeral");
                 compare(disc.width, 22);
                 compare(disc.height, 22);
                 compare(disc.radius, 11);
@@ -115,18 +90,18 @@ Item {
         }
 
         function test_aBackupWithoutAccessBringsItUp() {
-            const item = made();
+            const item = watched();
             item.model.startBackup();
-            tryCompare(item.sheet, "opened", true);
-            compare(item.sheet.action, AppModel.GatedAction.Backup);
+            tryCompare(item.access, "opened", true);
+            compare(item.access.action, AppModel.GatedAction.Backup);
             compare(item.prepared.takeAsked(), []);
         }
 
         function test_soDoesAMeasurement() {
-            const item = made();
+            const item = watched();
             item.model.measureSources();
-            tryCompare(item.sheet, "opened", true);
-            compare(item.sheet.action, AppModel.GatedAction.Measure);
+            tryCompare(item.access, "opened", true);
+            compare(item.access.action, AppModel.GatedAction.Measure);
             compare(measurements.count, 0);
         }
 
@@ -135,19 +110,19 @@ Item {
         }
         function test_continuingWithoutAccessRunsTheBackupOrTheMeasurement(data) {
             const item = shown(data.action);
-            press(item.part("without"), data.way);
+            press(part(item.access, "without"), data.way);
             compare(item.model.accessRequest, AppModel.GatedAction.None);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.access, "visible", false);
             runs(item, data.action);
         }
 
         function test_theSettingsRememberWhatWaits_data() { return answers(); }
         function test_theSettingsRememberWhatWaits(data) {
             const item = shown(data.action);
-            press(item.part("settings"), data.way);
+            press(part(item.access, "settings"), data.way);
             compare(item.prepared.takeAsked(), ["settings"]);
             compare(item.model.accessRequest, AppModel.GatedAction.None);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.access, "visible", false);
             compare(measurements.count, 0);
             verify(!item.model.launching);
             // The person comes back with the access given.
@@ -168,9 +143,9 @@ Item {
             if (data.way === "escape") {
                 keyClick(Qt.Key_Escape);
             } else {
-                press(item.part("cross"), data.way);
+                press(part(item.access, "cross"), data.way);
             }
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.access, "visible", false);
             compare(item.model.accessRequest, AppModel.GatedAction.None);
             // Nothing is taken up later either. What is taken up comes before a posted call.
             item.prepared.state = "well";
@@ -184,24 +159,24 @@ Item {
         }
 
         function test_itIsThereForTheActionThatAskedLast() {
-            const item = made();
+            const item = watched();
             item.model.measureSources();
-            tryCompare(item.sheet, "opened", true);
+            tryCompare(item.access, "opened", true);
             item.model.startBackup();
-            compare(item.sheet.action, AppModel.GatedAction.Backup);
-            verify(item.sheet.opened);
-            mouseClick(item.part("without"));
+            compare(item.access.action, AppModel.GatedAction.Backup);
+            verify(item.access.opened);
+            mouseClick(part(item.access, "without"));
             runs(item, AppModel.GatedAction.Backup);
         }
 
         function test_itFollowsTheModel() {
-            const item = made();
-            verify(!item.sheet.visible);
+            const item = watched();
+            verify(!item.access.visible);
             for (const action of [AppModel.GatedAction.Backup, AppModel.GatedAction.Measure]) {
                 item.model.accessRequest = action;
-                tryCompare(item.sheet, "opened", true);
+                tryCompare(item.access, "opened", true);
                 item.model.accessRequest = AppModel.GatedAction.None;
-                tryCompare(item.sheet, "visible", false);
+                tryCompare(item.access, "visible", false);
             }
             compare(item.prepared.takeAsked(), []);
         }
@@ -211,11 +186,11 @@ Item {
             // Sent to the settings once before, the person comes back with the access.
             item.model.requestAccessInSettings(AppModel.GatedAction.Backup);
             item.model.accessRequest = AppModel.GatedAction.Backup;
-            tryCompare(item.sheet, "opened", true);
+            tryCompare(item.access, "opened", true);
             item.prepared.takeAsked();
             item.prepared.state = "well";
             item.model.becomeActive();
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.access, "visible", false);
             compare(item.prepared.takeAsked(), ["start"]);
         }
 
@@ -223,23 +198,23 @@ Item {
             const item = shown();
             item.prepared.state = "running";
             item.model.accessRequest = AppModel.GatedAction.Backup;
-            mouseClick(item.part("without"));
+            mouseClick(part(item.access, "without"));
             compare(item.prepared.takeAsked(), []);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.access, "visible", false);
         }
 
         function test_theScreenReaderFindsItWhole() {
             const item = shown();
-            compare(ScreenReader.role(item.sheet.contentItem), Accessible.Dialog);
-            compare(ScreenReader.name(item.sheet.contentItem),
+            compare(ScreenReader.role(item.access.contentItem), Accessible.Dialog);
+            compare(ScreenReader.name(item.access.contentItem),
                     "Serve l'accesso completo al disco");
             for (const [name, text] of [["cross", "Chiudi"], ["without", "Continua senza"],
                      ["settings", "Apri Impostazioni"]]) {
-                compare(ScreenReader.role(item.part(name)), Accessible.Button);
-                compare(ScreenReader.name(item.part(name)), text);
+                compare(ScreenReader.role(part(item.access, name)), Accessible.Button);
+                compare(ScreenReader.name(part(item.access, name)), text);
             }
-            compare(ScreenReader.role(item.part("step2")), Accessible.ListItem);
-            compare(ScreenReader.name(item.part("step2")), "2. Attiva Vellomar nell'elenco.");
+            compare(ScreenReader.role(part(item.access, "step2")), Accessible.ListItem);
+            compare(ScreenReader.name(part(item.access, "step2")), "2. Attiva Vellomar nell'elenco.");
         }
     }
 }

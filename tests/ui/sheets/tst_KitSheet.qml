@@ -3,10 +3,7 @@ import QtQuick
 import QtTest
 import Vellomar.Design
 import Vellomar.Glance
-import Vellomar.Prepared
-import Vellomar.Sheets
 import Vellomar.Testing
-import "Finding.js" as Finding
 
 Item {
     id: root
@@ -17,75 +14,41 @@ Item {
     readonly property string explanation: "I backup sono cifrati con questa chiave. Se il Mac si rompe o viene rubato, senza la chiave non si recupera nulla."
     readonly property string sentence: "Ho messo la chiave in un posto sicuro, fuori da questo Mac"
 
-    Component {
-        id: scene
-
-        Item {
-            readonly property alias prepared: prepared
-            readonly property AppModel model: prepared.model
-            readonly property alias sheet: sheet
-            property alias state: prepared.state
-
-            function part(name) {
-                return Finding.named(sheet.contentItem, name);
-            }
-
-            anchors.fill: parent
-
-            PreparedModel { id: prepared; state: "kit" }
-            RecoveryKitSheet { id: sheet; model: prepared.model }
-        }
-    }
-
     SheetCase {
         name: "KitSheet"
-        scene: root
-
-        function made(state) {
-            const item = createTemporaryObject(scene, root, {state: state ?? "kit"});
-            item.prepared.takeAsked();
-            return item;
-        }
 
         function shown(state) {
             const item = made(state);
-            item.model.showingRecoveryKit = true;
-            tryCompare(item.sheet, "opened", true);
-            settle();
+            raise(item, item.kit);
             return item;
-        }
-
-        function reopened(item) {
-            item.model.showingRecoveryKit = true;
-            tryCompare(item.sheet, "opened", true);
         }
 
         function test_showsTheseTextsInThisOrder() {
             const item = shown();
-            compare(Finding.texts(item.sheet.contentItem),
+            compare(texts(item.kit),
                     ["Kit di recupero", "Da conservare fuori da questo Mac", root.explanation,
                         "Salva il kit", "Stampa", "Copia la chiave", root.sentence, "Continua"]);
         }
 
         function test_withTheKeySavedItAsksNothing() {
             const item = shown("well");
-            compare(Finding.texts(item.sheet.contentItem),
+            compare(texts(item.kit),
                     ["Kit di recupero", "Da conservare fuori da questo Mac", root.explanation,
                         "Salva il kit", "Stampa", "Copia la chiave", "Chiudi"]);
-            verify(item.part("last").enabled);
-            compare(item.part("last").kind, PillButton.Kind.Outline);
+            verify(part(item.kit, "last").enabled);
+            compare(part(item.kit, "last").kind, PillButton.Kind.Outline);
         }
 
         function test_theThreeButtonsStandInARow() {
             const item = shown();
             const places = ["save", "print", "copy"].map(
-                name => item.part(name).mapToItem(item.sheet.contentItem, 0, 0));
+                name => part(item.kit, name).mapToItem(item.kit.contentItem, 0, 0));
             compare(places[0].y, places[1].y);
             compare(places[1].y, places[2].y);
             verify(places[0].x < places[1].x && places[1].x < places[2].x);
             item.model.copyKey(); // its longest label
             settle();
-            compare(item.part("copy").mapToItem(item.sheet.contentItem, 0, 0).y, places[0].y);
+            compare(part(item.kit, "copy").mapToItem(item.kit.contentItem, 0, 0).y, places[0].y);
         }
 
         function test_theyAskTheModel_data() {
@@ -99,15 +62,15 @@ Item {
         }
         function test_theyAskTheModel(data) {
             const item = shown();
-            press(item.part(data.name), data.way);
+            press(part(item.kit, data.name), data.way);
             compare(item.prepared.takeAsked(), [data.name]); // and no login
-            verify(item.sheet.opened);
+            verify(item.kit.opened);
             verify(!item.model.config.keySaved);
         }
 
         function test_aCopiedKeyIsSaidToBeSoForAMinute() {
             const item = shown();
-            const copy = item.part("copy");
+            const copy = part(item.kit, "copy");
             compare(copy.text, "Copia la chiave");
             mouseClick(copy);
             compare(copy.text, "Copiata per un minuto");
@@ -125,63 +88,63 @@ Item {
         }
         function test_aNoticeHasItsSymbolAndColour(data) {
             const item = shown();
-            const notice = item.part("notice");
+            const notice = part(item.kit, "notice");
             verify(!notice.visible);
             item.prepared.setKitNotice("Kit salvato in /Volumes/Chiavetta/kit.txt.", data.warning);
             verify(notice.visible);
-            compare(Finding.named(notice, "words").words,
+            compare(part(notice, "words").words,
                     "Kit salvato in /Volumes/Chiavetta/kit.txt.");
-            compare(Finding.named(notice, "words").color.toString(), data.color.toString());
-            compare(Finding.named(notice, "sign").name, data.symbol);
-            compare(Finding.named(notice, "sign").color.toString(), data.color.toString());
-            verify(Finding.named(notice, "sign").visible);
-            compare(ScreenReader.role(Finding.named(notice, "words")), Accessible.AlertMessage);
+            compare(part(notice, "words").color.toString(), data.color.toString());
+            compare(part(notice, "sign").name, data.symbol);
+            compare(part(notice, "sign").color.toString(), data.color.toString());
+            verify(part(notice, "sign").visible);
+            compare(ScreenReader.role(part(notice, "words")), Accessible.AlertMessage);
         }
 
         function test_anErrorOfTheKeyIsInCoral() {
             const item = shown();
-            const error = item.part("error");
+            const error = part(item.kit, "error");
             verify(!error.visible);
             item.prepared.setKeyError("Il portachiavi è bloccato (errore 3).");
             verify(error.visible);
-            compare(Finding.named(error, "words").words, "Il portachiavi è bloccato (errore 3).");
-            compare(Finding.named(error, "words").color.toString(), Theme.coral.toString());
-            verify(!Finding.named(error, "sign").visible);
+            compare(part(error, "words").words, "Il portachiavi è bloccato (errore 3).");
+            compare(part(error, "words").color.toString(), Theme.coral.toString());
+            verify(!part(error, "sign").visible);
         }
 
         function test_withoutAKeyNothingButClosingWorks() {
             const item = made("keyError");
             item.model.showingRecoveryKit = true;
-            tryCompare(item.sheet, "opened", true);
-            verify(item.part("cross").activeFocus);
-            compare(Finding.named(item.part("error"), "words").words,
+            tryCompare(item.kit, "opened", true);
+            verify(part(item.kit, "cross").activeFocus);
+            compare(part(part(item.kit, "error"), "words").words,
                     "Il portachiavi è bloccato (errore 3).");
-            item.sheet.confirmed = true;
+            item.kit.confirmed = true;
             for (const name of ["save", "print", "copy", "box", "last"]) {
-                verify(!item.part(name).enabled, name);
+                verify(!part(item.kit, name).enabled, name);
                 for (const {way} of ways()) {
-                    press(item.part(name), way);
+                    press(part(item.kit, name), way);
                 }
             }
-            mouseClick(item.part("confirmation"));
+            mouseClick(part(item.kit, "confirmation"));
             compare(item.prepared.takeAsked(), []);
-            verify(item.sheet.confirmed);
+            verify(item.kit.confirmed);
             verify(!item.model.config.keySaved);
-            verify(item.sheet.opened);
-            item.part("cross").forceActiveFocus();
+            verify(item.kit.opened);
+            part(item.kit, "cross").forceActiveFocus();
             keyClick(Qt.Key_Escape);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.kit, "visible", false);
         }
 
         function test_aKeyThatComesLateIsStillToBeSaved() {
             const item = shown("keyError");
-            item.sheet.confirmed = true;
+            item.kit.confirmed = true;
             item.state = "kit";
             for (const name of ["save", "print", "copy", "box"]) {
-                verify(item.part(name).enabled, name);
+                verify(part(item.kit, name).enabled, name);
             }
-            verify(!item.sheet.confirmed);
-            verify(!item.part("last").enabled);
+            verify(!item.kit.confirmed);
+            verify(!part(item.kit, "last").enabled);
         }
 
         function test_noticeAndErrorStandBetweenButtonsAndRow() {
@@ -189,31 +152,31 @@ Item {
             item.prepared.setKeyError("errore");
             item.prepared.setKitNotice("avviso", true);
             settle();
-            compare(Finding.texts(item.sheet.contentItem).slice(3),
+            compare(texts(item.kit).slice(3),
                     ["Salva il kit", "Stampa", "Copia la chiave", "avviso", "errore",
                         root.sentence, "Continua"]);
         }
 
         function test_continueNeedsTheCheckMark() {
             const item = shown();
-            const last = item.part("last");
+            const last = part(item.kit, "last");
             compare(last.text, "Continua");
             compare(last.kind, PillButton.Kind.Primary);
             verify(!last.enabled);
             press(last, "mouse");
             press(last, "screen reader");
-            verify(item.sheet.opened);
+            verify(item.kit.opened);
             verify(!item.model.config.keySaved);
-            item.sheet.confirmed = true;
+            item.kit.confirmed = true;
             verify(last.enabled);
         }
 
         function test_itGoesOnByMouseAndKeys_data() { return ways(); }
         function test_itGoesOnByMouseAndKeys(data) {
             const item = shown();
-            item.sheet.confirmed = true;
-            press(item.part("last"), data.way);
-            tryCompare(item.sheet, "visible", false);
+            item.kit.confirmed = true;
+            press(part(item.kit, "last"), data.way);
+            tryCompare(item.kit, "visible", false);
             verify(item.model.config.keySaved);
             verify(!item.model.showingRecoveryKit);
             compare(item.prepared.takeAsked(), []); // nothing waited
@@ -226,58 +189,58 @@ Item {
         }
         function test_theWholeRowTogglesIt(data) {
             const item = shown();
-            const row = item.part("confirmation");
-            const box = item.part("box");
+            const row = part(item.kit, "confirmation");
+            const box = part(item.kit, "box");
             for (const checked of [true, false, true]) {
                 mouseClick(row, data.x, 1 + Math.floor((row.height - 2) * data.y));
-                compare(item.sheet.confirmed, checked);
+                compare(item.kit.confirmed, checked);
                 compare(box.checked, checked);
-                compare(item.part("last").enabled, checked);
+                compare(part(item.kit, "last").enabled, checked);
             }
         }
 
         function test_aPressThatLeavesTheRowTogglesNothing() {
             const item = shown();
-            const row = item.part("confirmation");
+            const row = part(item.kit, "confirmation");
             mousePress(row, 100, 10);
             mouseMove(row, 100, -40);
             mouseRelease(row, 100, -40);
-            verify(!item.sheet.confirmed);
+            verify(!item.kit.confirmed);
         }
 
         function test_theBoxIsCheckedByKeysToo_data() { return ways(); }
         function test_theBoxIsCheckedByKeysToo(data) {
             const item = shown();
-            press(item.part("box"), data.way);
-            verify(item.sheet.confirmed);
-            verify(ScreenReader.checked(item.part("box")));
-            press(item.part("box"), data.way);
-            verify(!item.sheet.confirmed);
-            verify(!ScreenReader.checked(item.part("box")));
+            press(part(item.kit, "box"), data.way);
+            verify(item.kit.confirmed);
+            verify(ScreenReader.checked(part(item.kit, "box")));
+            press(part(item.kit, "box"), data.way);
+            verify(!item.kit.confirmed);
+            verify(!ScreenReader.checked(part(item.kit, "box")));
         }
 
         function test_eachOpeningStartsAfresh() {
             const item = shown();
-            mouseClick(item.part("confirmation"));
-            verify(item.sheet.confirmed);
-            mouseClick(item.part("cross"));
-            tryCompare(item.sheet, "visible", false);
-            reopened(item);
-            verify(!item.sheet.confirmed);
-            verify(!item.part("box").checked);
-            verify(!item.part("last").enabled);
+            mouseClick(part(item.kit, "confirmation"));
+            verify(item.kit.confirmed);
+            mouseClick(part(item.kit, "cross"));
+            tryCompare(item.kit, "visible", false);
+            raise(item, item.kit);
+            verify(!item.kit.confirmed);
+            verify(!part(item.kit, "box").checked);
+            verify(!part(item.kit, "last").enabled);
         }
 
         function test_aWaitingBackupStartsAfterConfirmation() {
             const item = made();
             item.model.startBackup();
-            tryCompare(item.sheet, "opened", true);
+            tryCompare(item.kit, "opened", true);
             compare(item.prepared.takeAsked(), []);
-            mouseClick(item.part("confirmation"));
-            mouseClick(item.part("last"));
+            mouseClick(part(item.kit, "confirmation"));
+            mouseClick(part(item.kit, "last"));
             compare(item.prepared.takeAsked(), ["notify", "start"]);
             verify(item.model.launching);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.kit, "visible", false);
         }
 
         function test_closedInsteadItDoesNotStart_data() {
@@ -287,14 +250,14 @@ Item {
         function test_closedInsteadItDoesNotStart(data) {
             const item = made();
             item.model.startBackup();
-            tryCompare(item.sheet, "opened", true);
-            mouseClick(item.part("confirmation")); // a check mark alone says nothing yet
+            tryCompare(item.kit, "opened", true);
+            mouseClick(part(item.kit, "confirmation")); // a check mark alone says nothing yet
             if (data.way === "escape") {
                 keyClick(Qt.Key_Escape);
             } else {
-                press(item.part("cross"), data.way);
+                press(part(item.kit, "cross"), data.way);
             }
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.kit, "visible", false);
             verify(!item.model.showingRecoveryKit);
             verify(!item.model.config.keySaved);
             verify(!item.model.busy);
@@ -304,21 +267,21 @@ Item {
         function test_aLaterConfirmationStartsWhatWaited() {
             const item = made();
             item.model.startBackup();
-            tryCompare(item.sheet, "opened", true);
+            tryCompare(item.kit, "opened", true);
             keyClick(Qt.Key_Escape);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.kit, "visible", false);
             item.model.openRecoveryKit();
-            tryCompare(item.sheet, "opened", true);
-            mouseClick(item.part("confirmation"));
-            mouseClick(item.part("last"));
+            tryCompare(item.kit, "opened", true);
+            mouseClick(part(item.kit, "confirmation"));
+            mouseClick(part(item.kit, "last"));
             compare(item.prepared.takeAsked(), ["notify", "start"]);
         }
 
         function test_withTheKeySavedTheLastButtonCloses_data() { return ways(); }
         function test_withTheKeySavedTheLastButtonCloses(data) {
             const item = shown("well");
-            press(item.part("last"), data.way);
-            tryCompare(item.sheet, "visible", false);
+            press(part(item.kit, "last"), data.way);
+            tryCompare(item.kit, "visible", false);
             verify(!item.model.showingRecoveryKit);
             verify(item.model.config.keySaved);
             compare(item.prepared.takeAsked(), []);
@@ -326,12 +289,12 @@ Item {
 
         function test_itFollowsTheModel() {
             const item = made();
-            verify(!item.sheet.visible);
+            verify(!item.kit.visible);
             for (let i = 0; i < 2; ++i) {
                 item.model.openRecoveryKit();
-                tryCompare(item.sheet, "opened", true);
+                tryCompare(item.kit, "opened", true);
                 item.model.showingRecoveryKit = false;
-                tryCompare(item.sheet, "visible", false);
+                tryCompare(item.kit, "visible", false);
             }
             compare(item.prepared.takeAsked(), []);
         }
@@ -340,30 +303,30 @@ Item {
             Motion.still = false;
             const item = shown();
             item.model.showingRecoveryKit = false;
-            verify(item.sheet.visible);
+            verify(item.kit.visible);
             item.model.showingRecoveryKit = true;
-            tryCompare(item.sheet, "opened", true);
-            tryCompare(item.sheet.background, "opacity", 1);
-            verify(item.part("save").activeFocus);
+            tryCompare(item.kit, "opened", true);
+            tryCompare(item.kit.background, "opacity", 1);
+            verify(part(item.kit, "save").activeFocus);
             keyClick(Qt.Key_Escape);
-            tryCompare(item.sheet, "visible", false);
+            tryCompare(item.kit, "visible", false);
         }
 
         function test_confirmedItFadesAwayAsItWas() {
             Motion.still = false;
             const item = shown();
-            mouseClick(item.part("confirmation"));
-            const height = item.sheet.height;
-            mouseClick(item.part("last"));
+            mouseClick(part(item.kit, "confirmation"));
+            const height = item.kit.height;
+            mouseClick(part(item.kit, "last"));
             verify(item.model.config.keySaved);
-            verify(item.sheet.visible);
-            compare(item.part("last").text, "Continua");
-            verify(item.part("confirmation").visible);
-            compare(item.sheet.height, height);
-            tryCompare(item.sheet, "visible", false);
-            reopened(item);
-            compare(item.part("last").text, "Chiudi");
-            verify(!item.part("confirmation").visible);
+            verify(item.kit.visible);
+            compare(part(item.kit, "last").text, "Continua");
+            verify(part(item.kit, "confirmation").visible);
+            compare(item.kit.height, height);
+            tryCompare(item.kit, "visible", false);
+            raise(item, item.kit);
+            compare(part(item.kit, "last").text, "Chiudi");
+            verify(!part(item.kit, "confirmation").visible);
         }
 
         function test_aKeySavedMeanwhileNeedsNoCheckMark() {
@@ -371,32 +334,32 @@ Item {
             const config = item.model.config;
             config.keySaved = true;
             item.model.config = config;
-            verify(!item.part("confirmation").visible);
-            compare(item.part("last").text, "Chiudi");
-            verify(item.part("last").enabled);
-            verify(item.sheet.opened);
+            verify(!part(item.kit, "confirmation").visible);
+            compare(part(item.kit, "last").text, "Chiudi");
+            verify(part(item.kit, "last").enabled);
+            verify(item.kit.opened);
         }
 
         function test_theScreenReaderFindsItWhole() {
             const item = shown();
-            compare(ScreenReader.role(item.sheet.contentItem), Accessible.Dialog);
-            compare(ScreenReader.name(item.sheet.contentItem), "Kit di recupero");
+            compare(ScreenReader.role(item.kit.contentItem), Accessible.Dialog);
+            compare(ScreenReader.name(item.kit.contentItem), "Kit di recupero");
             for (const [name, text] of [["cross", "Chiudi"], ["save", "Salva il kit"],
                      ["print", "Stampa"], ["copy", "Copia la chiave"], ["last", "Continua"]]) {
-                compare(ScreenReader.role(item.part(name)), Accessible.Button);
-                compare(ScreenReader.name(item.part(name)), text);
+                compare(ScreenReader.role(part(item.kit, name)), Accessible.Button);
+                compare(ScreenReader.name(part(item.kit, name)), text);
             }
-            compare(ScreenReader.role(item.part("box")), Accessible.CheckBox);
-            compare(ScreenReader.name(item.part("box")), root.sentence);
-            verify(!ScreenReader.checked(item.part("box")));
+            compare(ScreenReader.role(part(item.kit, "box")), Accessible.CheckBox);
+            compare(ScreenReader.name(part(item.kit, "box")), root.sentence);
+            verify(!ScreenReader.checked(part(item.kit, "box")));
         }
 
         function test_thePointerOnTheCrossBringsUpItsHelp() {
             const item = shown();
-            compare(item.part("cross").symbol, "xmark");
-            verify(!Finding.texts(item.sheet.parent).includes("Chiudi"));
-            mouseMove(item.part("cross"), 14, 14);
-            tryVerify(() => Finding.texts(item.sheet.parent).includes("Chiudi"));
+            compare(part(item.kit, "cross").symbol, "xmark");
+            verify(!texts(item.kit.parent).includes("Chiudi"));
+            mouseMove(part(item.kit, "cross"), 14, 14);
+            tryVerify(() => texts(item.kit.parent).includes("Chiudi"));
         }
     }
 }

@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtTest
 import Vellomar.Glance
-import "Finding.js" as Finding
 
 // Where a sheet stands in its window, and what it does with texts of any length.
 Item {
@@ -11,40 +10,14 @@ Item {
     width: 980
     height: 660
 
-    Component { id: scene; SheetsScene {} }
-
     SheetCase {
         name: "LongSheets"
-        scene: root
-
-        function made(state) {
-            return createTemporaryObject(scene, root, {state: state ?? "kit"});
-        }
-
-        function part(sheet, name) {
-            return Finding.named(sheet.contentItem, name);
-        }
-
-        function raise(item, sheet) {
-            if (sheet === item.kit) {
-                item.model.showingRecoveryKit = true;
-            } else {
-                item.model.accessRequest = AppModel.GatedAction.Measure;
-            }
-            tryCompare(sheet, "opened", true);
-            settle();
-        }
-
-        function focused() {
-            return root.Window.window.activeFocusItem;
-        }
 
         function test_longWordsWrapAndAreNeverMarkup() {
             const item = made("long");
             raise(item, item.kit);
-            settle();
             for (const name of ["notice", "error"]) {
-                const words = Finding.named(part(item.kit, name), "words");
+                const words = part(part(item.kit, name), "words");
                 verify(words.text.includes("<"));
                 compare(words.textFormat, Text.PlainText);
                 verify(words.lineCount > 4);
@@ -91,7 +64,6 @@ Item {
             const item = made();
             item.prepared.setKitNotice("lungo/".repeat(700), true);
             raise(item, item.kit);
-            settle();
             part(item.kit, "box").forceActiveFocus(Qt.TabFocusReason);
             verify(item.kit.scrolling.contentY > 0);
             keyClick(Qt.Key_Escape);

@@ -3,7 +3,6 @@ import QtQuick
 import QtTest
 import Vellomar.Design
 import Vellomar.Glance
-import "Finding.js" as Finding
 
 // The two sheets as the window has them: over a page, on one model.
 Item {
@@ -13,10 +12,10 @@ Item {
     height: 660
 
     Component {
-        id: scene
+        id: page
 
         SheetsScene {
-            id: page
+            id: behind
 
             readonly property alias button: button
             readonly property alias field: field
@@ -28,7 +27,7 @@ Item {
                 x: 20
                 y: 20
                 text: "Dietro"
-                onClicked: page.reactions += 1
+                onClicked: behind.reactions += 1
             }
 
             TextField {
@@ -54,9 +53,9 @@ Item {
                 width: 600
                 height: 500
                 hoverEnabled: true
-                onClicked: page.reactions += 1
-                onWheel: page.reactions += 1
-                onEntered: page.reactions += 1
+                onClicked: behind.reactions += 1
+                onWheel: behind.reactions += 1
+                onEntered: behind.reactions += 1
             }
 
             Shortcut {
@@ -70,30 +69,10 @@ Item {
 
     SheetCase {
         name: "SheetsTogether"
-        scene: root
+        scene: page
 
-        function made(state) {
-            const item = createTemporaryObject(scene, root, {state: state ?? "kit"});
-            item.prepared.takeAsked();
+        function prepare() {
             root.shortcuts = 0;
-            return item;
-        }
-
-        function part(sheet, name) {
-            return Finding.named(sheet.contentItem, name);
-        }
-
-        function raise(item, sheet) {
-            if (sheet === item.kit) {
-                item.model.showingRecoveryKit = true;
-            } else {
-                item.model.accessRequest = AppModel.GatedAction.Measure;
-            }
-            tryCompare(sheet, "opened", true);
-        }
-
-        function focused() {
-            return root.Window.window.activeFocusItem;
         }
 
         // The names of what has the keyboard, one Tab after the other, until it comes round.
