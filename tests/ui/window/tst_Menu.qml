@@ -28,21 +28,18 @@ Item {
     SignalSpy { id: licenses; target: view; signalName: "licensesAsked" }
     SignalSpy { id: quits; target: view; signalName: "quitAsked" }
 
-    TestCase {
+    Case {
         name: "Menu"
-        when: windowShown
+        aside: Qt.point(600, 600)
 
         readonly property AppMenuButton button: findChild(view, "menuButton")
         readonly property var texts: ["Informazioni su Vellomar", "Impostazioni...",
             "Licenze open source", "Esci da Vellomar"]
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             for (const spy of [abouts, settings, licenses, quits]) {
                 spy.clear();
             }
-            mouseMove(root, 600, 600);
         }
 
         function cleanup() {

@@ -3,7 +3,6 @@ import QtTest
 import Vellomar.Design
 import Vellomar.Testing
 import Vellomar.Window
-import "Grounds.js" as Grounds
 
 Item {
     id: root
@@ -30,32 +29,20 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Notices"
-        when: windowShown
-
         property Item view
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-        }
-
         function open(component, properties) {
-            view = createTemporaryObject(component, root, properties ?? {});
-            Eye.look(root);
-        }
-
-        function part(name) {
-            return findChild(view, name);
+            view = drawn(component, properties);
         }
 
         function options() {
-            return Array.from(part("tools").contentItem.children).filter(c => c.text);
+            return Array.from(part(view, "tools").contentItem.children).filter(c => c.text);
         }
 
         function entries() {
-            const menu = findChild(part("others"), "menu");
+            const menu = part(part(view, "others"), "menu");
             const list = [];
             for (let i = 0; i < menu.count; ++i) {
                 list.push(menu.itemAt(i));
@@ -67,58 +54,54 @@ Item {
             open(licenses);
             compare(options().map(o => o.text), ["restic", "rclone"]);
             compare(view.selected, "restic");
-            compare(part("tools").selection, "restic");
+            compare(part(view, "tools").selection, "restic");
         }
 
         function test_itsPartsStandAsTold() {
             open(licenses);
-            const tools = part("tools");
-            const scrolling = part("scrolling");
+            const tools = part(view, "tools");
+            const scrolling = part(view, "scrolling");
             compare(tools.x, 20);
             compare(tools.y, 20);
             compare(scrolling.x, 20);
             compare(scrolling.y, 20 + tools.height + 14);
             compare(scrolling.width, 580);
             compare(scrolling.y + scrolling.height, 500);
-            compare(part("others").x + part("others").width, 600);
-            compare(part("text").padding, 14);
-            compare(part("text").width, 580);
-            compare(part("text").font.pixelSize, 11);
-            compare(part("text").font.family, Theme.monospacedFamily);
+            compare(part(view, "others").x + part(view, "others").width, 600);
+            compare(part(view, "text").padding, 14);
+            compare(part(view, "text").width, 580);
+            compare(part(view, "text").font.pixelSize, 11);
+            compare(part(view, "text").font.family, Theme.monospacedFamily);
         }
 
         function test_itsGroundsAreFlat() {
             open(licenses);
-            const ground = y => Grounds.part(Grounds.ground, (y + 0.5) / 520);
-            const looks = (x, y, colour) => {
-                const pixel = Eye.at(view, x, y);
-                verify(Grounds.isNear(pixel, colour), "%1 %2 %3 instead of %4".arg(pixel.r)
-                       .arg(pixel.g).arg(pixel.b).arg(colour));
-            };
-            looks(10, 10, ground(10));
-            looks(10, 510, ground(510));
-            looks(28, 300, Grounds.under(ground(300), 0, 0.22));
-            looks(300, 494, Grounds.under(ground(494), 0, 0.22));
-            looks(20.5, part("scrolling").y + 0.5, ground(part("scrolling").y)); // a corner
-            compare(part("ground").radius, 11);
+            const ground = y => Colours.part(Colours.ground, (y + 0.5) / 520);
+            looks(view, 10, 10, ground(10));
+            looks(view, 10, 510, ground(510));
+            looks(view, 28, 300, Colours.over(ground(300), 0, 0.22));
+            looks(view, 300, 494, Colours.over(ground(494), 0, 0.22));
+            const top = part(view, "scrolling").y;
+            looks(view, 20.5, top + 0.5, ground(top)); // a corner
+            compare(part(view, "ground").radius, 11);
         }
 
         function test_eachToolHasItsNotice() {
             open(licenses);
-            verify(part("text").text.includes("restic"));
-            verify(part("text").text.includes("Alexander Neumann"));
+            verify(part(view, "text").text.includes("restic"));
+            verify(part(view, "text").text.includes("Alexander Neumann"));
             mouseClick(options()[1]);
             compare(view.selected, "rclone");
-            compare(part("tools").selection, "rclone");
-            verify(part("text").text.includes("Nick Craig-Wood"));
-            compare(part("text").text.trim(), Notices.text("rclone").trim());
+            compare(part(view, "tools").selection, "rclone");
+            verify(part(view, "text").text.includes("Nick Craig-Wood"));
+            compare(part(view, "text").text.trim(), Notices.text("rclone").trim());
             mouseClick(options()[0]);
             compare(view.selected, "restic");
         }
 
         function test_theOtherPartsAreInAMenu() {
             open(licenses);
-            const others = part("others");
+            const others = part(view, "others");
             verify(others.visible);
             compare(others.text, "Altre licenze");
             compare(entries().map(e => e.text), Notices.names().slice(2));
@@ -126,7 +109,7 @@ Item {
                 verify(entries().some(e => e.text === name), name);
             }
             mouseClick(others);
-            const menu = findChild(others, "menu");
+            const menu = part(others, "menu");
             tryVerify(() => menu.opened);
             verify(menu.y + menu.height <= 520);
             const wanted = entries().find(e => e.text === "ICU");
@@ -137,15 +120,15 @@ Item {
             compare(others.kind, PillButton.Kind.Primary);
             compare(ScreenReader.description(others), "Altre licenze");
             verify(options().every(o => !o.checked));
-            compare(part("text").text.trim(), Notices.text("ICU").trim());
+            compare(part(view, "text").text.trim(), Notices.text("ICU").trim());
             mouseClick(options()[0]);
             compare(others.text, "Altre licenze");
         }
 
         function test_theMenuWorksByKeys() {
             open(licenses);
-            const others = part("others");
-            const menu = findChild(others, "menu");
+            const others = part(view, "others");
+            const menu = part(others, "menu");
             options()[0].forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Tab);
             verify(others.activeFocus);
@@ -166,12 +149,12 @@ Item {
 
         function test_aNoticeThatIsMissingIsSaidToBe() {
             open(licenses, {selected: "nothing"});
-            compare(part("text").text, "Licenza non trovata.");
+            compare(part(view, "text").text, "Licenza non trovata.");
         }
 
         function test_theTextCanBeSelectedAndNotChanged() {
             open(licenses);
-            const text = part("text");
+            const text = part(view, "text");
             const before = text.text;
             mouseClick(text, 100, 40);
             keyClick(Qt.Key_X);
@@ -190,14 +173,14 @@ Item {
 
         function test_markupIsShownAsText() {
             open(licenses);
-            compare(part("text").textFormat, TextEdit.PlainText);
+            compare(part(view, "text").textFormat, TextEdit.PlainText);
         }
 
         function test_theScrollIndicatorCanAlwaysBeSeen() {
             open(licenses);
-            const scrolling = part("scrolling");
+            const scrolling = part(view, "scrolling");
             verify(scrolling.contentHeight > scrolling.height);
-            const bar = part("bar");
+            const bar = part(view, "bar");
             verify(bar.visible);
             compare(bar.contentItem.opacity, 1);
             wait(0);
@@ -209,14 +192,14 @@ Item {
 
         function test_theWheelScrolls() {
             open(licenses);
-            mouseWheel(part("scrolling"), 200, 200, 0, -240);
-            tryVerify(() => part("scrolling").contentY > 0);
+            mouseWheel(part(view, "scrolling"), 200, 200, 0, -240);
+            tryVerify(() => part(view, "scrolling").contentY > 0);
         }
 
         function test_theKeysScroll() {
             open(licenses);
-            const scrolling = part("scrolling");
-            part("text").forceActiveFocus(Qt.TabFocusReason);
+            const scrolling = part(view, "scrolling");
+            part(view, "text").forceActiveFocus(Qt.TabFocusReason);
             const end = scrolling.contentHeight - scrolling.height;
             keyClick(Qt.Key_Down);
             compare(scrolling.contentY, 40);
@@ -237,16 +220,16 @@ Item {
 
         function test_anotherNoticeBeginsAtItsTop() {
             open(licenses);
-            part("scrolling").contentY = 100;
+            part(view, "scrolling").contentY = 100;
             view.selected = "Qt";
-            compare(part("scrolling").contentY, 0);
+            compare(part(view, "scrolling").contentY, 0);
         }
 
         function test_everyNoticeFitsItsWidth() {
             open(licenses);
             for (const name of Notices.names()) {
                 view.selected = name;
-                const text = part("text");
+                const text = part(view, "text");
                 compare(text.text.length > 100, true, name);
                 verify(text.contentWidth <= 552 + 0.5, name);
                 compare(ScreenReader.name(text), name);
@@ -258,14 +241,14 @@ Item {
             const told = ScreenReader.tree(view).map(line => line.slice(line.indexOf(": ") + 2));
             compare(told, ["Informazioni su Vellomar", "Vellomar", "Versione 1.2.3",
                            "Backup cifrati con restic e rclone."]);
-            compare(part("credits").font.pixelSize, 11);
-            compare(String(part("credits").color), String(Theme.text));
-            verify((part("mark") as BrandMark) !== null);
+            compare(part(view, "credits").font.pixelSize, 11);
+            compare(String(part(view, "credits").color), String(Theme.text));
+            verify((part(view, "mark") as BrandMark) !== null);
         }
 
         function test_aLongVersionStaysInside() {
             open(about, {version: "1.2.3-<b>alfa</b>-con-un-nome-che-non-finisce-mai-1234567890"});
-            const version = part("version");
+            const version = part(view, "version");
             verify(version.paintedWidth <= view.width - 32);
             compare(version.textFormat, Text.PlainText);
         }

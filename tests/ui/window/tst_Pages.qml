@@ -6,7 +6,6 @@ import Vellomar.Overview
 import Vellomar.Prepared
 import Vellomar.Testing
 import Vellomar.Window
-import "Grounds.js" as Grounds
 
 Item {
     id: root
@@ -38,10 +37,8 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Pages"
-        when: windowShown
-
         readonly property var subtitles: [undefined,
             "Scegli una versione e recupera file o cartelle",
             "Cartelle incluse nel backup",
@@ -55,17 +52,12 @@ Item {
         property RootView view
         property PageArea area
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-        }
-
         function open(state, section) {
             const made = createTemporaryObject(scene, root);
             prepared = made.prepared;
             prepared.state = state ?? "fresh";
             view = made.view;
-            area = findChild(view, "pages");
+            area = part(view, "pages");
             prepared.model.section = section ?? AppModel.Section.Overview;
             Eye.look(root);
         }
@@ -83,12 +75,6 @@ Item {
         function sizes() {
             return [{tag: "smallest", width: 980, height: 660},
                 {tag: "large", width: 1600, height: 1000}];
-        }
-
-        function looks(x, y, colour) {
-            const pixel = Eye.at(view, x, y);
-            verify(Grounds.isNear(pixel, colour), "%1 %2 %3 instead of %4".arg(pixel.r).arg(pixel.g)
-                   .arg(pixel.b).arg(colour));
         }
 
         function test_theyTakeAllThatTheSidebarLeaves_data() {
@@ -113,7 +99,7 @@ Item {
             open("fresh", AppModel.Section.Sources);
             resize(data);
             for (const y of [10, 40, data.height - 10]) {
-                looks(300, y, Grounds.part(Grounds.ground, (y + 0.5) / data.height));
+                looks(view, 300, y, Colours.part(Colours.ground, (y + 0.5) / data.height));
             }
         }
 
@@ -151,7 +137,7 @@ Item {
                 "externaldrive", "list.bullet.rectangle", "gearshape"];
             symbols.forEach((name, section) => {
                 prepared.model.section = section;
-                const emblem = findChild(area, "emblem");
+                const emblem = part(area, "emblem");
                 compare(emblem.name, name);
                 compare(emblem.points, 520);
                 compare(emblem.weight, Font.Bold);
@@ -165,27 +151,26 @@ Item {
         function test_theEmblemCanHardlyBeSeen() {
             open("fresh", AppModel.Section.Settings);
             const y = 600;
-            const ground = Grounds.part(Grounds.ground, (y + 0.5) / 660);
-            const emblem = Grounds.under(ground, 1, 0.035);
+            const ground = Colours.part(Colours.ground, (y + 0.5) / 660);
+            const emblem = Colours.over(ground, 1, 0.035);
             const most = 2 / 255 + 1e-6;
             let covered = 0;
             for (let x = 300; x < 980; ++x) {
                 const pixel = Eye.at(view, x, y);
                 verify(pixel.g > ground[1] - most && pixel.g < emblem[1] + most);
-                covered += Grounds.isNear(pixel, emblem) && !Grounds.isNear(pixel, ground);
+                covered += Colours.near(pixel, emblem) && !Colours.near(pixel, ground);
             }
             verify(covered > 100 && covered < 600, covered);
         }
 
         function test_theEmblemIsNotCutAtItsOwnEdges() {
             open("fresh", AppModel.Section.Settings);
-            const emblem = findChild(area, "emblem");
+            const emblem = part(area, "emblem");
             const left = emblem.mapToItem(view, 0, 0).x;
             let covered = 0;
             for (let y = 300; y < 480; ++y) {
-                const ground = Grounds.part(Grounds.ground, (y + 0.5) / 660);
-                covered += Grounds.isNear(Eye.at(view, left + 1, y),
-                                          Grounds.under(ground, 1, 0.035));
+                const ground = Colours.part(Colours.ground, (y + 0.5) / 660);
+                covered += Colours.near(Eye.at(view, left + 1, y), Colours.over(ground, 1, 0.035));
             }
             verify(covered < 50, covered); // the round tip of a tooth
         }
@@ -193,7 +178,7 @@ Item {
         function test_theEmblemIsBehindThePage() {
             open();
             const things = Array.from(area.children);
-            verify(things.indexOf(findChild(area, "emblem").parent) < things.indexOf(area.page));
+            verify(things.indexOf(part(area, "emblem").parent) < things.indexOf(area.page));
         }
 
         function test_aChangeOfSectionReplacesThePage() {
@@ -247,7 +232,7 @@ Item {
             prepared.model.section = AppModel.Section.Destinations;
             const coming = area.page;
             verify(old !== coming);
-            const spring = findChild(coming, "coming");
+            const spring = part(coming, "coming");
             verify(spring.running);
             compare(coming.y, area.height);
             compare(coming.opacity, 0);
@@ -270,7 +255,7 @@ Item {
             open();
             const old = area.page;
             prepared.model.section = AppModel.Section.Destinations;
-            const spring = findChild(old, "going");
+            const spring = part(old, "going");
             verify(spring.running);
             verify(!old.enabled);
             compare(old.opacity, 1);
@@ -287,7 +272,7 @@ Item {
                 Motion.still = still;
                 open();
                 for (const name of ["coming", "going"]) {
-                    const spring = findChild(area.page, name);
+                    const spring = part(area.page, name);
                     compare(spring.response, 0.5);
                     compare(spring.damping, 0.88);
                     compare(spring.duration, still ? 0 : Motion.springTime(0.5, 0.88));
@@ -314,7 +299,7 @@ Item {
             Motion.still = false;
             open();
             keyClick(Qt.Key_Tab);
-            const button = findChild(area.page, "action");
+            const button = part(area.page, "action");
             verify(button !== null);
             button.forceActiveFocus(Qt.TabFocusReason);
             verify(button.activeFocus);
@@ -332,8 +317,8 @@ Item {
             for (const still of [true, false]) {
                 Motion.still = still;
                 open(data.state);
-                const found = findChild(area.page, data.name);
-                const control = data.tag === "row" ? findChild(found, "button") : found;
+                const found = part(area.page, data.name);
+                const control = data.tag === "row" ? part(found, "button") : found;
                 control.forceActiveFocus(Qt.TabFocusReason);
                 keyClick(Qt.Key_Return);
                 compare(prepared.model.section, AppModel.Section.Destinations);
@@ -399,7 +384,7 @@ Item {
             }
             verify(met.some(item => item.objectName === "action"));
             compare(met.length, 1 + 6 + 1 + 3); // menu, sections, main button, tiles
-            const foot = findChild(view, "state");
+            const foot = part(view, "state");
             verify(foot.mapToItem(view, 0, foot.height).y <= data.height);
         }
 

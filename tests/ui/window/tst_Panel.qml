@@ -5,8 +5,6 @@ import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Testing
 import Vellomar.Window
-import "../design/Contrast.js" as Contrast
-import "Grounds.js" as Grounds
 
 Item {
     id: root
@@ -29,17 +27,15 @@ Item {
     SignalSpy { id: windows; target: panel; signalName: "windowAsked" }
     SignalSpy { id: quits; target: panel; signalName: "quitAsked" }
 
-    TestCase {
+    Case {
         name: "Panel"
-        when: windowShown
+        aside: Qt.point(450, 590)
 
         readonly property var local: ["Disco esterno", "externaldrive"]
         readonly property var drive: ["Google Drive", "cloud"]
         readonly property var server: ["Server privato", "server.rack"]
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             show("fresh");
             prepared.takeAsked();
             windows.clear();
@@ -66,27 +62,17 @@ Item {
             look();
         }
 
-        function part(name) {
-            return findChild(panel, name);
-        }
-
         function rows() {
-            return Array.from(part("top").parent.children).filter(c => c as MenuPanelRow);
+            return Array.from(part(panel, "top").parent.children).filter(c => c as MenuPanelRow);
         }
 
         function rightOf(item) {
             return item.x + item.width;
         }
 
-        function looks(item, x, y, colour) {
-            const pixel = Eye.at(item, x, y);
-            verify(Grounds.isNear(pixel, colour), "%1 %2 %3 instead of %4".arg(pixel.r).arg(pixel.g)
-                   .arg(pixel.b).arg(colour));
-        }
-
         // The ground of the panel at a height of it.
         function ground(y) {
-            return Grounds.part(Grounds.ground, (y + 0.5) / panel.height);
+            return Colours.part(Colours.ground, (y + 0.5) / panel.height);
         }
 
         function test_itIs330WideAndAsHighAsItsContent_data() {
@@ -97,8 +83,8 @@ Item {
             show(data.tag);
             compare(panel.width, 330);
             compare(rows().length, data.rows);
-            const top = part("top");
-            const buttons = part("buttons");
+            const top = part(panel, "top");
+            const buttons = part(panel, "buttons");
             compare(top.mapToItem(panel, 0, 0), Qt.point(12, 12));
             compare(top.width, 306);
             let y = 12 + top.height;
@@ -117,28 +103,29 @@ Item {
         }
 
         function test_theFirstBlockHoldsTheDialAndTheState() {
-            const top = part("top");
-            const dial = part("dial");
-            const eyebrow = part("eyebrow");
+            const top = part(panel, "top");
+            const dial = part(panel, "dial");
+            const eyebrow = part(panel, "eyebrow");
             compare(dial.diameter, 86);
             compare(dial.width, 86);
             compare(dial.mapToItem(top, 0, 0), Qt.point(14, 14));
             compare(top.height, 86 + 28);
             compare(eyebrow.mapToItem(top, 0, 0).x, 14 + 86 + 14);
-            compare(part("headline").y, eyebrow.height + 4);
-            compare(part("detail").y, part("headline").y + part("headline").height + 4);
-            compare(part("headline").font.pixelSize, 17);
-            compare(part("headline").font.weight, Font.DemiBold);
-            compare(part("detail").font.pixelSize, 11);
-            compare(String(part("detail").color), String(Theme.secondary));
+            const headline = part(panel, "headline");
+            compare(headline.y, eyebrow.height + 4);
+            compare(part(panel, "detail").y, headline.y + headline.height + 4);
+            compare(headline.font.pixelSize, 17);
+            compare(headline.font.weight, Font.DemiBold);
+            compare(part(panel, "detail").font.pixelSize, 11);
+            compare(String(part(panel, "detail").color), String(Theme.secondary));
         }
 
         function test_theBlocksAreRaised() {
-            for (const block of [part("top")].concat(rows())) {
+            for (const block of [part(panel, "top")].concat(rows())) {
                 const y = Math.floor(block.height / 2) + 4;
                 const opacity = 0.105 - 0.05 * (y + 0.5) / block.height;
-                looks(block, 298, y, Grounds.under(ground(block.mapToItem(panel, 0, y).y), 1,
-                                                   opacity));
+                looks(block, 298, y, Colours.over(ground(block.mapToItem(panel, 0, y).y), 1,
+                                                  opacity));
             }
         }
 
@@ -164,9 +151,9 @@ Item {
         }
         function test_itTellsHowTheBackupsStand(data) {
             show(data.tag);
-            compare(part("eyebrow").text, data.eyebrow);
-            compare(part("headline").text, data.headline);
-            compare(part("detail").words, data.detail);
+            compare(part(panel, "eyebrow").text, data.eyebrow);
+            compare(part(panel, "headline").text, data.headline);
+            compare(part(panel, "detail").words, data.detail);
             const told = ScreenReader.tree(panel);
             verify(told.includes("Heading: " + data.eyebrow));
             verify(told.includes("StaticText: " + data.headline));
@@ -175,8 +162,8 @@ Item {
 
         function test_itsWordsStandOutFromTheirGround() {
             for (const name of ["eyebrow", "detail"]) {
-                const text = part(name);
-                const found = Contrast.ratio(text.color, Eye.at(text, text.width - 1, 1));
+                const text = part(panel, name);
+                const found = Colours.contrast(text.color, Eye.at(text, text.width - 1, 1));
                 verify(found >= 4.5, "%1: %2".arg(name).arg(found));
             }
         }
@@ -194,7 +181,7 @@ Item {
         function test_itTellsTheHoursBetweenBackups(data) {
             show("well");
             configure(data.set);
-            compare(part("detail").words, data.detail);
+            compare(part(panel, "detail").words, data.detail);
         }
 
         function test_aPercentIsNeverRoundedUp_data() {
@@ -206,7 +193,7 @@ Item {
         function test_aPercentIsNeverRoundedUp(data) {
             show("running");
             prepared.setPercent(data.percent);
-            compare(part("headline").text, data.text);
+            compare(part(panel, "headline").text, data.text);
         }
 
         function test_itHasARowForEachDestinationInUse_data() {
@@ -222,16 +209,16 @@ Item {
         }
         function test_itHasARowForEachDestinationInUse(data) {
             configure(data.set);
-            compare(rows().map(r => [findChild(r, "title").text, findChild(r, "well").symbol]),
+            compare(rows().map(r => [part(r, "title").text, part(r, "well").symbol]),
                     data.rows);
         }
 
         function test_aRowHasRoomAroundItsParts() {
             show("well");
             for (const row of rows()) {
-                const well = findChild(row, "well");
-                const title = findChild(row, "title");
-                const state = findChild(row, "state");
+                const well = part(row, "well");
+                const title = part(row, "title");
+                const state = part(row, "state");
                 compare(well.size, 30);
                 compare(well.width, 30);
                 compare(well.height, 30);
@@ -243,7 +230,7 @@ Item {
                 compare(title.font.weight, Font.DemiBold);
                 compare(state.y, title.height + 2);
                 compare(row.height, Math.max(30, state.y + state.height) + 18);
-                looks(well, 15, 4, Grounds.under(Grounds.under(
+                looks(well, 15, 4, Colours.over(Colours.over(
                         ground(row.mapToItem(panel, 0, well.y + 4).y), 1,
                         0.105 - 0.05 * (well.y + 4.5) / row.height), 0.03, 0.25));
             }
@@ -253,33 +240,33 @@ Item {
             show("failed");
             for (const row of rows()) {
                 const destination = row.destination;
-                const state = findChild(row, "state");
+                const state = part(row, "state");
                 compare(state.text, destination.stateText);
-                const colours = [null, Grounds.amber, Grounds.coral, Grounds.mint];
+                const colours = [null, Colours.amber, Colours.coral, Colours.mint];
                 const colour = colours[destination.stateTone];
                 if (colour) {
                     looks(state, 3.5, state.height / 2, colour);
                 }
             }
-            compare(findChild(rows()[1], "state").text, "Ultimo backup non riuscito");
+            compare(part(rows()[1], "state").text, "Ultimo backup non riuscito");
             compare(prepared.model.destinations[1].stateTone, AppModel.Tone.Wrong);
         }
 
         function test_withNothingSetUpItOffersNoBackup() {
-            const start = part("start");
+            const start = part(panel, "start");
             verify(start.visible);
             verify(!start.enabled);
             compare(start.text, "Esegui backup");
             compare(start.kind, PillButton.Kind.Primary);
             mouseClick(start);
             compare(prepared.takeAsked(), []);
-            verify(!part("stop").visible);
+            verify(!part(panel, "stop").visible);
         }
 
         function test_withoutASavedKeyItStillOffersOne() {
             show("kit");
-            verify(part("start").enabled);
-            mouseClick(part("start"));
+            verify(part(panel, "start").enabled);
+            mouseClick(part(panel, "start"));
             verify(prepared.model.showingRecoveryKit);
             // It opens in the window, which may be hidden.
             compare(windows.count, 1);
@@ -291,7 +278,7 @@ Item {
         }
         function test_whatKeepsABackupFromStartingIsShownInTheWindow(data) {
             show(data.tag);
-            mouseClick(part("start"));
+            mouseClick(part(panel, "start"));
             compare(windows.count, 1);
             verify(!prepared.takeAsked().includes("start"));
             prepared.model.accessRequest = AppModel.GatedAction.None;
@@ -299,68 +286,60 @@ Item {
 
         function test_whileTheKeyringIsWaitedForItOffersNone() {
             show("starting");
-            verify(part("start").visible && !part("start").enabled);
-            compare(part("detail").words, "In attesa del Portachiavi.");
+            verify(part(panel, "start").visible && !part(panel, "start").enabled);
+            compare(part(panel, "detail").words, "In attesa del Portachiavi.");
         }
 
         function test_itStartsABackup_data() {
-            return [{tag: "mouse", press: button => mouseClick(button)},
-                {tag: "space", press: button => typed(button, Qt.Key_Space)},
-                {tag: "return", press: button => typed(button, Qt.Key_Return)},
-                {tag: "reader", press: button => ScreenReader.perform(button, "Press")}];
+            return ways();
         }
         function test_itStartsABackup(data) {
             show("well");
-            verify(part("start").enabled);
-            data.press(part("start"));
+            verify(part(panel, "start").enabled);
+            press(part(panel, "start"), data.way);
             verify(prepared.takeAsked().includes("start"));
             compare(windows.count, 0);
         }
 
-        function typed(button, key) {
-            button.forceActiveFocus(Qt.TabFocusReason);
-            keyClick(key);
-        }
-
         function test_whileOneIsLaunchedItOffersNoOther() {
             show("launching");
-            verify(part("start").visible);
-            verify(!part("start").enabled);
-            verify(!part("stop").visible);
+            verify(part(panel, "start").visible);
+            verify(!part(panel, "start").enabled);
+            verify(!part(panel, "stop").visible);
         }
 
         function test_whileOneRunsItOffersToStopIt() {
             show("running");
-            const stop = part("stop");
-            verify(!part("start").visible);
+            const stop = part(panel, "stop");
+            verify(!part(panel, "start").visible);
             verify(stop.visible && stop.enabled);
             compare(stop.text, "Interrompi");
             compare(stop.kind, PillButton.Kind.Outline);
             mouseClick(stop);
             compare(prepared.takeAsked(), []);
             show("well");
-            verify(part("start").visible && !stop.visible);
+            verify(part(panel, "start").visible && !stop.visible);
         }
 
         function test_itOpensTheWindow() {
-            const open = part("open");
+            const open = part(panel, "open");
             compare(open.text, "Apri Vellomar");
             compare(open.kind, PillButton.Kind.Quiet);
             mouseClick(open);
             compare(windows.count, 1);
-            typed(open, Qt.Key_Return);
+            press(open, Qt.Key_Return);
             compare(windows.count, 2);
             compare(quits.count, 0);
         }
 
         function test_itEndsTheProgram() {
-            const power = part("power");
+            const power = part(panel, "power");
             compare(power.symbol, "power");
             compare(power.help, "Esci da Vellomar");
             compare(ScreenReader.name(power), "Esci da Vellomar");
             mouseClick(power);
             compare(quits.count, 1);
-            typed(power, Qt.Key_Space);
+            press(power, Qt.Key_Space);
             compare(quits.count, 2);
         }
 
@@ -369,26 +348,26 @@ Item {
         }
         function test_theButtonsStandInOneRow(data) {
             show(data.tag);
-            const first = part(data.first);
+            const first = part(panel, data.first);
             compare(first.x, 0);
             compare(first.font.pixelSize, 13);
-            verify(part("open").x >= rightOf(first));
-            verify(part("power").x >= rightOf(part("open")));
-            compare(rightOf(part("power")), part("buttons").width);
+            verify(part(panel, "open").x >= rightOf(first));
+            verify(part(panel, "power").x >= rightOf(part(panel, "open")));
+            compare(rightOf(part(panel, "power")), part(panel, "buttons").width);
         }
 
         function test_theKeyboardGoesThroughTheButtonsInOrder() {
             show("well");
-            part("power").forceActiveFocus(Qt.TabFocusReason);
+            part(panel, "power").forceActiveFocus(Qt.TabFocusReason);
             for (const name of ["start", "open", "power"]) {
                 keyClick(Qt.Key_Tab);
-                verify(part(name).activeFocus, name);
-                verify(part(name).ringed, name);
+                verify(part(panel, name).activeFocus, name);
+                verify(part(panel, name).ringed, name);
             }
         }
 
         function test_aLongHeadlineShrinks() {
-            const headline = part("headline");
+            const headline = part(panel, "headline");
             compare(headline.fontSizeMode, Text.HorizontalFit);
             compare(headline.minimumPixelSize, Math.round(0.7 * 17));
             compare(headline.maximumLineCount, 1);
@@ -410,17 +389,18 @@ Item {
 
         function test_longTextsAreCutInsideTheirBlocks() {
             show("long");
-            const top = part("top");
+            const top = part(panel, "top");
             for (const name of ["eyebrow", "headline", "detail"]) {
-                const text = part(name);
+                const text = part(panel, name);
                 verify(rightOf(text) + text.parent.x <= 306 - 14 + 0.5);
                 verify(text.paintedWidth <= text.width + 1, name);
             }
-            verify(part("detail").truncated);
-            verify(part("detail").paintedHeight + part("detail").y <= top.height - 14);
-            compare(part("detail").textFormat, Text.PlainText);
+            const detail = part(panel, "detail");
+            verify(detail.truncated);
+            verify(detail.paintedHeight + detail.y <= top.height - 14);
+            compare(detail.textFormat, Text.PlainText);
             for (const row of rows()) {
-                const state = findChild(row, "state");
+                const state = part(row, "state");
                 verify(state.mapToItem(row, state.width, 0).x <= 306 - 11 + 0.5);
             }
         }

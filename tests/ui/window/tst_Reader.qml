@@ -77,21 +77,14 @@ Item {
         }
     }
 
-    TestCase {
+    Case {
         name: "Reader"
-        when: windowShown
-
         readonly property var states: ["fresh", "kit", "waiting", "launching", "scanning",
             "running", "well", "single", "access", "stale", "staleRunning", "failed", "keyError", "starting",
             "support", "long"]
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
-        }
-
         function open(component, state) {
-            const made = createTemporaryObject(component, root);
+            const made = drawn(component);
             if (state) {
                 made.prepared.state = state;
                 compare(made.prepared.state, state);

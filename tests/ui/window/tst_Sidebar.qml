@@ -5,7 +5,6 @@ import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Testing
 import Vellomar.Window
-import "Grounds.js" as Grounds
 
 Item {
     id: root
@@ -23,9 +22,9 @@ Item {
         summary: summary
     }
 
-    TestCase {
+    Case {
         name: "Sidebar"
-        when: windowShown
+        aside: Qt.point(1500, 900)
 
         readonly property var titles: ["Panoramica", "Ripristina", "Cartelle", "Destinazioni",
             "Attività", "Impostazioni"]
@@ -33,15 +32,12 @@ Item {
             "externaldrive", "list.bullet.rectangle", "gearshape"]
         readonly property Item sidebar: findChild(view, "way").parent
 
-        function init() {
-            failOnWarning(/.*/);
-            Motion.still = true;
+        function prepare() {
             prepared.state = "fresh";
             prepared.model.section = AppModel.Section.Overview;
             view.width = 980;
             view.height = 660;
             root.forceActiveFocus();
-            mouseMove(root, 1500, 900);
             settle();
         }
 
@@ -50,13 +46,7 @@ Item {
         }
 
         function items() {
-            return Array.from(findChild(sidebar, "items").children).filter(i => i.title);
-        }
-
-        function looks(item, x, y, colour) {
-            const pixel = Eye.at(item, x, y);
-            verify(Grounds.isNear(pixel, colour), "%1 %2 %3 instead of %4".arg(pixel.r).arg(pixel.g)
-                   .arg(pixel.b).arg(colour));
+            return Array.from(part(sidebar, "items").children).filter(i => i.title);
         }
 
         function sizes() {
@@ -86,23 +76,23 @@ Item {
         function test_itsGroundFadesDownwards(data) {
             resize(data);
             for (const y of [10, 300, 500, data.height - 5]) {
-                looks(view, 5, y, Grounds.part(Grounds.sidebar, (y + 0.5) / data.height));
+                looks(view, 5, y, Colours.part(Colours.sidebar, (y + 0.5) / data.height));
             }
         }
 
         function test_aDarkLineRunsAlongItsTrailingEdge() {
-            const edge = findChild(sidebar, "edge");
+            const edge = part(sidebar, "edge");
             compare(edge.width, 1);
             compare(edge.x, 221);
             compare(edge.height, 660);
-            const ground = Grounds.part(Grounds.sidebar, 0.5);
-            looks(view, 221.7, 330, Grounds.under(ground, 0, 0.28));
+            const ground = Colours.part(Colours.sidebar, 0.5);
+            looks(view, 221.7, 330, Colours.over(ground, 0, 0.28));
             looks(view, 220.2, 330, ground);
         }
 
         function test_itsShadowFallsOnThePageToTheRight() {
             const y = 30;
-            const ground = Grounds.part(Grounds.ground, y / 660);
+            const ground = Colours.part(Colours.ground, y / 660);
             looks(view, 320, y, ground);
             verify(Eye.at(view, 224, 330).g < Eye.at(view, 240, 330).g);
             verify(Eye.at(view, 240, 330).g < Eye.at(view, 262, 330).g);
@@ -110,7 +100,7 @@ Item {
         }
 
         function test_theBrandStandsAtTheTop() {
-            const brand = findChild(sidebar, "brand");
+            const brand = part(sidebar, "brand");
             compare(brand.x, 24);
             compare(brand.y, 60);
             compare(brand.height, 26);
@@ -129,9 +119,9 @@ Item {
 
         function test_theSectionsFollowInTheirOrder() {
             compare(items().map(i => i.title), titles);
-            compare(items().map(i => findChild(i, "title").text), titles);
-            compare(items().map(i => findChild(i, "symbol").name), symbols);
-            const list = findChild(sidebar, "items");
+            compare(items().map(i => part(i, "title").text), titles);
+            compare(items().map(i => part(i, "symbol").name), symbols);
+            const list = part(sidebar, "items");
             compare(list.y, 60 + 26 + 34 + 6);
             compare(list.x, 12);
             compare(list.spacing, 6);
@@ -139,8 +129,8 @@ Item {
 
         function test_aSectionHasRoomAroundSymbolAndTitle() {
             for (const item of items()) {
-                const symbol = findChild(item, "symbol");
-                const title = findChild(item, "title");
+                const symbol = part(item, "symbol");
+                const title = part(item, "title");
                 compare(item.width, 198);
                 compare(symbol.mapToItem(item, 0, 0).x, 12);
                 compare(symbol.width, 22);
@@ -157,11 +147,11 @@ Item {
             settle();
             items().forEach((item, i) => {
                 const isOn = i === AppModel.Section.Sources;
-                const symbol = findChild(item, "symbol");
+                const symbol = part(item, "symbol");
                 compare(item.selected, isOn);
-                compare(findChild(item, "title").font.weight, isOn ? Font.DemiBold : Font.Normal);
+                compare(part(item, "title").font.weight, isOn ? Font.DemiBold : Font.Normal);
                 verify(Qt.colorEqual(symbol.color, isOn ? Theme.amber : Theme.white(0.85)));
-                compare(findChild(item, "chosen").visible, isOn);
+                compare(part(item, "chosen").visible, isOn);
                 // What is seen of the symbol: it has the colour somewhere, and none of the other.
                 let amber = 0;
                 for (let x = 0.25; x < symbol.width; x += 0.5) {
@@ -176,16 +166,16 @@ Item {
 
         function test_itsGroundIsARaisedPanel() {
             const item = items()[0];
-            const chosen = findChild(item, "chosen");
+            const chosen = part(item, "chosen");
             compare(chosen.radius, 10);
             compare(chosen.rimWidth, 1);
             compare(chosen.shadowOffset, Qt.point(0, 4));
             verify(Qt.colorEqual(chosen.shadowColor, Theme.black(0.3)));
             for (const fraction of [0.3, 0.5, 0.8]) {
                 const y = Math.floor(item.height * fraction);
-                const ground = Grounds.part(Grounds.sidebar,
+                const ground = Colours.part(Colours.sidebar,
                                             (item.mapToItem(view, 0, y).y + 0.5) / 660);
-                looks(item, 180, y, Grounds.under(ground, 1, 0.105 - 0.05 * (y + 0.5) / item.height
+                looks(item, 180, y, Colours.over(ground, 1, 0.105 - 0.05 * (y + 0.5) / item.height
                                                   + 0.03));
             }
             verify(Eye.at(item, 100, item.height + 3).g < Eye.at(item, 100, item.height + 20).g);
@@ -193,22 +183,22 @@ Item {
 
         function test_hoveringLightsUpTheOthersOnly() {
             const item = items()[2];
-            const ground = Grounds.part(Grounds.sidebar, item.mapToItem(view, 0, 20.5).y / 660);
+            const ground = Colours.part(Colours.sidebar, item.mapToItem(view, 0, 20.5).y / 660);
             looks(item, 180, 20, ground);
             mouseMove(item, 100, 10);
             verify(item.hovering);
             settle();
-            looks(item, 180, 20, Grounds.under(ground, 1, 0.05));
+            looks(item, 180, 20, Colours.over(ground, 1, 0.05));
             mouseMove(items()[0], 100, 10);
             settle();
             looks(item, 180, 20, ground);
-            verify(!findChild(items()[0], "hover").visible);
+            verify(!part(items()[0], "hover").visible);
         }
 
         function test_hoveringIsSoftened() {
             Motion.still = false;
             const item = items()[3];
-            const hover = findChild(item, "hover");
+            const hover = part(item, "hover");
             const first = [];
             const note = () => first.push(hover.opacity);
             item.hoveringChanged.connect(note);
@@ -241,7 +231,7 @@ Item {
             return [{key: Qt.Key_Space}, {key: Qt.Key_Return}, {key: Qt.Key_Enter}];
         }
         function test_theKeyboardReachesAndChoosesThem(data) {
-            findChild(sidebar, "menuButton").forceActiveFocus(Qt.TabFocusReason);
+            part(sidebar, "menuButton").forceActiveFocus(Qt.TabFocusReason);
             for (const item of items()) {
                 keyClick(Qt.Key_Tab);
                 verify(item.activeFocus);
@@ -269,20 +259,20 @@ Item {
 
         function test_theFootTellsHowTheBackupsStand_data() {
             return [
-                {tag: "fresh", text: "Da configurare", colour: Grounds.coral},
-                {tag: "kit", text: "Nessun backup", colour: Grounds.coral},
-                {tag: "waiting", text: "Nessun backup", colour: Grounds.coral},
-                {tag: "launching", text: "Backup in corso", colour: Grounds.amber},
-                {tag: "running", text: "Backup in corso", colour: Grounds.amber},
-                {tag: "well", text: "Backup aggiornato", colour: Grounds.mint},
-                {tag: "stale", text: "Fermo da 3 giorni", colour: Grounds.coral},
-                {tag: "staleRunning", text: "Backup in corso", colour: Grounds.amber}
+                {tag: "fresh", text: "Da configurare", colour: Colours.coral},
+                {tag: "kit", text: "Nessun backup", colour: Colours.coral},
+                {tag: "waiting", text: "Nessun backup", colour: Colours.coral},
+                {tag: "launching", text: "Backup in corso", colour: Colours.amber},
+                {tag: "running", text: "Backup in corso", colour: Colours.amber},
+                {tag: "well", text: "Backup aggiornato", colour: Colours.mint},
+                {tag: "stale", text: "Fermo da 3 giorni", colour: Colours.coral},
+                {tag: "staleRunning", text: "Backup in corso", colour: Colours.amber}
             ];
         }
         function test_theFootTellsHowTheBackupsStand(data) {
             prepared.state = data.tag;
             settle();
-            const foot = findChild(sidebar, "state");
+            const foot = part(sidebar, "state");
             compare(foot.text, data.text);
             compare(ScreenReader.name(foot), data.text);
             compare(foot.x, 24);

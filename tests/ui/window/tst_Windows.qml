@@ -49,15 +49,10 @@ Item {
     SignalSpy { id: first }
     SignalSpy { id: second }
 
-    TestCase {
+    Case {
         name: "Windows"
-        when: windowShown
-
-        function init() {
-            // Windows without a screen have nothing to be raised above.
-            failOnWarning(/^(?!This plugin does not support raise\(\))/);
-            Motion.still = true;
-        }
+        // Windows without a screen have nothing to be raised above.
+        unexpected: /^(?!This plugin does not support raise\(\))/
 
         function open(component, properties) {
             const window = createTemporaryObject(component, null, properties ?? {});
@@ -224,9 +219,9 @@ Item {
             const window = open(tray);
             watch(first, window, "windowAsked");
             watch(second, window, "quitAsked");
-            mouseClick(findChild(window.contentItem, "open"));
+            mouseClick(part(window.contentItem, "open"));
             compare([first.count, second.count], [1, 0]);
-            mouseClick(findChild(window.contentItem, "power"));
+            mouseClick(part(window.contentItem, "power"));
             compare([first.count, second.count], [1, 1]);
         }
 
@@ -239,7 +234,7 @@ Item {
             for (const property of ["height", "minimumHeight", "maximumHeight"]) {
                 compare(window[property], 520);
             }
-            compare(findChild(window.contentItem, "scrolling").width, 580);
+            compare(part(window.contentItem, "scrolling").width, 580);
         }
 
         function test_aboutHasAWindowThatKeepsItsSize() {
