@@ -1,36 +1,15 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 
 // A box to check. Its text is its name for the screen reader; the row that it stands in shows it.
-T.CheckBox {
+Checkable {
     id: control
 
-    property bool ringed: visualFocus
-
-    // What a click does, for what the template doesn't hear in full: Return, once however long it
-    // is held, and the screen reader, which finds disabled controls too.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            toggle();
-            toggled();
-            clicked();
-        }
-    }
-
-    focusPolicy: Qt.TabFocus
+    ringRadius: 5
+    ringGap: 2.5
     implicitWidth: 17
     implicitHeight: 17
     opacity: enabled ? 1 : 0.38
-
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
-    Accessible.role: Accessible.CheckBox
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: checked
-    Accessible.onPressAction: control.press(false)
-    Accessible.onToggleAction: control.press(false)
 
     indicator: Item {
         implicitWidth: 17
@@ -60,12 +39,6 @@ T.CheckBox {
                 weight: Font.Black
                 color: Theme.ink
             }
-        }
-
-        FocusRing {
-            shown: control.ringed
-            around: 5
-            gap: 2.5
         }
     }
 }

@@ -1,31 +1,19 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 
 // A small round button with a symbol; its help text is its name and its tooltip.
-T.Button {
+Pressable {
     id: control
 
     required property string symbol
     required property string help
-    property bool hovering: hovered
-    property bool ringed: visualFocus
     property real glow: enabled && hovering ? 1 : 0
 
     Behavior on glow {
         Ease { time: 100 }
     }
 
-    // A click by what the template doesn't hear: Return, once however long it is held, and the
-    // screen reader, which finds disabled buttons too.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            clicked();
-        }
-    }
-
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    ringRadius: 14
     implicitWidth: 28
     implicitHeight: 28
     opacity: enabled ? 1 : 0.38
@@ -35,10 +23,6 @@ T.Button {
         Ease {}
     }
 
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: control.press(false)
     Accessible.name: help
 
     contentItem: Item {
@@ -60,11 +44,6 @@ T.Button {
         rimWidth: 1
         shadowColor: Theme.black(0.2)
         shadowRadius: 2
-
-        FocusRing {
-            shown: control.ringed
-            around: 14
-        }
     }
 
     Tip {

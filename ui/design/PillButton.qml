@@ -1,17 +1,14 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 
 // The button of the window, in three kinds.
-T.Button {
+Pressable {
     id: control
 
     enum Kind { Primary, Outline, Quiet }
 
     property int kind: PillButton.Kind.Primary
     property bool large: false
-    property bool hovering: hovered
-    property bool ringed: visualFocus
 
     // How far the look of being hovered has come, from 0 to 1.
     property real glow: enabled && hovering ? 1 : 0
@@ -20,16 +17,7 @@ T.Button {
         Ease { time: 100 }
     }
 
-    // A click by what the template doesn't hear: Return, once however long it is held, and the
-    // screen reader, which finds disabled buttons too.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            clicked();
-        }
-    }
-
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    ringRadius: height / 2
     horizontalPadding: large ? 34 : 16
     verticalPadding: large ? 15 : 8
     implicitWidth: Math.max(large ? 270 : 0, implicitContentWidth + leftPadding + rightPadding)
@@ -43,12 +31,6 @@ T.Button {
     Behavior on scale {
         Ease {}
     }
-
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: control.press(false)
-    Accessible.name: text
 
     contentItem: Label {
         text: control.text
@@ -92,11 +74,6 @@ T.Button {
             opacity: control.glow
             radius: height / 2
             fill: Theme.flat(Theme.white(0.08))
-        }
-
-        FocusRing {
-            shown: control.ringed
-            around: parent.height / 2
         }
     }
 }

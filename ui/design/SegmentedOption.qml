@@ -9,14 +9,11 @@ T.RadioButton {
     required property bool selected
     property bool ringed: visualFocus
 
-    // The screen reader finds disabled options too.
-    function press() {
-        if (enabled) {
-            clicked();
-        }
+    readonly property PressActions actions: PressActions {
+        button: option
     }
 
-    // Checked is what is selected, and not what was clicked last.
+    // The template checks what is clicked; what is selected decides.
     checked: selected
     autoExclusive: false
     onClicked: checked = Qt.binding(() => option.selected)
@@ -29,14 +26,10 @@ T.RadioButton {
     font.pixelSize: 12
     font.weight: Font.DemiBold
 
-    Keys.onReturnPressed: option.press()
-    Keys.onEnterPressed: option.press()
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: selected
-    Accessible.onPressAction: option.press()
-    Accessible.onToggleAction: option.press()
 
     contentItem: Label {
         text: option.text

@@ -1,39 +1,18 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 
 // On or off. Its text is its name for the screen reader; the row that it stands in shows it.
-T.Switch {
+Checkable {
     id: control
 
-    property bool ringed: visualFocus
-    // Disabled, it fades as a whole: what the knob covers isn't there.
-    readonly property rect covered: enabled ? Qt.rect(0, 0, 0, 0)
-                                            : Qt.rect(3 + visualPosition * 19, 3, 19, 19)
+    readonly property real knobX: checked !== mirrored ? 22 : 3
+    // Disabled, it fades as a whole: what the knob covers isn't drawn.
+    readonly property rect covered: enabled ? Qt.rect(0, 0, 0, 0) : Qt.rect(knobX, 3, 19, 19)
 
-    // What a click does, for what the template doesn't hear in full: Return, once however long it
-    // is held, and the screen reader, which finds disabled controls too.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            toggle();
-            toggled();
-            clicked();
-        }
-    }
-
-    focusPolicy: Qt.TabFocus
+    ringRadius: 12.5
     implicitWidth: 44
     implicitHeight: 25
     opacity: enabled ? 1 : 0.38
-
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
-    Accessible.role: Accessible.CheckBox
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: checked
-    Accessible.onPressAction: control.press(false)
-    Accessible.onToggleAction: control.press(false)
 
     indicator: Item {
         implicitWidth: 44
@@ -63,7 +42,7 @@ T.Switch {
 
         Surface {
             objectName: "knob"
-            x: 3 + control.visualPosition * 19
+            x: control.knobX
             y: 3
             width: 19
             height: 19
@@ -74,17 +53,11 @@ T.Switch {
             shadowOffset: Qt.point(0, 1)
 
             Behavior on x {
-                enabled: !control.pressed
                 Spring {
                     response: 0.28
                     damping: 0.78
                 }
             }
-        }
-
-        FocusRing {
-            shown: control.ringed
-            around: 12.5
         }
     }
 }

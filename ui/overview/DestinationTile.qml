@@ -1,50 +1,30 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Overview
 
 // A destination at a glance; a click goes to the page of the destinations.
-T.AbstractButton {
+Pressable {
     id: control
 
     required property AppModel model
     required property int destination // a value of AppModel.Destination
-    property bool hovering: hovered
-    property bool ringed: visualFocus
 
     readonly property var shown: model.destinations[destination]
     readonly property bool counted: shown.known && shown.error === undefined && shown.enabled
     readonly property string unit: shown.snapshotCount === 1 ? qsTranslate("Texts", "versione")
                                                                : qsTranslate("Texts", "versioni")
 
-    // A click by Return, once however long it is held, or by the screen reader.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            clicked();
-        }
-    }
-
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    ringRadius: 14
     implicitHeight: content.height + 22
     text: shown.title
     onClicked: model.section = AppModel.Section.Destinations
 
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
-    Accessible.role: Accessible.Button
     Accessible.name: qsTranslate("Texts", "%1: %2").arg(text).arg(shown.stateText)
     Accessible.description: counted ? qsTranslate("Texts", "%1 %2").arg(shown.snapshotCount).arg(unit) : ""
-    Accessible.onPressAction: control.press(false)
 
     background: Raised {
         lifted: control.hovering
-
-        FocusRing {
-            shown: control.ringed
-            around: 14
-        }
     }
 
     Item {

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 
 // One point of the protection panel; a click mends what isn't in order, where something can be done.
@@ -25,42 +24,26 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: button.spoken
 
-    T.AbstractButton {
+    Pressable {
         id: button
 
         readonly property string spoken: qsTranslate("Texts", "%1: %2").arg(root.title).arg(root.detail)
 
-        // A click by Return, once however long it is held, or by the screen reader.
-        function press(repeated: bool) {
-            if (enabled && !repeated) {
-                clicked();
-            }
-        }
-
         objectName: "button"
         anchors.fill: parent
         enabled: root.hasRemedy
-        hoverEnabled: true
-        focusPolicy: Qt.TabFocus
+        ringed: root.ringed
+        ringRadius: 9
+        ringGap: 1
         onClicked: root.clicked()
 
-        Keys.onReturnPressed: event => button.press(event.isAutoRepeat)
-        Keys.onEnterPressed: event => button.press(event.isAutoRepeat)
         Accessible.ignored: !root.hasRemedy
-        Accessible.role: Accessible.Button
         Accessible.name: spoken
-        Accessible.onPressAction: button.press(false)
 
         background: Surface {
             radius: 9
             fill: Theme.flat(Theme.white(0.07))
             opacity: root.glow
-        }
-
-        FocusRing {
-            shown: root.ringed
-            around: 9
-            gap: 1
         }
     }
 

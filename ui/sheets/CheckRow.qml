@@ -8,7 +8,7 @@ Item {
     required property string text
     required property bool checked
 
-    signal toggled(checked: bool)
+    signal asked(checked: bool)
 
     implicitHeight: Math.max(box.height, words.implicitHeight) + 8
 
@@ -19,7 +19,7 @@ Item {
         y: words.y + Math.max(0, (metrics.height - height) / 2)
         text: root.text
         checked: root.checked
-        onToggled: root.toggled(box.checked)
+        onAsked: checked => root.asked(checked)
     }
 
     FontMetrics {

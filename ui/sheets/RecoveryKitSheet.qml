@@ -105,7 +105,7 @@ Sheet {
         text: qsTranslate("Texts", "Ho messo la chiave in un posto sicuro, fuori da questo Mac")
         checked: root.confirmed
         enabled: root.model.hasKey
-        onToggled: checked => root.confirmed = checked
+        onAsked: checked => root.confirmed = checked
     }
 
     PillButton {

@@ -1,14 +1,11 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellomar.Design
 import Vellomar.Window
 
 // The quiet button that opens the program's menu.
-T.Button {
+Pressable {
     id: control
 
-    property bool hovering: hovered
-    property bool ringed: visualFocus
     readonly property alias menu: menu
 
     signal aboutAsked
@@ -16,30 +13,19 @@ T.Button {
     signal licensesAsked
     signal quitAsked
 
-    // A click by what the template doesn't hear: Return, once however long it is held, and the
-    // screen reader.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            clicked();
-        }
-    }
-
     function open() {
         menu.popup(control, 0, control.height + 4);
     }
 
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    ringRadius: 14
+    ringGap: 0
     implicitWidth: 28
     implicitHeight: 28
     onClicked: open()
 
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Keys.onDownPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.ButtonMenu
     Accessible.name: qsTranslate("Texts", "Menu")
-    Accessible.onPressAction: control.press(false)
 
     contentItem: Item {
         Symbol {
@@ -58,12 +44,6 @@ T.Button {
 
         Behavior on opacity {
             Ease {}
-        }
-
-        FocusRing {
-            shown: control.ringed
-            around: 14
-            gap: 0
         }
     }
 

@@ -8,12 +8,8 @@ T.MenuItem {
 
     property string keys: ""
 
-    // A click by what the template doesn't hear: Return, once however long it is held, and the
-    // screen reader.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            clicked();
-        }
+    readonly property PressActions actions: PressActions {
+        button: control
     }
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -23,12 +19,9 @@ T.MenuItem {
     font.family: Theme.textFamily
     font.pixelSize: 13
 
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.MenuItem
     Accessible.name: text
     Accessible.description: keys
-    Accessible.onPressAction: control.press(false)
 
     contentItem: Label {
         rightPadding: hint.visible ? hint.width + 24 : 0

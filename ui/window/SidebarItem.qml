@@ -12,15 +12,11 @@ T.TabButton {
     property bool hovering: hovered
     property bool ringed: visualFocus
 
-    // A click by what the template doesn't hear: Return, once however long it is held, and the
-    // screen reader.
-    function press(repeated: bool) {
-        if (enabled && !repeated) {
-            clicked();
-        }
+    readonly property PressActions actions: PressActions {
+        button: control
     }
 
-    // Checked is the section on show, and not what was clicked last.
+    // The template checks what is clicked; the section on show decides.
     checked: selected
     autoExclusive: false
     onClicked: checked = Qt.binding(() => control.selected)
@@ -31,13 +27,10 @@ T.TabButton {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
-    Keys.onReturnPressed: event => control.press(event.isAutoRepeat)
-    Keys.onEnterPressed: event => control.press(event.isAutoRepeat)
     Accessible.role: Accessible.PageTab
     Accessible.name: title
     Accessible.selectable: true
     Accessible.selected: selected
-    Accessible.onPressAction: control.press(false)
 
     contentItem: Row {
         spacing: 12

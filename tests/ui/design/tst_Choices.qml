@@ -43,8 +43,8 @@ Item {
     }
 
     SignalSpy {
-        id: toggles
-        signalName: "toggled"
+        id: asked
+        signalName: "asked"
     }
 
     SignalSpy {
@@ -62,14 +62,17 @@ Item {
             return item;
         }
 
-        function test_toggledByMouseAndKeys_data() {
+        function checkables() {
             return [{tag: "switch", component: toggle}, {tag: "box", component: box}];
         }
-        function test_toggledByMouseAndKeys(data) {
-            const control = made(data.component, {}, toggles);
+
+        function test_aPressAsksForTheOtherState_data() { return checkables(); }
+        function test_aPressAsksForTheOtherState(data) {
+            const control = made(data.component, {}, asked);
+            control.asked.connect(checked => control.checked = checked);
             mouseClick(control);
             verify(control.checked);
-            compare(toggles.count, 1);
+            compare(asked.count, 1);
             control.forceActiveFocus(Qt.TabFocusReason);
             verify(control.ringed);
             let expected = true;
@@ -78,19 +81,49 @@ Item {
                 keyClick(key);
                 compare(control.checked, expected);
             }
-            compare(toggles.count, 4);
+            compare(asked.signalArguments.map(list => list[0]), [true, false, true, false]);
         }
 
-        function test_disabledStaysAsItIs_data() {
-            return [{tag: "switch", component: toggle}, {tag: "box", component: box}];
+        function test_whatTheModelRefusesIsNotShown_data() { return checkables(); }
+        function test_whatTheModelRefusesIsNotShown(data) {
+            for (const before of [false, true]) {
+                const control = made(data.component, {checked: before}, asked);
+                const changes = [];
+                control.checkedChanged.connect(() => changes.push(control.checked));
+                mouseClick(control);
+                control.forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Space);
+                keyClick(Qt.Key_Return);
+                ScreenReader.perform(control, "Toggle");
+                compare(asked.signalArguments.map(list => list[0]),
+                        [!before, !before, !before, !before]);
+                compare(changes, []); // not even for a moment
+                compare(control.checked, before);
+                compare(ScreenReader.checked(control), before);
+                control.destroy();
+            }
         }
+
+        function test_aPressLeavesTheBindingInPlace_data() { return checkables(); }
+        function test_aPressLeavesTheBindingInPlace(data) {
+            const control = made(data.component, {checked: Qt.binding(() => state.on)}, asked);
+            for (const on of [true, false, true]) {
+                mouseClick(control);
+                state.on = on;
+                compare(control.checked, on);
+                compare(ScreenReader.checked(control), on);
+            }
+            state.on = false;
+        }
+
+        function test_disabledStaysAsItIs_data() { return checkables(); }
         function test_disabledStaysAsItIs(data) {
-            const control = made(data.component, {enabled: false}, toggles);
+            const control = made(data.component, {enabled: false}, asked);
             mouseClick(control);
             ScreenReader.perform(control, "Press");
             ScreenReader.perform(control, "Toggle");
             verify(!control.checked);
-            compare(toggles.count, 0);
+            compare(asked.count, 0);
             fuzzyCompare(control.opacity, 0.38, 1e-6);
         }
 
@@ -99,30 +132,31 @@ Item {
                 {tag: "box", component: box, name: "Confermo"}];
         }
         function test_theScreenReaderSeesAndToggles(data) {
-            const control = made(data.component, {}, toggles);
+            const control = made(data.component, {}, asked);
+            control.asked.connect(checked => control.checked = checked);
             compare(ScreenReader.role(control), Accessible.CheckBox);
             compare(ScreenReader.name(control), data.name);
             verify(!ScreenReader.checked(control));
             ScreenReader.perform(control, "Toggle");
             verify(control.checked);
             verify(ScreenReader.checked(control));
-            compare(toggles.count, 1);
+            compare(asked.count, 1);
         }
 
         function test_theKnobRestsAtItsEnds() {
-            const control = made(toggle, {}, toggles);
+            const control = made(toggle, {}, asked);
             compare(control.width, 44);
             compare(control.height, 25);
             const knob = findChild(control, "knob");
             compare(knob.width, 19);
             compare(knob.y, 3);
             compare(knob.x, 3);
-            mouseClick(control);
+            control.checked = true;
             tryCompare(knob, "x", 44 - 3 - 19);
         }
 
         function test_aBoxIsASquareOf17() {
-            const control = made(box, {}, toggles);
+            const control = made(box, {}, asked);
             compare(control.width, 17);
             compare(control.height, 17);
         }
@@ -329,5 +363,10 @@ Item {
             mouseClick(slider, 100, 12);
             compare(choices.count, 0);
         }
+    }
+
+    QtObject {
+        id: state
+        property bool on: false
     }
 }

@@ -1,0 +1,90 @@
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <ostream>
+
+namespace {
+
+/// A control, and the signal by which it reports a press.
+struct Pressed
+{
+    const char *name;
+    const char *qml;
+    const char *signal = SIGNAL(clicked());
+};
+
+std::ostream &operator<<(std::ostream &out, const Pressed &control)
+{
+    return out << control.name;
+}
+
+class HeldKey : public testing::TestWithParam<Pressed>
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QUICK_BACKEND", "software");
+        static int count = 1;
+        static char name[] = "test";
+        static char *arguments[] = {name, nullptr};
+        static const QGuiApplication application(count, arguments);
+    }
+
+    HeldKey()
+    {
+        view.engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        QQmlComponent component(view.engine());
+        component.setData(QByteArray("import QtQuick\nimport Vellomar.Design\n") + GetParam().qml,
+                          QUrl(QStringLiteral("qrc:/Held.qml")));
+        control = qobject_cast<QQuickItem *>(component.create());
+        EXPECT_NE(control, nullptr) << component.errorString().toStdString();
+        view.setContent({}, &component, control);
+        view.show();
+        view.requestActivate();
+        control->forceActiveFocus(Qt::TabFocusReason);
+    }
+
+    void send(QEvent::Type type, int key, bool repeated)
+    {
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), repeated);
+        QCoreApplication::sendEvent(&view, &event);
+    }
+
+    QQuickView view;
+    QQuickItem *control = nullptr;
+};
+
+TEST_P(HeldKey, pressesOnce)
+{
+    QSignalSpy presses(control, GetParam().signal);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        presses.clear();
+        send(QEvent::KeyPress, key, true); // held since before the control had the keyboard
+        EXPECT_EQ(presses.size(), 0);
+        send(QEvent::KeyPress, key, false);
+        for (int i = 0; i < 5; ++i) {
+            send(QEvent::KeyPress, key, true);
+        }
+        send(QEvent::KeyRelease, key, false);
+        EXPECT_EQ(presses.size(), 1);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ofEachControl, HeldKey,
+    testing::Values(Pressed{"pill", R"(PillButton { text: "Ok" })"},
+                    Pressed{"icon", R"(IconButton { symbol: "xmark"; help: "Chiudi" })"},
+                    Pressed{"box", R"(CheckBox { text: "Ok" })", SIGNAL(asked(bool))},
+                    Pressed{"switch", R"(Switch { text: "Ok" })", SIGNAL(asked(bool))},
+                    Pressed{"segment", R"(SegmentedOption { text: "Ok"; selected: false })"}),
+    testing::PrintToStringParamName());
+
+} // namespace
