@@ -2,8 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellomar.Design
 
-// One choice of a few, all in sight. It shows the selection that it is given and asks for another
-// by chosen(); whoever uses it decides.
+// One choice of a few, all in sight. It shows the selection that it is bound to and asks for a
+// different one by chosen(). Narrower than its labels need, it shortens the longest of them.
 //
 // A plain item: a control without a role of its own would overrule the one given here.
 Item {
@@ -18,8 +18,32 @@ Item {
 
     readonly property alias contentItem: row
 
-    // What the keyboard reaches: the selected option, or the first if none is.
+    // What Tab reaches: the selected option, or the first if none is.
     readonly property int current: Math.max(0, options.findIndex(o => o.value === selection))
+
+    // Widths of the options, each as wide as it wants to be, as far as there is room for all. Where
+    // there isn't, the widest share what the others leave.
+    readonly property var wanted: {
+        const list = [];
+        for (let i = 0; i < repeater.count; ++i) {
+            list.push(repeater.itemAt(i)?.implicitWidth ?? 0);
+        }
+        return list;
+    }
+    readonly property var widths: {
+        let room = Math.max(0, width - 6 - row.spacing * Math.max(0, wanted.length - 1));
+        let left = wanted.length;
+        let most = Infinity;
+        for (const one of wanted.slice().sort((a, b) => a - b)) {
+            if (one * left > room) {
+                most = room / left;
+                break;
+            }
+            room -= one;
+            --left;
+        }
+        return wanted.map(one => Math.min(one, most));
+    }
 
     function choose(index: int) {
         if (index >= 0 && index < options.length) {
@@ -38,7 +62,8 @@ Item {
         }
     }
 
-    implicitWidth: row.implicitWidth + 6
+    implicitWidth: wanted.reduce((sum, one) => sum + one,
+                                 6 + row.spacing * Math.max(0, wanted.length - 1))
     implicitHeight: row.implicitHeight + 6
     opacity: enabled ? 1 : 0.38
     Accessible.role: Accessible.Grouping
@@ -60,12 +85,15 @@ Item {
         spacing: 2
 
         Repeater {
+            id: repeater
+
             model: control.options
 
             SegmentedOption {
                 required property var modelData
                 required property int index
 
+                width: control.widths[index] ?? implicitWidth
                 text: modelData.label
                 selected: modelData.value === control.selection
                 activeFocusOnTab: index === control.current || activeFocus

@@ -7,6 +7,7 @@ T.RadioButton {
     id: option
 
     required property bool selected
+    readonly property real labelWidth: (contentItem as Label).implicitWidth
     property bool ringed: visualFocus
 
     readonly property PressActions actions: PressActions {
@@ -18,9 +19,10 @@ T.RadioButton {
     autoExclusive: false
     onClicked: checked = Qt.binding(() => option.selected)
     hoverEnabled: true
-    horizontalPadding: 12
+    // Too narrow, it gives up its padding before its label is cut.
+    horizontalPadding: Math.max(5, Math.min(12, Math.floor((width - labelWidth) / 2)))
     verticalPadding: 6
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: labelWidth + 24
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     font.family: Theme.textFamily
     font.pixelSize: 12
