@@ -47,6 +47,7 @@ Pressable {
     }
 
     Tip {
+        objectName: "tip"
         parent: control
         visible: control.hovered && control.help !== ""
         text: control.help

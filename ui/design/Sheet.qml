@@ -2,26 +2,43 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A sheet over the window: nothing behind it can be reached while it is up. It is never higher than
-// the window; what doesn't fit scrolls. It doesn't close by itself: the one who shows it also says
-// when it goes.
+// A sheet over the window: nothing behind it can be reached while it is open. It is never higher than
+// the window; what doesn't fit scrolls. It never closes by itself: whoever opened it closes it.
 T.Popup {
     id: sheet
 
     required property string name
     property real ordinaryWidth: 480 // where the window has the room
-    property Item first: null // has the keyboard when the sheet comes up
+    property Item first: null // has the focus when the sheet opens
+    property Pressable defaultButton: null // pressed by Return where no control takes that key
     readonly property real margin: 26
     readonly property real distance: 24 // from the window's edges
     default property alias content: body.data
     readonly property alias scrolling: scroller
     readonly property Item focused: parent ? parent.Window.activeFocusItem : null
-    property Item before: null // had the keyboard when this came up
-    property Item behind: null // the last one outside of all sheets that had it
-    property bool ringed: false // whether the keyboard came in with its ring
+    property Item before: null // had the focus when this one opened
+    property Item behind: null // the last item outside of all sheets that had it
+    property bool ringed: false // whether `before` showed the focus ring
 
-    // By Escape or a cross: the person wants it closed.
+    // The user wants it closed, by Escape or a close button.
     signal dismissed()
+
+    function holds(item: Item): bool {
+        for (let i = item; i !== null; i = i.parent) {
+            if (i === contentItem.parent) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    function pressDefault(repeated: bool): bool {
+        const pressed = defaultButton?.visible === true;
+        if (pressed) {
+            defaultButton.press(repeated);
+        }
+        return pressed;
+    }
 
     function isBehind(item: Item): bool {
         for (let i = item; i !== null; i = i.parent) {
@@ -64,7 +81,7 @@ T.Popup {
         first?.forceActiveFocus(ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
     }
     onAboutToHide: {
-        // Another sheet may be on top and keep the keyboard; the one below may be gone.
+        // Another sheet may be on top and keep the focus; the one below may be gone.
         const idle = focused === null || focused === parent.Window.contentItem;
         const place = before?.visible ? before : behind;
         if (idle && place?.visible) {
@@ -83,15 +100,36 @@ T.Popup {
         Accessible.name: sheet.name
     }
 
-    // Where no control has the keyboard, the popup's own item has it.
+    // Where no control has the focus, the popup's own item has it.
     Connections {
         target: sheet.contentItem.parent.Keys
-        function onEscapePressed() {
-            sheet.dismissed();
+
+        function onReturnPressed(event) {
+            event.accepted = sheet.pressDefault(event.isAutoRepeat);
+        }
+        function onEnterPressed(event) {
+            event.accepted = sheet.pressDefault(event.isAutoRepeat);
         }
         function onPressed(event) {
             scroller.press(event);
         }
+    }
+
+    // As shortcuts these keys are heard wherever the focus is. Of several sheets, the topmost hears
+    // them.
+    Shortcut {
+        sequences: ["Escape"]
+        autoRepeat: false
+        enabled: sheet.visible
+        onActivated: sheet.dismissed()
+        onActivatedAmbiguously: sheet.dismissed() // an open tooltip has the same shortcut
+    }
+
+    Shortcut {
+        sequences: ["Return", "Enter"]
+        autoRepeat: false
+        enabled: sheet.visible && !sheet.holds(sheet.focused)
+        onActivated: sheet.pressDefault(false)
     }
 
     Scroller {

@@ -15,6 +15,7 @@ Sheet {
     name: head.title
     visible: action !== AppModel.GatedAction.None
     first: settings
+    defaultButton: settings
     onDismissed: model.accessRequest = AppModel.GatedAction.None
 
     SheetHead {

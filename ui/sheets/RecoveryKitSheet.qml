@@ -17,6 +17,7 @@ Sheet {
     name: head.title
     visible: model.showingRecoveryKit
     first: (model.hasKey ? save : head.closing) as Item
+    defaultButton: last
     onAboutToShow: {
         confirmed = false;
         leaving = false;
@@ -109,6 +110,8 @@ Sheet {
     }
 
     PillButton {
+        id: last
+
         objectName: "last"
         anchors.right: parent.right
         kind: root.asking ? PillButton.Kind.Primary : PillButton.Kind.Outline
