@@ -1,11 +1,11 @@
 import QtQuick
 
-// What is scrolled when it is higher than its room: by wheel, by finger, and by the keys that it is
-// handed. What the keyboard goes to is brought into sight.
+// Scrolls content that is higher than its room: by wheel, by finger, and by the keys that nothing in
+// it has taken. Whatever gets the focus is scrolled into sight.
 Flickable {
     id: root
 
-    property real air: 12 // around what is brought into sight
+    property real air: 12 // left around what is scrolled into sight
     readonly property Item focused: Window.activeFocusItem
 
     function holds(item: Item): bool {
@@ -31,7 +31,7 @@ Flickable {
         }
     }
 
-    // Scrolls by a key, unless all is in sight anyway.
+    // Scrolls by a key, unless all is in sight. For keys that are heard outside of it, too.
     function press(event: var) {
         const page = Math.max(40, height - 28);
         const steps = {
@@ -58,4 +58,5 @@ Flickable {
     interactive: contentHeight > height
     clip: interactive
     onFocusedChanged: reveal(focused)
+    Keys.onPressed: event => press(event)
 }

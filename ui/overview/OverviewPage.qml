@@ -6,196 +6,178 @@ import Vellomar.Overview
 
 // Is everything protected now? The dial of the last day with the state in words and the one action
 // that matters, and beside it what is still missing and a tile for each destination.
-Item {
+PagePane {
     id: root
 
     required property AppModel model
     required property Summary summary
-    readonly property alias scrolling: scroller
 
-    Accessible.role: Accessible.Pane
-    Accessible.name: model.title(AppModel.Section.Overview)
+    title: model.title(AppModel.Section.Overview)
+    contentHeight: Math.max(height, columns.height + 60)
+    boundsBehavior: interactive ? Flickable.DragAndOvershootBounds : Flickable.StopAtBounds
 
-    // Scrolls by a key that none of its controls has taken.
-    function press(event: var) {
-        scroller.press(event);
-    }
+    Item {
+        id: columns
 
-    // Once it has the keyboard itself, the Tab key goes on from here.
-    activeFocusOnTab: activeFocus
-    Keys.onPressed: event => press(event)
+        // On a screen too small for the smallest window, one stands above the other.
+        readonly property bool stacked: root.width < 758
 
-    Scroller {
-        id: scroller
-
-        anchors.fill: parent
-        contentHeight: Math.max(height, columns.height + 60)
-        boundsBehavior: interactive ? Flickable.DragAndOvershootBounds : Flickable.StopAtBounds
-        clip: true
+        objectName: "columns"
+        x: Math.round((root.width - width) / 2)
+        y: Math.round((root.contentHeight - height) / 2)
+        width: Math.max(0, Math.min(900, root.width - 72))
+        height: stacked ? verdict.height + 36 + details.height
+                        : Math.max(verdict.height, details.height)
 
         Item {
-            id: columns
+            id: verdict
 
-            // On a screen too small for the smallest window, one stands above the other.
-            readonly property bool stacked: scroller.width < 758
+            objectName: "verdict"
+            y: columns.stacked ? 0 : Math.round((columns.height - height) / 2)
+            width: columns.stacked ? columns.width : columns.width - 36 - details.width
+            height: notice.visible ? notice.y + notice.height : button.y + button.height
 
-            objectName: "columns"
-            x: Math.round((scroller.width - width) / 2)
-            y: Math.round((scroller.contentHeight - height) / 2)
-            width: Math.max(0, Math.min(900, scroller.width - 72))
-            height: stacked ? verdict.height + 36 + details.height
-                            : Math.max(verdict.height, details.height)
+            TimeDial {
+                id: dial
 
-            Item {
-                id: verdict
-
-                objectName: "verdict"
-                y: columns.stacked ? 0 : Math.round((columns.height - height) / 2)
-                width: columns.stacked ? columns.width : columns.width - 36 - details.width
-                height: notice.visible ? notice.y + notice.height : button.y + button.height
-
-                TimeDial {
-                    id: dial
-
-                    objectName: "dial"
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    summary: root.summary
-                }
-
-                Paragraph {
-                    id: title
-
-                    objectName: "title"
-                    anchors.top: dial.bottom
-                    anchors.topMargin: 28
-                    width: parent.width
-                    words: root.summary.title
-                    font.pixelSize: 25
-                    font.weight: Font.Bold
-                    horizontalAlignment: Text.AlignHCenter
-                    Accessible.role: Accessible.Heading
-                }
-
-                Paragraph {
-                    id: detail
-
-                    objectName: "detail"
-                    anchors.top: title.bottom
-                    anchors.topMargin: 7
-                    width: parent.width
-                    words: root.summary.detail
-                    color: Theme.secondary
-                    horizontalAlignment: Text.AlignHCenter
-                }
-
-                OneLine {
-                    id: currentFile
-
-                    objectName: "currentFile"
-                    anchors.top: detail.bottom
-                    anchors.topMargin: 4
-                    width: parent.width
-                    line: root.summary.currentFile
-                    font.pixelSize: 10
-                    color: Theme.tertiary
-                    horizontalAlignment: Text.AlignHCenter
-                    elide: Text.ElideMiddle
-                    Accessible.ignored: line === " "
-                }
-
-                PillButton {
-                    id: button
-
-                    objectName: "action"
-                    anchors.top: currentFile.bottom
-                    anchors.topMargin: 14
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    large: true
-                    enabled: root.summary.action !== Summary.Action.Starting
-                    kind: root.summary.action === Summary.Action.Stop ? PillButton.Kind.Outline
-                                                                      : PillButton.Kind.Primary
-                    text: root.summary.actionLabel
-                    onClicked: root.summary.act()
-                }
-
-                Item {
-                    id: notice
-
-                    readonly property string text: root.summary.notice
-
-                    objectName: "notice"
-                    anchors.top: button.bottom
-                    anchors.topMargin: 12
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    width: noticeText.start + noticeText.contentWidth
-                    height: noticeText.height
-                    visible: text !== ""
-                    Accessible.role: Accessible.AlertMessage
-                    Accessible.name: text
-
-                    Symbol {
-                        id: noticeSymbol
-
-                        objectName: "noticeSymbol"
-                        name: "exclamationmark.triangle"
-                        points: 12
-                        color: Theme.coral
-                    }
-
-                    // Its lines stand in the middle of all the width there is, the sign beside the
-                    // widest of them.
-                    Paragraph {
-                        id: noticeText
-
-                        readonly property real start: noticeSymbol.width + 6
-
-                        objectName: "noticeText"
-                        x: start - (width - contentWidth) / 2
-                        width: verdict.width - start
-                        words: notice.text
-                        font.pixelSize: 12
-                        color: Theme.coral
-                        horizontalAlignment: Text.AlignHCenter
-                        Accessible.ignored: true
-                    }
-                }
+                objectName: "dial"
+                anchors.horizontalCenter: parent.horizontalCenter
+                summary: root.summary
             }
 
-            Column {
-                id: details
+            Paragraph {
+                id: title
 
-                objectName: "details"
-                x: columns.stacked ? Math.round((columns.width - width) / 2)
-                                   : columns.width - width
-                y: columns.stacked ? verdict.height + 36
-                                   : Math.round((columns.height - height) / 2)
-                width: Math.min(384, columns.width)
-                spacing: 12
+                objectName: "title"
+                anchors.top: dial.bottom
+                anchors.topMargin: 28
+                width: parent.width
+                words: root.summary.title
+                font.pixelSize: 25
+                font.weight: Font.Bold
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.role: Accessible.Heading
+            }
 
-                ProtectionPanel {
-                    objectName: "panel"
-                    width: parent.width
-                    summary: root.summary
+            Paragraph {
+                id: detail
+
+                objectName: "detail"
+                anchors.top: title.bottom
+                anchors.topMargin: 7
+                width: parent.width
+                words: root.summary.detail
+                color: Theme.secondary
+                horizontalAlignment: Text.AlignHCenter
+            }
+
+            OneLine {
+                id: currentFile
+
+                objectName: "currentFile"
+                anchors.top: detail.bottom
+                anchors.topMargin: 4
+                width: parent.width
+                line: root.summary.currentFile
+                font.pixelSize: 10
+                color: Theme.tertiary
+                horizontalAlignment: Text.AlignHCenter
+                elide: Text.ElideMiddle
+                Accessible.ignored: line === " "
+            }
+
+            PillButton {
+                id: button
+
+                objectName: "action"
+                anchors.top: currentFile.bottom
+                anchors.topMargin: 14
+                anchors.horizontalCenter: parent.horizontalCenter
+                large: true
+                enabled: root.summary.action !== Summary.Action.Starting
+                kind: root.summary.action === Summary.Action.Stop ? PillButton.Kind.Outline
+                                                                  : PillButton.Kind.Primary
+                text: root.summary.actionLabel
+                onClicked: root.summary.act()
+            }
+
+            Item {
+                id: notice
+
+                readonly property string text: root.summary.notice
+
+                objectName: "notice"
+                anchors.top: button.bottom
+                anchors.topMargin: 12
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: noticeText.start + noticeText.contentWidth
+                height: noticeText.height
+                visible: text !== ""
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+
+                Symbol {
+                    id: noticeSymbol
+
+                    objectName: "noticeSymbol"
+                    name: "exclamationmark.triangle"
+                    points: 12
+                    color: Theme.coral
                 }
 
-                Eyebrow {
-                    objectName: "destinations"
-                    leftPadding: 6
-                    topPadding: 8
-                    text: qsTranslate("Texts", "Destinazioni")
+                // Its lines stand in the middle of all the width there is, the sign beside the
+                // widest of them.
+                Paragraph {
+                    id: noticeText
+
+                    readonly property real start: noticeSymbol.width + 6
+
+                    objectName: "noticeText"
+                    x: start - (width - contentWidth) / 2
+                    width: verdict.width - start
+                    words: notice.text
+                    font.pixelSize: 12
+                    color: Theme.coral
+                    horizontalAlignment: Text.AlignHCenter
+                    Accessible.ignored: true
                 }
+            }
+        }
 
-                Repeater {
-                    model: 3 // AppModel.Destination
+        Column {
+            id: details
 
-                    DestinationTile {
-                        required property int index
+            objectName: "details"
+            x: columns.stacked ? Math.round((columns.width - width) / 2)
+                               : columns.width - width
+            y: columns.stacked ? verdict.height + 36
+                               : Math.round((columns.height - height) / 2)
+            width: Math.min(384, columns.width)
+            spacing: 12
 
-                        objectName: "tile" + index
-                        width: parent ? (parent as Item).width : 0
-                        model: root.model
-                        destination: index
-                    }
+            ProtectionPanel {
+                objectName: "panel"
+                width: parent.width
+                summary: root.summary
+            }
+
+            Eyebrow {
+                objectName: "destinations"
+                leftPadding: 6
+                topPadding: 8
+                text: qsTranslate("Texts", "Destinazioni")
+            }
+
+            Repeater {
+                model: 3 // AppModel.Destination
+
+                DestinationTile {
+                    required property int index
+
+                    objectName: "tile" + index
+                    width: parent ? (parent as Item).width : 0
+                    model: root.model
+                    destination: index
                 }
             }
         }

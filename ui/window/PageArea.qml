@@ -18,11 +18,11 @@ Item {
     readonly property list<Component> pages: [overview, restore, sources, destinations, activity,
         settings]
     property PageTurn page: null
-    readonly property var shown: page?.page ?? null
+    readonly property PagePane pane: page?.page as PagePane
 
     // Scrolls the page by a key that nothing else has taken.
     function press(event: var) {
-        shown?.press(event);
+        pane?.press(event);
     }
 
     // Whether the keyboard is on the page or on something in it.

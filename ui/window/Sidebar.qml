@@ -43,7 +43,6 @@ Item {
         anchors.fill: parent
         anchors.bottomMargin: foot.height + 18 + 12
         contentHeight: items.y + items.height + 6
-        Keys.onPressed: event => press(event)
 
         Row {
             id: brand

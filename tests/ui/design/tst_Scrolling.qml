@@ -56,18 +56,18 @@ Item {
 
         function test_eachKeyScrollsAsFarAsItSays() {
             const item = made();
-            const end = item.scrolling.contentHeight - item.scrolling.height;
-            const far = item.scrolling.height - 28;
+            const end = item.contentHeight - item.height;
+            const far = item.height - 28;
             const steps = [[Qt.Key_Down, 40], [Qt.Key_Up, 0], [Qt.Key_Up, 0],
                 [Qt.Key_PageDown, far], [Qt.Key_PageDown, 2 * far], [Qt.Key_PageUp, far],
                 [Qt.Key_End, end], [Qt.Key_PageDown, end], [Qt.Key_Down, end], [Qt.Key_Home, 0],
                 [Qt.Key_Space, far]];
             for (const [key, place] of steps) {
                 keyClick(key);
-                compare(item.scrolling.contentY, place);
+                compare(item.contentY, place);
             }
             keyClick(Qt.Key_Space, Qt.ShiftModifier);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
         }
 
         function test_withOtherKeysHeldDownNothingScrolls() {
@@ -75,7 +75,7 @@ Item {
             for (const modifier of [Qt.ControlModifier, Qt.AltModifier, Qt.MetaModifier,
                                     Qt.ShiftModifier]) {
                 keyClick(Qt.Key_PageDown, modifier);
-                compare(item.scrolling.contentY, 0);
+                compare(item.contentY, 0);
             }
         }
 
@@ -87,11 +87,11 @@ Item {
             clicks.clear();
             keyClick(Qt.Key_Space);
             compare(clicks.count, 1);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
             keyClick(Qt.Key_Down);
-            compare(item.scrolling.contentY, 40);
+            compare(item.contentY, 40);
             keyClick(Qt.Key_End);
-            verify(item.scrolling.contentY > 1000);
+            verify(item.contentY > 1000);
             verify(button.activeFocus);
         }
 
@@ -101,23 +101,23 @@ Item {
             segments.contentItem.children[0].forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Down);
             compare(segments.selection, 1);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
             const field = part(item, "field");
             field.forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Space);
             keyClick(Qt.Key_Home);
             compare(field.text, " ");
             compare(field.cursorPosition, 0);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
         }
 
         function test_whereAllIsInSightKeysAreLeftAlone() {
             const item = made();
             part(item, "inside").height = 10;
-            tryVerify(() => !item.scrolling.interactive);
+            tryVerify(() => !item.interactive);
             keyClick(Qt.Key_PageDown);
             keyClick(Qt.Key_End);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
         }
 
         function test_aSheetHigherThanTheWindowScrollsToo() {

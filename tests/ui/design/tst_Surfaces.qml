@@ -225,10 +225,10 @@ Item {
 
         function test_aPageBringsIntoSightWhatTheKeyboardIsOn() {
             const item = drawn(page);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
             const last = part(item, "last");
             last.forceActiveFocus(Qt.TabFocusReason);
-            verify(item.scrolling.contentY > 0);
+            verify(item.contentY > 0);
             verify(last.mapToItem(item, 0, last.height).y <= item.height);
         }
 

@@ -125,9 +125,9 @@ Item {
             compare(columns.width, data.row);
             compare(columns.x, Math.round((data.width - data.row) / 2));
             fuzzyCompare(columns.y + columns.height / 2, data.height / 2, 0.5);
-            compare(item.scrolling.contentHeight, data.height);
-            compare(item.scrolling.contentWidth, data.width);
-            verify(!item.scrolling.interactive);
+            compare(item.contentHeight, data.height);
+            compare(item.contentWidth, data.width);
+            verify(!item.interactive);
 
             const details = part(item, "details");
             compare(details.width, 384);
@@ -273,27 +273,27 @@ Item {
         function test_whatIsHigherThanThePageScrolls() {
             const item = made("well", {height: 400});
             const columns = part(item, "columns");
-            compare(item.scrolling.contentHeight, columns.height + 60);
+            compare(item.contentHeight, columns.height + 60);
             compare(columns.y, 30);
-            verify(item.scrolling.interactive);
-            compare(item.scrolling.boundsBehavior, Flickable.DragAndOvershootBounds);
+            verify(item.interactive);
+            compare(item.boundsBehavior, Flickable.DragAndOvershootBounds);
             mouseWheel(item, 100, 100, 0, -600);
-            tryVerify(() => item.scrolling.contentY > 0);
+            tryVerify(() => item.contentY > 0);
         }
 
         function test_whatFitsNeitherScrollsNorBounces() {
             const item = made("well");
-            compare(item.scrolling.boundsBehavior, Flickable.StopAtBounds);
+            compare(item.boundsBehavior, Flickable.StopAtBounds);
             mouseWheel(item, 100, 100, 0, -600);
             wait(0);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
         }
 
         function test_whatTheKeyboardIsOnComesIntoSight() {
             const item = made("well", {height: 400});
             const last = part(item, "tile2");
             last.forceActiveFocus(Qt.TabFocusReason);
-            verify(item.scrolling.contentY > 0);
+            verify(item.contentY > 0);
             verify(last.mapToItem(item, 0, last.height).y <= 400);
             prepared.state = "fresh";
             part(part(item, "key"), "button").forceActiveFocus(Qt.TabFocusReason);
@@ -306,10 +306,10 @@ Item {
         }
         function test_longTextsNeitherOverlapNorWidenThePage(data) {
             const item = made("long", {width: data.width, height: data.height});
-            compare(item.scrolling.contentWidth, data.width);
+            compare(item.contentWidth, data.width);
             const columns = part(item, "columns");
             compare(columns.width, Math.min(900, data.width - 72));
-            verify(columns.height + 60 <= item.scrolling.contentHeight);
+            verify(columns.height + 60 <= item.contentHeight);
             const verdict = part(item, "verdict");
             let end = 0;
             for (const name of column) {
@@ -388,7 +388,7 @@ Item {
             const columns = part(item, "columns");
             const verdict = part(item, "verdict");
             const details = part(item, "details");
-            compare(item.scrolling.contentWidth, data.width);
+            compare(item.contentWidth, data.width);
             compare(columns.width, data.width - 72);
             compare(verdict.width, columns.width);
             compare(verdict.y, 0);
@@ -396,7 +396,7 @@ Item {
             compare(details.width, Math.min(384, columns.width));
             fuzzyCompare(details.x + details.width / 2, columns.width / 2, 0.51);
             compare(columns.height, details.y + details.height);
-            verify(item.scrolling.interactive);
+            verify(item.interactive);
             for (const name of ["action", "tile2"]) {
                 part(item, name).forceActiveFocus(Qt.TabFocusReason);
                 const place = part(item, name).mapToItem(item, 0, 0);
@@ -409,15 +409,15 @@ Item {
             const item = made("well", {height: 400});
             item.forceActiveFocus();
             keyClick(Qt.Key_Down);
-            compare(item.scrolling.contentY, 40);
+            compare(item.contentY, 40);
             keyClick(Qt.Key_End);
-            compare(item.scrolling.contentY, item.scrolling.contentHeight - 400);
+            compare(item.contentY, item.contentHeight - 400);
             part(item, "action").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Home);
-            compare(item.scrolling.contentY, 0);
+            compare(item.contentY, 0);
             prepared.takeAsked();
             keyClick(Qt.Key_PageDown);
-            verify(item.scrolling.contentY > 0);
+            verify(item.contentY > 0);
             compare(prepared.takeAsked(), []);
         }
 

@@ -197,14 +197,14 @@ Item {
             open("long");
             resize({width: 980, height: 300});
             let page = area.page.page;
-            verify(page.scrolling.contentHeight > page.scrolling.height);
-            page.scrolling.contentY = 40;
+            verify(page.contentHeight > page.height);
+            page.contentY = 40;
             prepared.model.section = AppModel.Section.Activity;
             prepared.model.section = AppModel.Section.Overview;
             tryVerify(() => turns().length === 1);
             page = area.page.page;
             verify((page as OverviewPage) !== null);
-            compare(page.scrolling.contentY, 0);
+            compare(page.contentY, 0);
         }
 
         function test_theSameSectionAgainKeepsThePage() {
@@ -347,7 +347,7 @@ Item {
             open("long");
             resize({width: 980, height: 300});
             view.forceActiveFocus();
-            const scrolling = area.page.page.scrolling;
+            const scrolling = area.page.page;
             keyClick(Qt.Key_PageDown);
             verify(scrolling.contentY > 0);
             keyClick(Qt.Key_Home);
