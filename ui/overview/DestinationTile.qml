@@ -1,7 +1,6 @@
 import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
-import Vellomar.Overview
 
 // A destination at a glance; a click goes to the page of the destinations.
 Pressable {

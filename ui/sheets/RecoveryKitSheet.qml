@@ -80,7 +80,7 @@ Sheet {
         }
     }
 
-    NoticeLine {
+    InlineMessage {
         readonly property bool warning: root.model.kitNotice?.warning ?? false
 
         objectName: "notice"
@@ -91,7 +91,7 @@ Sheet {
         color: warning ? Theme.coral : Theme.mint
     }
 
-    NoticeLine {
+    InlineMessage {
         objectName: "error"
         width: parent.width
         visible: root.model.keyError !== undefined

@@ -1,8 +1,8 @@
 import QtQuick
-import Vellomar.Window
+import Vellomar.Design
 
 // What the program offers beside its pages.
-PopMenu {
+Menu {
     id: root
 
     signal aboutAsked
@@ -12,29 +12,29 @@ PopMenu {
 
     title: qsTranslate("Texts", "Menu")
 
-    PopMenuItem {
+    MenuItem {
         text: qsTranslate("Texts", "Informazioni su Vellomar")
         onTriggered: root.aboutAsked()
     }
 
-    PopMenuLine {}
+    MenuSeparator {}
 
-    PopMenuItem {
+    MenuItem {
         text: qsTranslate("Texts", "Impostazioni...")
         keys: "Ctrl+,"
         onTriggered: root.settingsAsked()
     }
 
-    PopMenuLine {}
+    MenuSeparator {}
 
-    PopMenuItem {
+    MenuItem {
         text: qsTranslate("Texts", "Licenze open source")
         onTriggered: root.licensesAsked()
     }
 
-    PopMenuLine {}
+    MenuSeparator {}
 
-    PopMenuItem {
+    MenuItem {
         text: qsTranslate("Texts", "Esci da Vellomar")
         keys: "Ctrl+Q"
         onTriggered: root.quitAsked()

@@ -62,7 +62,7 @@ Item {
             color: more.used ? Theme.ink : Theme.label
         }
 
-        PopMenu {
+        Menu {
             id: menu
 
             objectName: "menu"
@@ -71,7 +71,7 @@ Item {
             Repeater {
                 model: root.others
 
-                PopMenuItem {
+                MenuItem {
                     required property string modelData
 
                     text: modelData

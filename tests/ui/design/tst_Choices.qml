@@ -20,6 +20,11 @@ Item {
     }
 
     Component {
+        id: row
+        CheckRow { x: 50; y: 50; width: 300; text: "Confermo"; checked: false }
+    }
+
+    Component {
         id: segments
         Segmented {
             x: 50
@@ -141,6 +146,19 @@ Item {
             verify(control.checked);
             verify(ScreenReader.checked(control));
             compare(asked.count, 1);
+        }
+
+        function test_aRowAsksWhereverItIsClickedAndShowsWhatItIsToldTo() {
+            const control = made(row, {}, asked);
+            for (const name of ["box", "words"]) {
+                mouseClick(findChild(control, name));
+            }
+            compare(asked.signalArguments.map(list => list[0]), [true, true]);
+            verify(!findChild(control, "box").checked);
+            control.checked = true;
+            verify(findChild(control, "box").checked);
+            mouseClick(control, control.width - 2, control.height - 2);
+            compare(asked.signalArguments[2][0], false);
         }
 
         function test_theKnobRestsAtItsEnds() {
