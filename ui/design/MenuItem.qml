@@ -18,6 +18,7 @@ T.MenuItem {
     verticalPadding: 6
     font.family: Theme.textFamily
     font.pixelSize: 13
+    opacity: enabled ? 1 : 0.38
 
     Accessible.role: Accessible.MenuItem
     Accessible.name: text

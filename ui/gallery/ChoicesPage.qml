@@ -18,15 +18,29 @@ Page {
         Row {
             spacing: 22
 
-            Switch { text: "off" }
-            Switch { text: "on"; checked: true }
+            Switch { text: "off"; onAsked: on => checked = on }
+            Switch { text: "on"; checked: true; onAsked: on => checked = on }
             Switch { text: "focus"; checked: true; ringed: true }
             Switch { text: "disabled"; enabled: false }
             Switch { text: "disabled"; checked: true; enabled: false }
-            CheckBox { text: "off" }
-            CheckBox { text: "on"; checked: true }
+            CheckBox { text: "off"; onAsked: on => checked = on }
+            CheckBox { text: "on"; checked: true; onAsked: on => checked = on }
             CheckBox { text: "focus"; checked: true; ringed: true }
             CheckBox { text: "disabled"; checked: true; enabled: false }
+        }
+
+        CheckRow {
+            width: parent.width
+            text: "Ho messo la chiave in un posto sicuro, fuori da questo Mac"
+            checked: false
+            onAsked: on => checked = on
+        }
+
+        CheckRow {
+            width: parent.width
+            text: "disabled"
+            checked: true
+            enabled: false
         }
     }
 
@@ -48,6 +62,24 @@ Page {
                 enabled: false
                 options: page.numbered(["1 h", "3 h", "6 h", "12 h"])
                 selection: 2
+            }
+        }
+
+        Row {
+            spacing: 22
+
+            Repeater {
+                model: [260, 200, 120]
+
+                Segmented {
+                    required property int modelData
+
+                    width: modelData
+                    name: "narrow"
+                    options: page.numbered(["1 h", "Ogni sei ore", "Una volta al giorno"])
+                    selection: 1
+                    onChosen: value => selection = value
+                }
             }
         }
     }

@@ -24,6 +24,10 @@ Item {
             source: "ChoicesPage.qml"
         },
         GalleryPage {
+            name: "menu"
+            source: "MenuPage.qml"
+        },
+        GalleryPage {
             name: "surfaces"
             source: "SurfacesPage.qml"
         },

@@ -44,6 +44,47 @@ Page {
     }
 
     Panel {
+        title: "Messages and lines"
+
+        InlineMessage {
+            width: parent.width
+            text: "Kit salvato."
+            symbol: "checkmark.circle"
+            color: Theme.mint
+        }
+
+        InlineMessage {
+            width: 260
+            text: "Non è stato possibile salvare il kit: il disco di destinazione è pieno."
+            symbol: "exclamationmark.triangle"
+            color: Theme.coral
+        }
+
+        Row {
+            spacing: 22
+
+            Repeater {
+                model: [300, 130, 90]
+
+                OneLine {
+                    required property int modelData
+
+                    width: modelData
+                    line: "Documenti/Fatture/2024.pdf"
+                    minimumScale: 0.8
+                }
+            }
+        }
+    }
+
+    Panel {
+        EmptyState {
+            width: 220
+            symbol: "clock.arrow.circlepath"
+            title: "Nessun backup eseguito"
+            text: "L'elenco si riempie dopo il primo backup, e ogni riga racconta com'è andata."
+        }
+
         EmptyState {
             width: parent.width
             symbol: "clock.arrow.circlepath"
