@@ -43,9 +43,11 @@ int main(int argc, char *argv[])
     const auto start = std::chrono::steady_clock::now();
     BackupProgress::WriteTime lastWrite;
     BackupProgress progress(DestinationID::Local, QDateTime::currentDateTimeUtc(), lastWrite);
+    ResticBackup backup(
+        [&progress](const ResticBackup::Status &status) { progress.report(status); });
     const ProcessResult result =
         runProcess(QStringLiteral("/bin/cat"), {QFile::decodeName(words[1])},
-                   {.onLine = [&progress](const QString &line) { progress.handleLine(line); }});
+                   {.onLine = [&backup](const QString &line) { backup.handleLine(line); }});
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
     // The last line says that all is done: whoever stopped before it measured something else.
     if (result.status != 0 || progress.status().percent != 1.0) {

@@ -56,8 +56,6 @@ private:
     void notifyProblems(const QList<RunRecord> &records);
 
     [[nodiscard]] std::vector<DestinationID> enabledDestinations() const;
-    [[nodiscard]] QStringList backupArguments(DestinationID destination,
-                                              const QStringList &sources) const;
 
     const bool m_manual;
     const AppConfig m_config;

@@ -1,56 +1,10 @@
 #include "engine/BackupProgress.h"
 
 #include "platform/Clock.h"
-#include "state/JSONFile.h"
 #include "state/StatusStore.h"
 #include "state/Texts.h"
-#include "tools/JSONValues.h"
-
-#include <QJsonArray>
 
 #include <unistd.h>
-
-namespace {
-
-/// The object of one line of restic's and the text of its `message_type`.
-struct Message
-{
-    QString type;
-    QJsonObject object;
-};
-
-std::optional<Message> parsed(const QString &line)
-{
-    auto document = JSONFile::decode(line.toUtf8());
-    if (!document || !document->isObject()) {
-        return std::nullopt;
-    }
-    QJsonObject object = document->object();
-    const QJsonValue type = object.value(QLatin1String("message_type"));
-    if (!type.isString()) {
-        return std::nullopt;
-    }
-    return Message{type.toString(), std::move(object)};
-}
-
-bool isError(const Message &message)
-{
-    return message.type == QLatin1String("error");
-}
-
-std::optional<QString> firstFile(const QJsonObject &message)
-{
-    const QJsonValue files = message.value(QLatin1String("current_files"));
-    const QJsonArray list = files.toArray();
-    for (const auto file : list) {
-        if (!file.isString()) {
-            return std::nullopt;
-        }
-    }
-    return list.isEmpty() ? std::nullopt : std::optional(list.first().toString());
-}
-
-} // namespace
 
 BackupProgress::BackupProgress(DestinationID destination, const QDateTime &startedAt,
                                WriteTime &lastWrite)
@@ -74,57 +28,17 @@ void BackupProgress::enterWhole(const QString &phase)
     enter(phase);
 }
 
-void BackupProgress::handleLine(const QString &line)
-{
-    const std::optional<Message> message = parsed(line);
-    if (!message) {
-        return;
-    }
-    if (message->type == QLatin1String("summary")) {
-        m_summary = message->object;
-    } else if (isError(*message)) {
-        ++m_errorCount;
-    } else if (message->type == QLatin1String("status")) {
-        takeStatus(message->object);
-        writeThrottled();
-    }
-}
-
-void BackupProgress::countErrors(const QString &standardError)
-{
-    const QStringList lines = standardError.split(u'\n', Qt::SkipEmptyParts);
-    for (const QString &line : lines) {
-        const std::optional<Message> message = parsed(line);
-        if (message && isError(*message)) {
-            ++m_errorCount;
-        }
-    }
-}
-
-void BackupProgress::summarise(RunRecord &record) const
-{
-    record.filesNew = int64(m_summary, QLatin1String("files_new"));
-    record.filesChanged = int64(m_summary, QLatin1String("files_changed"));
-    record.dataAdded = int64(m_summary, QLatin1String("data_added_packed"));
-}
-
-QString BackupProgress::version() const
-{
-    return m_summary.value(QLatin1String("snapshot_id")).toString();
-}
-
-void BackupProgress::takeStatus(const QJsonObject &message)
+void BackupProgress::report(const ResticBackup::Status &backup)
 {
     m_status.phase = Texts::tr("Copia dei file");
-    m_status.percent = number(message, QLatin1String("percent_done"));
-    m_status.filesDone = int64(message, QLatin1String("files_done"));
-    m_status.totalFiles = int64(message, QLatin1String("total_files"));
-    m_status.bytesDone = int64(message, QLatin1String("bytes_done"));
-    m_status.totalBytes = int64(message, QLatin1String("total_bytes"));
-    static constexpr QLatin1String remaining("seconds_remaining");
-    m_status.secondsRemaining =
-        message.contains(remaining) ? std::optional(int64(message, remaining)) : std::nullopt;
-    m_status.currentFile = firstFile(message);
+    m_status.percent = backup.fractionDone;
+    m_status.filesDone = backup.filesDone;
+    m_status.totalFiles = backup.totalFiles;
+    m_status.bytesDone = backup.bytesDone;
+    m_status.totalBytes = backup.totalBytes;
+    m_status.secondsRemaining = backup.secondsRemaining;
+    m_status.currentFile = backup.currentFile;
+    writeThrottled();
 }
 
 void BackupProgress::writeThrottled()

@@ -4,8 +4,8 @@
 #include "engine/RepositoryVolume.h"
 #include "engine/Sources.h"
 #include "platform/Clock.h"
-#include "state/Paths.h"
 #include "state/Texts.h"
+#include "tools/ResticBackup.h"
 
 namespace {
 
@@ -74,10 +74,9 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
     ExcludeFile::write(m_config);
 
     progress.enter(Texts::tr("Scansione dei file"));
-    const ProcessResult result =
-        restic.run(backupArguments(restic.dest, sources), m_handle.get(),
-                   [&progress](const QString &line) { progress.handleLine(line); });
-    progress.countErrors(result.standardError);
+    ResticBackup backup(
+        [&progress](const ResticBackup::Status &status) { progress.report(status); });
+    const auto made = backup.run(restic, sources, ExcludeFile::path(), m_handle.get());
     if (m_handle->isCancelled()) {
         end(record, Outcome::Cancelled, Texts::tr("Interrotto"));
         return;
@@ -86,36 +85,19 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
         end(record, Outcome::Failed, lostDisk());
         return;
     }
-    const bool someUnreadable = result.status == ResticExit::someFilesUnreadable;
-    if (result.status != 0 && !someUnreadable) {
-        end(record, Outcome::Failed, Restic::describe(result).message);
+    if (!made) {
+        end(record, Outcome::Failed, made.error().message);
         return;
     }
-    progress.summarise(record);
+    record.filesNew = made->filesNew;
+    record.filesChanged = made->filesChanged;
+    record.dataAdded = made->dataAdded;
     progress.enterWhole(Texts::tr("Pulizia delle versioni vecchie"));
-    const bool isRetained = applyRetention(restic, progress.version(), record.date);
+    const bool isRetained = applyRetention(restic, made->version, record.date);
     if (!volume.isStillThere()) {
         end(record, Outcome::Failed, lostDisk());
         return;
     }
-    const int unreadable = someUnreadable ? qMax(progress.errorCount(), 1) : 0;
-    end(record, unreadable == 0 && isRetained ? Outcome::Ok : Outcome::Warning,
-        goodMessage(unreadable, isRetained));
-}
-
-QStringList BackupEngine::backupArguments(DestinationID destination,
-                                          const QStringList &sources) const
-{
-    QStringList arguments{QStringLiteral("backup"),         QStringLiteral("--json"),
-                          QStringLiteral("--tag"),          QStringLiteral("vellomar"),
-                          QStringLiteral("--host"),         Paths::hostname(),
-                          QStringLiteral("--exclude-file"), ExcludeFile::path()};
-    if (m_config.excludeCaches) {
-        arguments.append(QStringLiteral("--exclude-caches"));
-    }
-    // MiB; bigger packs mean fewer requests over a network.
-    if (destination != DestinationID::Local) {
-        arguments << QStringLiteral("--pack-size") << QStringLiteral("64");
-    }
-    return arguments + QStringList{QStringLiteral("--")} + sources;
+    end(record, made->unreadable == 0 && isRetained ? Outcome::Ok : Outcome::Warning,
+        goodMessage(made->unreadable, isRetained));
 }

@@ -1,6 +1,7 @@
 #include "state/JSONFile.h"
 #include "tools/JSONValues.h"
 #include "tools/Restic.h"
+#include "tools/ResticMessage.h"
 
 #include <QCollator>
 #include <QFileInfo>
@@ -164,17 +165,15 @@ tl::expected<QList<Node>, ResticError> Restic::list(const QString &snapshot,
     QList<Node> nodes;
     const auto lines = QStringView(result.standardOutput).split(u'\n', Qt::SkipEmptyParts);
     for (const QStringView line : lines) {
-        const auto document = JSONFile::decode(line.toUtf8());
-        if (!document || !document->isObject()) {
+        const std::optional<ResticMessage> message = ResticMessage::parse(line);
+        if (!message || message->type != QLatin1String("node")) {
             continue;
         }
-        const QJsonObject object = document->object();
-        const auto nodePath = textOf(object, QLatin1String("path"));
-        const auto name = textOf(object, QLatin1String("name"));
+        const auto nodePath = textOf(message->fields, QLatin1String("path"));
+        const auto name = textOf(message->fields, QLatin1String("name"));
         // restic lists the folder itself too, and it isn't its own child.
-        if (object.value(QLatin1String("message_type")) == QLatin1String("node") && nodePath &&
-            name && *nodePath != path) {
-            nodes.append(nodeFrom(object, *nodePath, *name));
+        if (nodePath && name && *nodePath != path) {
+            nodes.append(nodeFrom(message->fields, *nodePath, *name));
         }
     }
     return sorted(nodes, Folders::first);

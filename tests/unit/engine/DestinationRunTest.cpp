@@ -2,7 +2,6 @@
 
 #include "engine/ExcludeFile.h"
 #include "state/StatusStore.h"
-#include "tools/Tools.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,18 +11,6 @@ namespace {
 class DestinationRun : public EngineFixture
 {
 protected:
-    [[nodiscard]] QStringList backupArguments(DestinationID destination)
-    {
-        useAllDestinations();
-        run();
-        for (const ScriptedTools::Call &call : tools.callsOf(QStringLiteral("backup"))) {
-            if (call.repository() == config.repository(destination)) {
-                return call.arguments;
-            }
-        }
-        return {};
-    }
-
     [[nodiscard]] QStringList sourcesOfBackup()
     {
         run();
@@ -34,53 +21,7 @@ protected:
         const QStringList arguments = backups.first().arguments;
         return arguments.sliced(arguments.indexOf(QLatin1String("--")) + 1);
     }
-
-    static QStringList rcloneOption()
-    {
-        return {QStringLiteral("-o"),
-                QLatin1String("rclone.program=") +
-                    Tools::find(QStringLiteral("rclone")).value_or(QString())};
-    }
-
-    static QStringList commonArguments()
-    {
-        return {QStringLiteral("backup"),         QStringLiteral("--json"),
-                QStringLiteral("--tag"),          QStringLiteral("vellomar"),
-                QStringLiteral("--host"),         Paths::hostname(),
-                QStringLiteral("--exclude-file"), supportFile("excludes.txt")};
-    }
 };
-
-TEST_F(DestinationRun, theArgumentsForTheDisk)
-{
-    config.sources.append(folder("second source"));
-    const QStringList options{QStringLiteral("--exclude-caches"), QStringLiteral("--")};
-    EXPECT_EQ(backupArguments(DestinationID::Local), commonArguments() + options + config.sources);
-}
-
-TEST_F(DestinationRun, theArgumentsForDriveAskForBigPacks)
-{
-    const QStringList options{QStringLiteral("--exclude-caches"), QStringLiteral("--pack-size"),
-                              QStringLiteral("64"), QStringLiteral("--")};
-    EXPECT_EQ(backupArguments(DestinationID::Drive),
-              rcloneOption() + commonArguments() + options + config.sources);
-}
-
-TEST_F(DestinationRun, theArgumentsForTheServerAskForBigPacks)
-{
-    config.excludeCaches = false;
-    const QStringList options{QStringLiteral("--pack-size"), QStringLiteral("64"),
-                              QStringLiteral("--")};
-    EXPECT_EQ(backupArguments(DestinationID::Server),
-              rcloneOption() + commonArguments() + options + config.sources);
-}
-
-TEST_F(DestinationRun, cachesAreKeptWhenTheSettingSaysSo)
-{
-    config.excludeCaches = false;
-    EXPECT_EQ(backupArguments(DestinationID::Local),
-              commonArguments() + QStringList{QStringLiteral("--")} + config.sources);
-}
 
 TEST_F(DestinationRun, everyStepCanBeStoppedAndTheBackupIsFollowed)
 {
