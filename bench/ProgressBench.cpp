@@ -41,8 +41,8 @@ int main(int argc, char *argv[])
         return EXIT_FAILURE;
     }
     const auto start = std::chrono::steady_clock::now();
-    BackupProgress::WriteTime lastWrite;
-    BackupProgress progress(DestinationID::Local, QDateTime::currentDateTimeUtc(), lastWrite);
+    StatusThrottle throttle;
+    BackupProgress progress(DestinationID::Local, QDateTime::currentDateTimeUtc(), throttle);
     ResticBackup backup(
         [&progress](const ResticBackup::Status &status) { progress.report(status); });
     const ProcessResult result =

@@ -62,5 +62,5 @@ private:
     const std::shared_ptr<ProcessHandle> m_handle;
     const std::function<bool()> m_onBattery;
     const Notify m_notify;
-    BackupProgress::WriteTime m_lastStatusWrite;
+    StatusThrottle m_statusThrottle;
 };

@@ -1,14 +1,13 @@
 #include "engine/BackupProgress.h"
 
-#include "platform/Clock.h"
 #include "state/StatusStore.h"
 #include "state/Texts.h"
 
 #include <unistd.h>
 
 BackupProgress::BackupProgress(DestinationID destination, const QDateTime &startedAt,
-                               WriteTime &lastWrite)
-    : m_lastWrite(lastWrite)
+                               StatusThrottle &throttle)
+    : m_throttle(throttle)
 {
     m_status.pid = ::getpid();
     m_status.startedAt = startedAt;
@@ -38,15 +37,7 @@ void BackupProgress::report(const ResticBackup::Status &backup)
     m_status.totalBytes = backup.totalBytes;
     m_status.secondsRemaining = backup.secondsRemaining;
     m_status.currentFile = backup.currentFile;
-    writeThrottled();
-}
-
-void BackupProgress::writeThrottled()
-{
-    static constexpr auto pause = std::chrono::milliseconds(700);
-    const auto now = Clock::steady();
-    if (!m_lastWrite || now - *m_lastWrite > pause) {
-        m_lastWrite = now;
+    if (m_throttle.takeTurn()) {
         StatusStore::write(m_status);
     }
 }

@@ -42,7 +42,7 @@ RunRecord BackupEngine::runOne(DestinationID destination, const QString &passwor
 {
     const auto start = Clock::steady();
     RunRecord record = RunRecord::starting(destination);
-    BackupProgress progress(destination, record.date, m_lastStatusWrite);
+    BackupProgress progress(destination, record.date, m_statusThrottle);
     progress.enter(Texts::tr("Connessione"));
 
     const Restic restic{destination, m_config, password, std::nullopt};

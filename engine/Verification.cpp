@@ -52,7 +52,7 @@ void BackupEngine::verifyIfDue(DestinationID destination, const QString &passwor
     RunRecord record = RunRecord::starting(destination);
     record.kind = QStringLiteral("check");
     // The check tells no progress, so this stands until its end.
-    BackupProgress progress(destination, record.date, m_lastStatusWrite);
+    BackupProgress progress(destination, record.date, m_statusThrottle);
     progress.enterWhole(Texts::tr("Verifica dell'integrità"));
 
     const Restic restic{destination, m_config, password, std::nullopt};

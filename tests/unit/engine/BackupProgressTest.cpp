@@ -1,6 +1,7 @@
 #include "engine/BackupProgress.h"
 
 #include "state/StatusStore.h"
+#include "tests/support/ManualClock.h"
 
 #include <gtest/gtest.h>
 
@@ -8,13 +9,17 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
 class BackupProgressTest : public testing::Test
 {
 protected:
     const QDateTime start =
         QDateTime::fromString(QStringLiteral("2026-03-01T10:00:00Z"), Qt::ISODate);
-    BackupProgress::WriteTime lastWrite;
-    BackupProgress progress{DestinationID::Drive, start, lastWrite};
+    ManualClock clock;
+    ScopedClock clockInForce{clock};
+    StatusThrottle throttle;
+    BackupProgress progress{DestinationID::Drive, start, throttle};
 
     const ResticBackup::Status halfWay{.fractionDone = 0.375,
                                        .filesDone = 11,
@@ -87,6 +92,41 @@ TEST_F(BackupProgressTest, messagesOfOtherTypesAreNeverWritten)
     // They don't use up the pause either.
     backup.handleLine(QStringLiteral(R"({"message_type":"status"})"));
     EXPECT_TRUE(StatusStore::loadStatus());
+}
+
+TEST_F(BackupProgressTest, aReportThatIsHeldBackComesWithALaterWrite)
+{
+    progress.report({});
+    progress.report(halfWay);
+    EXPECT_EQ(progress.status().totalFiles, 22);
+    EXPECT_EQ(StatusStore::loadStatus()->totalFiles, 0);
+    progress.enter(QStringLiteral("later"));
+    EXPECT_EQ(StatusStore::loadStatus()->totalFiles, 22);
+}
+
+TEST_F(BackupProgressTest, aChangeOfPhaseIsNotHeldBackAndTakesNoTurn)
+{
+    progress.report({});
+    clock.advance(600ms);
+    progress.enter(QStringLiteral("a phase"));
+    EXPECT_EQ(StatusStore::loadStatus()->phase, QStringLiteral("a phase"));
+    progress.enterWhole(QStringLiteral("the last phase"));
+    EXPECT_EQ(StatusStore::loadStatus()->phase, QStringLiteral("the last phase"));
+    clock.advance(101ms);
+    progress.report(halfWay);
+    EXPECT_EQ(StatusStore::loadStatus()->filesDone, 11);
+}
+
+TEST_F(BackupProgressTest, thePauseGoesOnFromOneRunToTheNext)
+{
+    progress.report({});
+    clock.advance(500ms);
+    BackupProgress next(DestinationID::Server, start, throttle);
+    next.report(halfWay);
+    EXPECT_EQ(StatusStore::loadStatus()->destination, DestinationID::Drive);
+    clock.advance(201ms);
+    next.report(halfWay);
+    EXPECT_EQ(StatusStore::loadStatus()->destination, DestinationID::Server);
 }
 
 } // namespace

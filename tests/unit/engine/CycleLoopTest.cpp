@@ -7,6 +7,8 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
 class CycleLoop : public EngineFixture
 {
 protected:
@@ -186,6 +188,35 @@ TEST_F(CycleLoop, manualAndScheduledRunsDoTheSame)
     expected.removeAll(QStringLiteral("config dump"));
     manual.removeAll(QStringLiteral("config dump"));
     EXPECT_EQ(manual, expected);
+}
+
+TEST_F(CycleLoop, oneCycleSharesThePauseAmongItsDestinations)
+{
+    tools.progress = {QStringLiteral(R"({"message_type":"status","files_done":1})"),
+                      QStringLiteral(R"({"message_type":"status","files_done":2})")};
+    // What is on disk when the next destination's run has begun can't tell; the file's state when
+    // the backup ends can, and a run that fails writes nothing more.
+    tools.backup = ScriptedTools::ended(1);
+    class LastStatus final : public Clock
+    {
+    public:
+        [[nodiscard]] QDateTime moment() const override { return QDateTime::currentDateTimeUtc(); }
+        [[nodiscard]] std::chrono::steady_clock::time_point reading() const override
+        {
+            if (const auto status = StatusStore::loadStatus()) {
+                phases.append(rawValue(status->destination) + u' ' + status->phase);
+            }
+            return std::chrono::steady_clock::time_point(1h);
+        }
+        mutable QStringList phases;
+    };
+    const LastStatus watching;
+    const ScopedClock inForce(watching);
+    EXPECT_EQ(run(), 1);
+    EXPECT_TRUE(watching.phases.contains(QStringLiteral("local Copia dei file")));
+    EXPECT_FALSE(watching.phases.contains(QStringLiteral("drive Copia dei file")));
+    EXPECT_FALSE(watching.phases.contains(QStringLiteral("server Copia dei file")));
+    EXPECT_TRUE(watching.phases.contains(QStringLiteral("drive Scansione dei file")));
 }
 
 } // namespace
