@@ -2,6 +2,7 @@
 
 #include "engine/CycleLock.h"
 #include "engine/ExcludeFile.h"
+#include "engine/Verification.h"
 #include "platform/AtomicFile.h"
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
@@ -34,7 +35,7 @@ void complain(const QString &line)
 } // namespace
 
 BackupEngine::BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
-                           std::function<bool()> onBattery, Notify notify)
+                           std::function<bool()> onBattery, Notifier::Send notify)
     : m_manual(manual)
     , m_config(std::move(config))
     , m_handle(std::move(handle))
@@ -118,6 +119,12 @@ int BackupEngine::runDestinations(const std::vector<DestinationID> &destinations
     }
     notifyProblems(records);
     return result;
+}
+
+void BackupEngine::verifyIfDue(DestinationID destination, const QString &password)
+{
+    const Restic restic{destination, m_config, password, std::nullopt};
+    Verification(restic, *m_handle, m_notify).runIfDue();
 }
 
 std::vector<DestinationID> BackupEngine::enabledDestinations() const

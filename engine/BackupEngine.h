@@ -25,13 +25,10 @@
 class BackupEngine
 {
 public:
-    /// Posts a notification with a title and a body.
-    using Notify = std::function<void(const QString &title, const QString &body)>;
-
     /// `manual` says that the person asked for this run. `onBattery` answers whether the machine
     /// runs on battery now, `notify` tells the person of a problem.
     BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
-                 std::function<bool()> onBattery = runsOnBattery, Notify notify = Notifier::send);
+                 std::function<bool()> onBattery = runsOnBattery, Notifier::Send notify = Notifier::send);
 
     /// Runs the cycle and gives the process's exit code: 1 when the key can't be had or a
     /// destination failed, otherwise 0. Silently 0 when another cycle is running.
@@ -47,9 +44,6 @@ private:
     /// duration.
     void backUp(const Restic &restic, BackupProgress &progress, RunRecord &record);
 
-    /// Lets go the versions that the settings no longer keep. False when `version` itself, which
-    /// the run has just made and began at `begun`, would be among them: then all stay.
-    bool applyRetention(const Restic &restic, const QString &version, const QDateTime &begun);
     /// Checks the repository if that is due, and records how it came out.
     void verifyIfDue(DestinationID destination, const QString &password);
     /// Tells the person, at most once a day, of what went wrong in a cycle.
@@ -61,6 +55,6 @@ private:
     const AppConfig m_config;
     const std::shared_ptr<ProcessHandle> m_handle;
     const std::function<bool()> m_onBattery;
-    const Notify m_notify;
+    const Notifier::Send m_notify;
     StatusThrottle m_statusThrottle;
 };

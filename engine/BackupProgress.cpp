@@ -3,15 +3,11 @@
 #include "state/StatusStore.h"
 #include "state/Texts.h"
 
-#include <unistd.h>
-
 BackupProgress::BackupProgress(DestinationID destination, const QDateTime &startedAt,
                                StatusThrottle &throttle)
-    : m_throttle(throttle)
+    : m_status(RunStatus::starting(destination, startedAt))
+    , m_throttle(throttle)
 {
-    m_status.pid = ::getpid();
-    m_status.startedAt = startedAt;
-    m_status.destination = destination;
 }
 
 void BackupProgress::enter(const QString &phase)

@@ -2,6 +2,7 @@
 
 #include "engine/ExcludeFile.h"
 #include "engine/RepositoryVolume.h"
+#include "engine/Retention.h"
 #include "engine/Sources.h"
 #include "platform/Clock.h"
 #include "state/Texts.h"
@@ -93,7 +94,7 @@ void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRec
     record.filesChanged = made->filesChanged;
     record.dataAdded = made->dataAdded;
     progress.enterWhole(Texts::tr("Pulizia delle versioni vecchie"));
-    const bool isRetained = applyRetention(restic, made->version, record.date);
+    const bool isRetained = Retention(restic, *m_handle).apply({made->version, record.date});
     if (!volume.isStillThere()) {
         end(record, Outcome::Failed, lostDisk());
         return;

@@ -2,11 +2,16 @@
 
 #include <QString>
 
-/// Tells the person of a problem by a notification of the system, window or no window. Nothing is
-/// reported back: where notifications aren't wanted or can't be shown, they are dropped.
+#include <functional>
+
+/// Reports a problem to the user by a notification of the system, window or no window. No failure
+/// comes back: where notifications aren't wanted or can't be shown, they are dropped.
 namespace Notifier {
 
-/// Posts a notification at once. Waits for the hand-over, at most three seconds.
+/// What posts a notification, send() or a stand-in.
+using Send = std::function<void(const QString &title, const QString &body)>;
+
+/// Posts a notification at once. Waits until the system has taken it, at most three seconds.
 void send(const QString &title, const QString &body);
 
 /// Asks the system for the right to notify, where it has such a thing. Only from the window's

@@ -5,32 +5,25 @@ namespace {
 constexpr qint64 dailyVersions = 30;
 constexpr qint64 weeksOfEver = 5200; // a hundred years
 
-QStringList keep(const char *unit, qint64 count)
+std::optional<qint64> hourlyVersions(qint64 intervalHours)
 {
-    return {QLatin1String("--keep-") + QLatin1String(unit), QString::number(count)};
-}
-
-QStringList hourly(qint64 intervalHours)
-{
-    if (intervalHours >= 24) {
-        return {};
-    }
-    return keep("hourly", 24 / qMax(intervalHours, qint64{1}));
+    return intervalHours >= 24 ? std::nullopt : std::optional(24 / qMax(intervalHours, qint64{1}));
 }
 
 } // namespace
 
-QStringList retentionPolicy(qint64 keepDays, qint64 intervalHours)
+ResticForget::Policy retentionPolicy(qint64 keepDays, qint64 intervalHours)
 {
     if (keepDays < 0) {
-        return keep("last", 1);
+        return {.last = 1};
     }
+    ResticForget::Policy policy{.hourly = hourlyVersions(intervalHours), .daily = dailyVersions};
     if (keepDays == 0) {
-        return hourly(intervalHours) + keep("daily", dailyVersions) + keep("weekly", weeksOfEver);
+        policy.weekly = weeksOfEver;
+    } else if (keepDays > dailyVersions) {
+        policy.weekly = keepDays / 7;
+    } else {
+        policy.daily = keepDays;
     }
-    QStringList arguments = hourly(intervalHours) + keep("daily", qMin(keepDays, dailyVersions));
-    if (keepDays > dailyVersions) {
-        arguments += keep("weekly", keepDays / 7);
-    }
-    return arguments;
+    return policy;
 }

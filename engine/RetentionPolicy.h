@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QStringList>
+#include "tools/ResticForget.h"
 
-/// Which versions `restic forget` is to keep, as its arguments.
+/// Which versions are kept.
 ///
 /// The last day is kept at the pace of the schedule, the last month by the day, the rest by the
 /// week. `keepDays` is a span in days; 0 keeps for ever, and a negative number the last version
 /// only.
-QStringList retentionPolicy(qint64 keepDays, qint64 intervalHours);
+ResticForget::Policy retentionPolicy(qint64 keepDays, qint64 intervalHours);

@@ -1,10 +1,13 @@
-#include "engine/BackupEngine.h"
+#include "engine/Verification.h"
 
 #include "engine/RepositoryVolume.h"
 #include "platform/Clock.h"
 #include "platform/WeekOfYear.h"
 #include "state/StatusStore.h"
 #include "state/Texts.h"
+#include "tools/ResticCheck.h"
+
+#include <utility>
 
 namespace {
 
@@ -12,37 +15,28 @@ using namespace std::chrono_literals;
 
 constexpr auto checkInterval = 7 * 24h;
 
-// A different twentieth of the data each week, so that all of it is read in twenty weeks.
-QString twentieth(const QDateTime &start)
+/// What the check that begins at this moment reads of the data: a different twentieth each week, so
+/// that twenty weeks read all of them. Over a network that would be a download: none there.
+std::optional<ResticCheck::Part> partToRead(DestinationID destination, const QDateTime &start)
 {
-    return QString::number(weekOfYear(start) % 20 + 1) + QLatin1String("/20");
-}
-
-QStringList checkArguments(DestinationID destination, const QDateTime &start)
-{
-    QStringList arguments{QStringLiteral("check")};
-    // Only a disk's data are read back; over a network that would be a download.
-    if (destination == DestinationID::Local) {
-        arguments << QStringLiteral("--read-data-subset") << twentieth(start);
+    if (destination != DestinationID::Local) {
+        return std::nullopt;
     }
-    return arguments;
-}
-
-QString failureMessage(const ProcessResult &result, const RepositoryVolume &volume)
-{
-    if (!volume.isStillThere()) {
-        return Texts::tr("Il disco è stato scollegato durante la verifica");
-    }
-    if (result.standardError.contains(QLatin1String("repository contains errors"))) {
-        return Texts::tr("Il backup contiene dati danneggiati");
-    }
-    return Restic::describe(result).message;
+    return ResticCheck::Part{.number = weekOfYear(start) % 20 + 1, .count = 20};
 }
 
 } // namespace
 
-void BackupEngine::verifyIfDue(DestinationID destination, const QString &password)
+Verification::Verification(const Restic &restic, ProcessHandle &handle, Notifier::Send notify)
+    : m_restic(restic)
+    , m_handle(handle)
+    , m_notify(std::move(notify))
 {
+}
+
+void Verification::runIfDue() const
+{
+    const DestinationID destination = m_restic.dest;
     EngineState state = StatusStore::loadState();
     const QDateTime now = Clock::now();
     if (!EngineState::isDue(state.lastCheck, rawValue(destination), now, checkInterval)) {
@@ -51,23 +45,29 @@ void BackupEngine::verifyIfDue(DestinationID destination, const QString &passwor
     const auto start = Clock::steady();
     RunRecord record = RunRecord::starting(destination);
     record.kind = QStringLiteral("check");
-    // The check tells no progress, so this stands until its end.
-    BackupProgress progress(destination, record.date, m_statusThrottle);
-    progress.enterWhole(Texts::tr("Verifica dell'integrità"));
+    // A check reports no progress, so this stands until its end.
+    RunStatus status = RunStatus::starting(destination, record.date);
+    status.phase = Texts::tr("Verifica dell'integrità");
+    status.percent = 1.0;
+    StatusStore::write(status);
 
-    const Restic restic{destination, m_config, password, std::nullopt};
-    const RepositoryVolume volume(restic);
-    const ProcessResult result =
-        restic.run(checkArguments(destination, record.date), m_handle.get());
-    if (m_handle->isCancelled()) {
+    const RepositoryVolume volume(m_restic);
+    const auto checked =
+        ResticCheck::run(m_restic, partToRead(destination, record.date), &m_handle);
+    if (m_handle.isCancelled()) {
         return;
     }
-    const bool isSound = result.status == 0 && volume.isStillThere();
-    record.outcome = isSound ? Outcome::Ok : Outcome::Failed;
-    record.message = isSound ? Texts::tr("Nessun errore trovato") : failureMessage(result, volume);
+    if (!volume.isStillThere()) {
+        record.message = Texts::tr("Il disco è stato scollegato durante la verifica");
+    } else if (!checked) {
+        record.message = checked.error().message;
+    } else {
+        record.outcome = Outcome::Ok;
+        record.message = Texts::tr("Nessun errore trovato");
+    }
     record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
     StatusStore::append(record);
-    if (isSound) {
+    if (record.outcome == Outcome::Ok) {
         state.lastCheck.insert(rawValue(destination), now);
         StatusStore::save(state);
     } else {

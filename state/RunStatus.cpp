@@ -10,6 +10,15 @@
 
 #include <unistd.h>
 
+RunStatus RunStatus::starting(DestinationID destination, const QDateTime &startedAt)
+{
+    RunStatus status;
+    status.pid = ::getpid();
+    status.startedAt = startedAt;
+    status.destination = destination;
+    return status;
+}
+
 bool RunStatus::isAlive() const
 {
     // Ids from 0 down name groups of processes, not one.

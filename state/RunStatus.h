@@ -27,6 +27,9 @@ struct RunStatus
 
     bool operator==(const RunStatus &) const = default;
 
+    /// The status of a run by this process that has just begun.
+    static RunStatus starting(DestinationID destination, const QDateTime &startedAt);
+
     /// Whether the process that wrote this still runs this program for a backup. This very process
     /// doesn't count, nor one of its threads, and neither does a program of another name, or
     /// without a backup, under a recycled process id.

@@ -1,16 +1,25 @@
-#include "tests/support/EngineFixture.h"
+#include "engine/Retention.h"
 
 #include "state/JSONFile.h"
 #include "state/StatusStore.h"
+#include "tests/support/EngineFixture.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-class Retention : public EngineFixture
+class RetentionTest : public EngineFixture
 {
 protected:
-    Retention() { config.keepDays = 7; }
+    RetentionTest() { config.keepDays = 7; }
+
+    /// Applies it after a run that has just made a version; false where all versions stay.
+    bool apply(DestinationID destination = DestinationID::Local,
+               const char *version = "the new one")
+    {
+        const Restic restic{destination, config, QStringLiteral("the key"), std::nullopt};
+        return Retention(restic, *handle).apply({QString::fromUtf8(version), clock.moment()});
+    }
 
     void setLastPrune(const QString &destination, const QDateTime &date)
     {
@@ -25,7 +34,7 @@ protected:
         return dates.contains(destination) ? std::optional(dates.value(destination)) : std::nullopt;
     }
 
-    /// The arguments of the one `restic forget` of the last run.
+    /// The arguments of the one `restic forget`.
     QStringList forgotten()
     {
         const QList<ScriptedTools::Call> calls = tools.callsOf(QStringLiteral("forget"));
@@ -38,7 +47,7 @@ protected:
         return tools.callsOf(QStringLiteral("forget --dry-run"));
     }
 
-    /// Makes the engine a stranger to every repository.
+    /// Lets the versions of every repository be unknown.
     static void forgetVersionsKnown()
     {
         EngineState state = StatusStore::loadState();
@@ -60,78 +69,75 @@ protected:
 
 const QString local = QStringLiteral("local");
 
-TEST_F(Retention, theArgumentsAreTheTagTheGroupingThePolicyAndThePrune)
+TEST_F(RetentionTest, theArgumentsAreTheTagTheGroupingThePolicyAndThePrune)
 {
     setLastPrune(local, clock.moment().addDays(-8));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(forgotten().join(u' '), QStringLiteral("forget --tag vellomar --group-by host "
                                                      "--keep-hourly 24 --keep-daily 7 --prune"));
 }
 
-TEST_F(Retention, itFollowsTheBackupAndCanBeStopped)
+TEST_F(RetentionTest, itCanBeStopped)
 {
-    EXPECT_EQ(run(), 0);
-    const QStringList commands = tools.commands();
-    EXPECT_EQ(commands.indexOf(QStringLiteral("forget")),
-              commands.indexOf(QStringLiteral("backup")) + 1);
+    EXPECT_TRUE(apply());
     const ScriptedTools::Call call = tools.callsOf(QStringLiteral("forget")).value(0);
     EXPECT_EQ(call.handle, handle.get());
     EXPECT_FALSE(call.isFollowed);
 }
 
-TEST_F(Retention, theFirstRetentionOfADestinationPrunes)
+TEST_F(RetentionTest, theFirstRetentionOfADestinationPrunes)
 {
     StatusStore::save(EngineState{{}, StatusStore::loadState().lastCheck, std::nullopt});
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_TRUE(prunes());
     EXPECT_EQ(lastPrune(local), clock.moment());
 }
 
-TEST_F(Retention, exactlySevenDaysAfterThePruneNoneIsDue)
+TEST_F(RetentionTest, exactlySevenDaysAfterThePruneNoneIsDue)
 {
     const QDateTime last = clock.moment().addDays(-7);
     setLastPrune(local, last);
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_FALSE(prunes());
     EXPECT_EQ(lastPrune(local), last);
 }
 
-TEST_F(Retention, aSecondAfterSevenDaysPruningIsDue)
+TEST_F(RetentionTest, aSecondAfterSevenDaysPruningIsDue)
 {
     setLastPrune(local, clock.moment().addDays(-7).addSecs(-1));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_TRUE(prunes());
 }
 
-TEST_F(Retention, withASingleVersionPruningIsDueAfterADay)
+TEST_F(RetentionTest, withASingleVersionPruningIsDueAfterADay)
 {
     config.keepDays = -1;
     setLastPrune(local, clock.moment().addDays(-1));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_FALSE(prunes());
 
     tools.calls.clear();
     setLastPrune(local, clock.moment().addDays(-1).addSecs(-1));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_TRUE(prunes());
 }
 
-TEST_F(Retention, aPruneUpToADayAheadIsNotDue)
+TEST_F(RetentionTest, aPruneUpToADayAheadIsNotDue)
 {
     setLastPrune(local, clock.moment().addDays(1));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_FALSE(prunes());
 }
 
-TEST_F(Retention, aPruneMoreThanADayAheadCountsAsNone)
+TEST_F(RetentionTest, aPruneMoreThanADayAheadCountsAsNone)
 {
     setLastPrune(local, clock.moment().addDays(1).addSecs(1));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_TRUE(prunes());
     EXPECT_EQ(lastPrune(local), clock.moment());
 }
 
-TEST_F(Retention, theDateIsTheOneAfterResticHasEnded)
+TEST_F(RetentionTest, theDateIsTheOneAfterResticHasEnded)
 {
     setLastPrune(local, clock.moment().addDays(-8));
     tools.before = [this](const ScriptedTools::Call &call) {
@@ -139,63 +145,27 @@ TEST_F(Retention, theDateIsTheOneAfterResticHasEnded)
             clock.advance(2h);
         }
     };
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(lastPrune(local), clock.moment());
 }
 
-TEST_F(Retention, aFailureChangesNeitherTheRecordNorTheState)
+TEST_F(RetentionTest, aFailureLeavesThePruneDue)
 {
     const QDateTime last = clock.moment().addDays(-8);
     setLastPrune(local, last);
     tools.forget = ScriptedTools::ended(11, QStringLiteral("locked"));
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
-    EXPECT_EQ(onlyRecord().message, QStringLiteral("Completato"));
-    EXPECT_EQ(lastPrune(local), last);
-    EXPECT_TRUE(notifications.isEmpty());
-}
-
-TEST_F(Retention, aStopDuringThePruneLeavesTheRunGoodAndThePruneDue)
-{
-    const QDateTime last = clock.moment().addDays(-8);
-    setLastPrune(local, last);
-    tools.before = [this](const ScriptedTools::Call &call) {
-        if (call.command() == QLatin1String("forget")) {
-            handle->terminate();
-            tools.forget = ScriptedTools::ended(130);
-        }
-    };
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(lastPrune(local), last);
 }
 
-TEST_F(Retention, aWarningIsFollowedByItToo)
+TEST_F(RetentionTest, eachDestinationHasAnEntryOfItsOwn)
 {
-    tools.backup = ScriptedTools::ended(3);
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 1);
-}
-
-TEST_F(Retention, aFailedAndAStoppedBackupAreNot)
-{
-    tools.backup = ScriptedTools::ended(1);
-    EXPECT_EQ(run(), 1);
-    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
-
-    tools.backup = ScriptedTools::ended(0);
-    handle->terminate();
-    run();
-    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
-}
-
-TEST_F(Retention, eachDestinationHasAnEntryOfItsOwn)
-{
-    useAllDestinations();
     setLastPrune(local, clock.moment().addDays(-1));
     setLastPrune(QStringLiteral("drive"), clock.moment().addDays(-8));
     setLastPrune(QStringLiteral("server"), clock.moment().addDays(-8));
-    EXPECT_EQ(run(), 0);
+    for (const DestinationID destination : allDestinations) {
+        EXPECT_TRUE(apply(destination));
+    }
     const QList<ScriptedTools::Call> calls = tools.callsOf(QStringLiteral("forget"));
     ASSERT_EQ(calls.size(), 3);
     EXPECT_FALSE(calls[0].arguments.contains(QStringLiteral("--prune")));
@@ -206,28 +176,20 @@ TEST_F(Retention, eachDestinationHasAnEntryOfItsOwn)
     EXPECT_EQ(lastPrune(QStringLiteral("server")), clock.moment());
 }
 
-TEST_F(Retention, forgettingAloneIsNoPrune)
+TEST_F(RetentionTest, anOrdinaryRunAsksForNoForecast)
 {
-    const QDateTime last = clock.moment().addDays(-2);
-    setLastPrune(local, last);
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(lastPrune(local), last);
-}
-
-TEST_F(Retention, anOrdinaryRunAsksForNoForecast)
-{
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     clock.advance(1h);
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 2);
     EXPECT_TRUE(forecasts().isEmpty());
 }
 
-TEST_F(Retention, theForecastIsOfTheSameForgettingWithoutThePrune)
+TEST_F(RetentionTest, theForecastIsOfTheSameForgettingWithoutThePrune)
 {
     forgetVersionsKnown();
     setLastPrune(local, clock.moment().addDays(-8));
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     ASSERT_EQ(forecasts().size(), 1);
     EXPECT_EQ(forecasts().first().arguments.join(u' '),
               QStringLiteral("forget --tag vellomar --group-by host --keep-hourly 24 "
@@ -236,97 +198,77 @@ TEST_F(Retention, theForecastIsOfTheSameForgettingWithoutThePrune)
     EXPECT_TRUE(prunes());
 }
 
-TEST_F(Retention, aRepositoryWhoseVersionsAreNotKnownIsAskedForOnce)
+TEST_F(RetentionTest, aRepositoryWhoseVersionsAreNotKnownIsAskedForOnce)
 {
     forgetVersionsKnown();
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(forecasts().size(), 1);
     clock.advance(1h);
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(forecasts().size(), 1);
     EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 2);
 }
 
-TEST_F(Retention, eachRepositoryIsKnownForItself)
+TEST_F(RetentionTest, eachRepositoryIsKnownForItself)
 {
     config.localFolder = folder("another disk");
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(forecasts().size(), 1);
 }
 
-TEST_F(Retention, whereTheNewVersionWouldGoAllStayAndTheRecordSaysWhy)
+TEST_F(RetentionTest, whereTheNewVersionWouldGoAllStay)
 {
     clock.set(clock.moment().addDays(-1)); // the versions before are of tomorrow
     tools.forgetForecast.standardOutput = letsGo("the new one");
-    EXPECT_EQ(run(), 0);
+    EXPECT_FALSE(apply());
     EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Warning);
-    EXPECT_EQ(onlyRecord().message,
-              QStringLiteral("Completato, ma le versioni vecchie restano: una di loro ha una data "
-                             "successiva a questo backup"));
 }
 
-TEST_F(Retention, unreadableFilesAreToldOfBesides)
+TEST_F(RetentionTest, whereOnlyOthersWouldGoItRuns)
 {
     clock.set(clock.moment().addDays(-1));
-    tools.forgetForecast.standardOutput = letsGo("the new one");
-    tools.backup = ScriptedTools::ended(3);
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyRecord().message,
-              QStringLiteral("Completato, ma 1 elementi non erano leggibili e le versioni vecchie "
-                             "restano: una di loro ha una data successiva a questo backup"));
-}
-
-TEST_F(Retention, whereOnlyOthersWouldGoItRuns)
-{
-    clock.set(clock.moment().addDays(-1));
-    tools.forgetForecast.standardOutput = letsGo("another one");
-    EXPECT_EQ(run(), 0);
+    tools.forgetForecast.standardOutput = letsGo("a different one");
+    EXPECT_TRUE(apply());
     EXPECT_EQ(tools.callsOf(QStringLiteral("forget")).size(), 1);
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
 }
 
-TEST_F(Retention, asLongAsAVersionIsOfALaterDateEachRunAsks)
+TEST_F(RetentionTest, asLongAsAVersionIsOfALaterDateEachRunAsks)
 {
     forgetVersionsKnown();
     // The answer speaks of a version of the next day.
-    tools.forgetForecast.standardOutput = letsGo("another one");
+    tools.forgetForecast.standardOutput = letsGo("a different one");
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(run(), 0);
+        EXPECT_TRUE(apply());
     }
     EXPECT_EQ(forecasts().size(), 3);
     clock.advance(25h);
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_EQ(forecasts().size(), 3);
 }
 
-TEST_F(Retention, withoutAnAnswerNothingGoes)
+TEST_F(RetentionTest, withoutAnAnswerNothingGoes)
 {
     for (const auto &answer :
          {ScriptedTools::ended(11), ScriptedTools::ended(0), ScriptedTools::ended(130)}) {
         forgetVersionsKnown();
         tools.forgetForecast = answer;
-        EXPECT_EQ(run(), 0);
+        EXPECT_TRUE(apply());
         EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
     }
     EXPECT_EQ(forecasts().size(), 3);
-    EXPECT_EQ(outcomes(), (QStringList{QStringLiteral("local ok"), QStringLiteral("local ok"),
-                                       QStringLiteral("local ok")}));
 }
 
-TEST_F(Retention, aVersionThatResticDidNotNameIsNotRisked)
+TEST_F(RetentionTest, aVersionThatResticDidNotNameIsNotRisked)
 {
     forgetVersionsKnown();
-    tools.progress.clear();
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply(DestinationID::Local, ""));
     EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
 }
 
-TEST_F(Retention, aDamagedStateCountsAsNone)
+TEST_F(RetentionTest, aDamagedStateCountsAsNone)
 {
     writeSupportFile("state.json", "{\"lastPrune\": 3");
-    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(apply());
     EXPECT_TRUE(prunes());
 }
 
