@@ -1,12 +1,11 @@
 #pragma once
 
-#include "engine/BackupProgress.h"
 #include "engine/Notifier.h"
+#include "engine/StatusThrottle.h"
 #include "platform/PowerSource.h"
 #include "state/AppConfig.h"
 #include "state/RunRecord.h"
 #include "tools/ProcessHandle.h"
-#include "tools/Restic.h"
 
 #include <QList>
 #include <QString>
@@ -18,20 +17,21 @@
 /// One backup cycle over all destinations that are in use.
 ///
 /// Built for one cycle from the settings of the moment. No failure crosses its operations: each
-/// ends in a RunRecord whose message the person reads. A destination's failure never stops the
-/// others. The cycle runs on one thread and waits there while a child runs; a stop comes from any
+/// ends in a RunRecord whose message the user reads. A destination's failure never stops the
+/// others. The cycle runs on one thread and waits there while a child runs. A stop comes from any
 /// other thread, through the handle: it interrupts backup, retention and check at once, and gives
 /// each other tool some seconds to end by itself.
 class BackupEngine
 {
 public:
-    /// `manual` says that the person asked for this run. `onBattery` answers whether the machine
-    /// runs on battery now, `notify` tells the person of a problem.
+    /// `manual` says that the user asked for this run. `onBattery` answers whether the machine runs
+    /// on battery now, `notify` reports a problem to the user.
     BackupEngine(bool manual, AppConfig config, std::shared_ptr<ProcessHandle> handle,
-                 std::function<bool()> onBattery = runsOnBattery, Notifier::Send notify = Notifier::send);
+                 std::function<bool()> onBattery = runsOnBattery,
+                 Notifier::Send notify = Notifier::send);
 
-    /// Runs the cycle and gives the process's exit code: 1 when the key can't be had or a
-    /// destination failed, otherwise 0. Silently 0 when another cycle is running.
+    /// Runs the cycle and gives the process's exit code: 1 when the key can't be read or a
+    /// destination failed, otherwise 0. Silently 0 while a different cycle runs.
     int runAll();
 
 private:
@@ -40,13 +40,9 @@ private:
 
     /// Backs up all sources to one destination.
     RunRecord runOne(DestinationID destination, const QString &password);
-    /// The way from a reachable destination to the outcome; fills all of the record but its
-    /// duration.
-    void backUp(const Restic &restic, BackupProgress &progress, RunRecord &record);
-
     /// Checks the repository if that is due, and records how it came out.
     void verifyIfDue(DestinationID destination, const QString &password);
-    /// Tells the person, at most once a day, of what went wrong in a cycle.
+    /// Reports to the user, at most once a day, what went wrong in a cycle that wasn't stopped.
     void notifyProblems(const QList<RunRecord> &records);
 
     [[nodiscard]] std::vector<DestinationID> enabledDestinations() const;

@@ -1,4 +1,4 @@
-#include "engine/BackupEngine.h"
+#include "engine/DestinationRun.h"
 
 #include "engine/ExcludeFile.h"
 #include "engine/RepositoryVolume.h"
@@ -6,19 +6,17 @@
 #include "engine/Sources.h"
 #include "platform/Clock.h"
 #include "state/Texts.h"
-#include "tools/ResticBackup.h"
 
 namespace {
-
-void end(RunRecord &record, Outcome outcome, const QString &message)
-{
-    record.outcome = outcome;
-    record.message = message;
-}
 
 QString lostDisk()
 {
     return Texts::tr("Il disco è stato scollegato durante il backup");
+}
+
+QString stopped()
+{
+    return Texts::tr("Interrotto");
 }
 
 /// What the user reads of a backup that made a version.
@@ -39,66 +37,76 @@ QString goodMessage(int unreadable, bool isRetained)
 
 } // namespace
 
-RunRecord BackupEngine::runOne(DestinationID destination, const QString &password)
+DestinationRun::DestinationRun(const Restic &restic, ProcessHandle &handle,
+                               StatusThrottle &throttle)
+    : m_restic(restic)
+    , m_handle(handle)
+    , m_record(RunRecord::starting(restic.dest))
+    , m_progress(restic.dest, m_record.date, throttle)
 {
-    const auto start = Clock::steady();
-    RunRecord record = RunRecord::starting(destination);
-    BackupProgress progress(destination, record.date, m_statusThrottle);
-    progress.enter(Texts::tr("Connessione"));
-
-    const Restic restic{destination, m_config, password, std::nullopt};
-    backUp(restic, progress, record);
-    if (m_handle->isCancelled() && !isGood(record.outcome)) {
-        // What a step of a stopped run comes to comes of the stop.
-        end(record, Outcome::Cancelled, Texts::tr("Interrotto"));
-    }
-    record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
-    return record;
 }
 
-void BackupEngine::backUp(const Restic &restic, BackupProgress &progress, RunRecord &record)
+RunRecord DestinationRun::run()
 {
-    if (!restic.isAvailable()) {
-        end(record, Outcome::Skipped, restic.unavailableMessage());
-        return;
+    const auto start = Clock::steady();
+    m_progress.enter(Texts::tr("Connessione"));
+    if (m_restic.isAvailable()) {
+        backUp();
+    } else {
+        end(Outcome::Skipped, m_restic.unavailableMessage());
     }
-    const RepositoryVolume volume(restic);
-    if (const auto prepared = restic.prepare(); !prepared) {
-        end(record, Outcome::Failed, prepared.error().message);
-        return;
+    if (m_handle.isCancelled() && !isGood(m_record.outcome)) {
+        // Whatever a step of a stopped run failed with, the stop is why.
+        end(Outcome::Cancelled, stopped());
     }
-    const QStringList sources = Sources::existing(m_config);
-    if (sources.isEmpty()) {
-        end(record, Outcome::Failed, Texts::tr("Nessuna cartella da salvare"));
-        return;
-    }
-    ExcludeFile::write(m_config);
+    m_record.duration = std::chrono::duration<double>(Clock::steady() - start).count();
+    return m_record;
+}
 
-    progress.enter(Texts::tr("Scansione dei file"));
-    ResticBackup backup(
-        [&progress](const ResticBackup::Status &status) { progress.report(status); });
-    const auto made = backup.run(restic, sources, ExcludeFile::path(), m_handle.get());
-    if (m_handle->isCancelled()) {
-        end(record, Outcome::Cancelled, Texts::tr("Interrotto"));
-        return;
+void DestinationRun::backUp()
+{
+    const RepositoryVolume volume(m_restic);
+    if (const auto prepared = m_restic.prepare(); !prepared) {
+        return end(Outcome::Failed, prepared.error().message);
+    }
+    const QStringList sources = Sources::existing(m_restic.config);
+    if (sources.isEmpty()) {
+        return end(Outcome::Failed, Texts::tr("Nessuna cartella da salvare"));
+    }
+    ExcludeFile::write(m_restic.config);
+
+    m_progress.enter(Texts::tr("Scansione dei file"));
+    ResticBackup backup([this](const ResticBackup::Status &status) { m_progress.report(status); });
+    const auto made = backup.run(m_restic, sources, ExcludeFile::path(), &m_handle);
+    if (m_handle.isCancelled()) {
+        return end(Outcome::Cancelled, stopped());
     }
     if (!volume.isStillThere()) {
-        end(record, Outcome::Failed, lostDisk());
-        return;
+        return end(Outcome::Failed, lostDisk());
     }
     if (!made) {
-        end(record, Outcome::Failed, made.error().message);
-        return;
+        return end(Outcome::Failed, made.error().message);
     }
-    record.filesNew = made->filesNew;
-    record.filesChanged = made->filesChanged;
-    record.dataAdded = made->dataAdded;
-    progress.enterWhole(Texts::tr("Pulizia delle versioni vecchie"));
-    const bool isRetained = Retention(restic, *m_handle).apply({made->version, record.date});
+    m_record.filesNew = made->filesNew;
+    m_record.filesChanged = made->filesChanged;
+    m_record.dataAdded = made->dataAdded;
+
+    m_progress.enterWhole(Texts::tr("Pulizia delle versioni vecchie"));
+    const bool isRetained = applyRetention(*made);
     if (!volume.isStillThere()) {
-        end(record, Outcome::Failed, lostDisk());
-        return;
+        return end(Outcome::Failed, lostDisk());
     }
-    end(record, made->unreadable == 0 && isRetained ? Outcome::Ok : Outcome::Warning,
+    end(made->unreadable == 0 && isRetained ? Outcome::Ok : Outcome::Warning,
         goodMessage(made->unreadable, isRetained));
+}
+
+bool DestinationRun::applyRetention(const ResticBackup::Result &made) const
+{
+    return Retention(m_restic, m_handle).apply({made.version, m_record.date});
+}
+
+void DestinationRun::end(Outcome outcome, const QString &message)
+{
+    m_record.outcome = outcome;
+    m_record.message = message;
 }

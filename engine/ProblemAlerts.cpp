@@ -1,10 +1,11 @@
-#include "engine/BackupEngine.h"
+#include "engine/ProblemAlerts.h"
 
 #include "platform/Clock.h"
 #include "state/StatusStore.h"
 #include "state/Texts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -62,35 +63,50 @@ QString skipTitle(const Drought &drought)
     return Texts::tr("Nessun backup da %1").arg(age);
 }
 
-QString body(const RunRecord &record)
+struct Alert
 {
-    return title(record.destination) + QLatin1String(": ") + record.message;
+    QString title;
+    const RunRecord &record; ///< what it is about
+};
+
+/// What is to be reported of a cycle's records; absent when nothing is.
+std::optional<Alert> alertFor(const QList<RunRecord> &records, qint64 alertAfterHours)
+{
+    if (const RunRecord *failed = firstWith(Outcome::Failed, records)) {
+        return Alert{Texts::tr("Backup non riuscito"), *failed};
+    }
+    const RunRecord *skipped = firstWith(Outcome::Skipped, records);
+    if (anyIsGood(records) || skipped == nullptr) {
+        return std::nullopt;
+    }
+    const Drought sinceGood = drought();
+    if (alertAfterHours > sinceGood.hours) {
+        return std::nullopt;
+    }
+    return Alert{skipTitle(sinceGood), *skipped};
 }
 
 } // namespace
 
-void BackupEngine::notifyProblems(const QList<RunRecord> &records)
+ProblemAlerts::ProblemAlerts(qint64 alertAfterHours, Notifier::Send notify)
+    : m_alertAfterHours(alertAfterHours)
+    , m_notify(std::move(notify))
 {
-    if (m_config.alertAfterHours < 0 || m_handle->isCancelled()) {
-        return;
-    }
+}
+
+void ProblemAlerts::report(const QList<RunRecord> &records) const
+{
     EngineState state = StatusStore::loadState();
-    if (!EngineState::isDue(state.lastAlert, Clock::now(), silenceAfterAlert)) {
+    if (m_alertAfterHours < 0 ||
+        !EngineState::isDue(state.lastAlert, Clock::now(), silenceAfterAlert)) {
         return;
     }
-    if (const RunRecord *failed = firstWith(Outcome::Failed, records)) {
-        m_notify(Texts::tr("Backup non riuscito"), body(*failed));
-    } else {
-        const RunRecord *skipped = firstWith(Outcome::Skipped, records);
-        if (anyIsGood(records) || skipped == nullptr) {
-            return;
-        }
-        const Drought sinceGood = drought();
-        if (m_config.alertAfterHours > sinceGood.hours) {
-            return;
-        }
-        m_notify(skipTitle(sinceGood), body(*skipped));
+    const std::optional<Alert> alert = alertFor(records, m_alertAfterHours);
+    if (!alert) {
+        return;
     }
+    m_notify(alert->title,
+             title(alert->record.destination) + QLatin1String(": ") + alert->record.message);
     state.lastAlert = Clock::now();
     StatusStore::save(state);
 }

@@ -219,4 +219,109 @@ TEST_F(CycleLoop, oneCycleSharesThePauseAmongItsDestinations)
     EXPECT_TRUE(watching.phases.contains(QStringLiteral("drive Scansione dei file")));
 }
 
+TEST_F(CycleLoop, aProblemIsNotifiedAtTheEnd)
+{
+    config.alertAfterHours = 0;
+    endBackupsWith(0, 1, 1);
+    EXPECT_EQ(run(), 1);
+    ASSERT_EQ(notifications.size(), 1);
+    EXPECT_EQ(notifications.first().first, QStringLiteral("Backup non riuscito"));
+    EXPECT_EQ(notifications.first().second, QStringLiteral("Google Drive: Fatal: no"));
+}
+
+TEST_F(CycleLoop, aStoppedOneIsNoProblemToReport)
+{
+    config.alertAfterHours = 0;
+    config.localFolder = QStringLiteral("/nonexistent/disk");
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("backup")) {
+            handle->terminate();
+        }
+    };
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(outcomes(),
+              (QStringList{QStringLiteral("local skipped"), QStringLiteral("drive cancelled")}));
+    EXPECT_TRUE(notifications.isEmpty());
+}
+
+TEST_F(CycleLoop, theGatesBeforeTheDestinationsNotifyOfNothing)
+{
+    config.alertAfterHours = 0;
+    secrets.items.clear();
+    EXPECT_EQ(run(), 1);
+    config.skipOnBattery = true;
+    onBattery = true;
+    EXPECT_EQ(run(false), 0);
+    EXPECT_TRUE(notifications.isEmpty());
+}
+
+TEST_F(CycleLoop, aFailedCheckIsNoProblemOfTheCycle)
+{
+    config.alertAfterHours = 0;
+    EngineState state = StatusStore::loadState();
+    state.lastCheck.clear();
+    StatusStore::save(state);
+    tools.check = ScriptedTools::ended(1);
+    EXPECT_EQ(run(), 0);
+    ASSERT_EQ(notifications.size(), 3);
+    for (const auto &[title, body] : notifications) {
+        EXPECT_EQ(title, QStringLiteral("Verifica del backup non riuscita"));
+    }
+    EXPECT_EQ(StatusStore::loadState().lastAlert, std::nullopt);
+}
+
+/// Each good backup of a destination is followed by its check.
+class ChecksInTheCycle : public CycleLoop
+{
+protected:
+    ChecksInTheCycle()
+    {
+        EngineState state = StatusStore::loadState();
+        state.lastCheck.clear();
+        StatusStore::save(state);
+    }
+
+    [[nodiscard]] qsizetype checkCount() const
+    {
+        return tools.callsOf(QStringLiteral("check")).size();
+    }
+};
+
+TEST_F(ChecksInTheCycle, aGoodBackupAndOneWithAWarningAreFollowedByOne)
+{
+    endBackupsWith(0, 3, 1);
+    EXPECT_EQ(run(), 1);
+    EXPECT_EQ(outcomes(),
+              list({"local ok", "local ok", "drive warning", "drive ok", "server failed"}));
+    EXPECT_EQ(checkCount(), 2);
+}
+
+TEST_F(ChecksInTheCycle, aSkippedBackupIsNot)
+{
+    config.localFolder = QStringLiteral("/nonexistent/disk");
+    config.driveEnabled = config.serverEnabled = false;
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(checkCount(), 0);
+}
+
+TEST_F(ChecksInTheCycle, aStoppedBackupIsNot)
+{
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("backup")) {
+            handle->terminate();
+        }
+    };
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(outcomes(), list({"local cancelled"}));
+    EXPECT_EQ(checkCount(), 0);
+}
+
+TEST_F(ChecksInTheCycle, aFailedOneDoesNotStopTheCycle)
+{
+    tools.check = ScriptedTools::ended(1, QStringLiteral("Fatal: repository contains errors"));
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(tools.callsOf(QStringLiteral("backup")).size(), 3);
+    EXPECT_EQ(checkCount(), 3);
+}
+
 } // namespace

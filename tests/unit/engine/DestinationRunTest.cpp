@@ -1,29 +1,37 @@
-#include "tests/support/EngineFixture.h"
+#include "engine/DestinationRun.h"
 
-#include "engine/ExcludeFile.h"
 #include "state/StatusStore.h"
+#include "tests/support/EngineFixture.h"
 
 #include <QDir>
 #include <QFile>
 
 namespace {
 
-class DestinationRun : public EngineFixture
+class DestinationRunTest : public EngineFixture
 {
 protected:
-    [[nodiscard]] QStringList sourcesOfBackup()
+    RunRecord run(DestinationID destination = DestinationID::Local)
     {
-        run();
-        const QList<ScriptedTools::Call> backups = tools.callsOf(QStringLiteral("backup"));
-        if (backups.size() != 1) {
-            return {};
-        }
-        const QStringList arguments = backups.first().arguments;
-        return arguments.sliced(arguments.indexOf(QLatin1String("--")) + 1);
+        const StoppableSteps steps(*handle);
+        StatusThrottle throttle;
+        const Restic restic{destination, config, QStringLiteral("the key"), std::nullopt};
+        return DestinationRun(restic, *handle, throttle).run();
+    }
+
+    /// Lets restic forecast that this run's version would go, as one of tomorrow stays.
+    void letTheNewVersionBeForecastToGo()
+    {
+        EngineState state = StatusStore::loadState();
+        state.newestVersion.clear();
+        StatusStore::save(state);
+        tools.forgetForecast.standardOutput =
+            QStringLiteral(R"([{"keep":[{"id":"later","time":"2026-03-02T10:00:00Z"}],)"
+                           R"("remove":[{"id":"the new one","time":"2026-03-01T10:00:00Z"}]}])");
     }
 };
 
-TEST_F(DestinationRun, everyStepCanBeStoppedAndTheBackupIsFollowed)
+TEST_F(DestinationRunTest, everyStepCanBeStoppedAndTheBackupIsFollowed)
 {
     tools.catConfig = ScriptedTools::ended(10);
     run();
@@ -39,84 +47,27 @@ TEST_F(DestinationRun, everyStepCanBeStoppedAndTheBackupIsFollowed)
     }
 }
 
-TEST_F(DestinationRun, aRepositoryThatIsThereIsUnlockedFirst)
+TEST_F(DestinationRunTest, aRepositoryThatIsThereIsUnlockedFirst)
 {
     tools.unlock = ScriptedTools::ended(1, QStringLiteral("Fatal: unlocking failed"));
-    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(run().outcome, Outcome::Ok);
     EXPECT_EQ(tools.commands(), (QStringList{QStringLiteral("cat config"), QStringLiteral("unlock"),
                                              QStringLiteral("backup"), QStringLiteral("forget")}));
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
 }
 
-TEST_F(DestinationRun, aMissingSourceIsDroppedWithoutAWord)
+TEST_F(DestinationRunTest, aMissingSourceIsDroppedWithoutAWord)
 {
     const QString second = folder("second");
     config.sources = {QStringLiteral("/no such folder"), config.sources.first(), QString(), second};
-    EXPECT_EQ(sourcesOfBackup(), (QStringList{config.sources[1], second}));
-    EXPECT_EQ(onlyRecord().outcome, Outcome::Ok);
-    EXPECT_EQ(onlyRecord().message, QStringLiteral("Completato"));
+    const RunRecord record = run();
+    const QStringList arguments = tools.callsOf(QStringLiteral("backup")).value(0).arguments;
+    EXPECT_EQ(arguments.sliced(arguments.indexOf(QLatin1String("--")) + 1),
+              (QStringList{config.sources[1], second}));
+    EXPECT_EQ(record.outcome, Outcome::Ok);
+    EXPECT_EQ(record.message, QStringLiteral("Completato"));
 }
 
-TEST_F(DestinationRun, sourcesKeepTheirOrderAndMayBeFilesAndLinks)
-{
-    const QString file = folder("source") + QLatin1String("/file");
-    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
-    const QString link = Paths::home() + QLatin1String("/link");
-    const QString dangling = Paths::home() + QLatin1String("/dangling");
-    ASSERT_TRUE(QFile::link(folder("z"), link));
-    ASSERT_TRUE(QFile::link(QStringLiteral("/no such target"), dangling));
-    config.sources = {folder("z"), dangling, link, folder("a"), file};
-    EXPECT_EQ(sourcesOfBackup(), (QStringList{folder("z"), link, folder("a"), file}));
-}
-
-TEST_F(DestinationRun, aSourceIsAFullPathHoweverItIsWritten)
-{
-    folder("--dry-run");
-    folder("-r");
-    folder("plain/inside");
-    config.sources = {QStringLiteral("--dry-run"), QStringLiteral("-r"),
-                      QStringLiteral("plain/inside"), QStringLiteral("~/source"),
-                      QStringLiteral("~")};
-    const QString &home = Paths::home();
-    EXPECT_EQ(sourcesOfBackup(),
-              (QStringList{home + QLatin1String("/--dry-run"), home + QLatin1String("/-r"),
-                           home + QLatin1String("/plain/inside"), home + QLatin1String("/source"),
-                           home}));
-}
-
-TEST_F(DestinationRun, behindASourceThatIsALinkStandsWhatItLeadsTo)
-{
-    const QString target = folder("target");
-    const QString near = Paths::home() + QLatin1String("/near");
-    const QString far = folder("links") + QLatin1String("/far");
-    ASSERT_TRUE(QFile::link(QStringLiteral("../target"), far));
-    ASSERT_TRUE(QFile::link(QStringLiteral("links/far"), near));
-    config.sources = {near, folder("a")};
-    EXPECT_EQ(sourcesOfBackup(), (QStringList{near, far, target, folder("a")}));
-}
-
-TEST_F(DestinationRun, aPlaceThatTwoSourcesLeadToStandsThereOnce)
-{
-    const QString target = folder("target");
-    const QString one = Paths::home() + QLatin1String("/one");
-    const QString two = Paths::home() + QLatin1String("/two");
-    ASSERT_TRUE(QFile::link(target, one));
-    ASSERT_TRUE(QFile::link(target, two));
-    config.sources = {one, target, two, one + QLatin1Char('/')};
-    EXPECT_EQ(sourcesOfBackup(), (QStringList{one, target, two}));
-}
-
-TEST_F(DestinationRun, linksInACircleAreAsMissing)
-{
-    const QString one = Paths::home() + QLatin1String("/one");
-    const QString two = Paths::home() + QLatin1String("/two");
-    ASSERT_TRUE(QFile::link(one, two));
-    ASSERT_TRUE(QFile::link(two, one));
-    config.sources = {one, folder("a")};
-    EXPECT_EQ(sourcesOfBackup(), QStringList{folder("a")});
-}
-
-TEST_F(DestinationRun, theExclusionsAreWrittenForEveryDestination)
+TEST_F(DestinationRunTest, theExclusionsAreWrittenForEveryDestination)
 {
     config.excludes = {QStringLiteral("~/Library/Caches"), QStringLiteral("node_modules")};
     useAllDestinations();
@@ -127,34 +78,35 @@ TEST_F(DestinationRun, theExclusionsAreWrittenForEveryDestination)
             QFile::remove(supportFile("excludes.txt"));
         }
     };
-    EXPECT_EQ(run(), 0);
+    for (const DestinationID destination : allDestinations) {
+        EXPECT_EQ(run(destination).outcome, Outcome::Ok);
+    }
     const QString expected = Paths::home() + QLatin1String("/Library/Caches\nnode_modules\n") +
                              config.localFolder + QLatin1String("/Vellomar.backup");
     EXPECT_EQ(contents, (QStringList{expected, expected, expected}));
 }
 
-TEST_F(DestinationRun, anEmptyListOfExclusionsIsStillAFile)
+TEST_F(DestinationRunTest, anEmptyListOfExclusionsIsStillAFile)
 {
     useAllDestinations();
     config.localEnabled = false;
-    config.serverEnabled = false;
-    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(run(DestinationID::Drive).outcome, Outcome::Ok);
     EXPECT_EQ(content("excludes.txt"), QByteArray());
     EXPECT_TRUE(tools.callsOf(QStringLiteral("backup"))
                     .first()
                     .arguments.contains(QStringLiteral("--exclude-file")));
 }
 
-TEST_F(DestinationRun, exclusionsThatCannotBeWrittenDoNotStopTheRun)
+TEST_F(DestinationRunTest, exclusionsThatCannotBeWrittenDoNotStopTheRun)
 {
     ASSERT_TRUE(QDir().mkdir(supportFile("excludes.txt")));
-    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(run().outcome, Outcome::Ok);
     EXPECT_TRUE(tools.callsOf(QStringLiteral("backup"))
                     .first()
                     .arguments.contains(supportFile("excludes.txt")));
 }
 
-TEST_F(DestinationRun, theStatusBeginsWithNothingDone)
+TEST_F(DestinationRunTest, theStatusBeginsWithNothingDone)
 {
     std::optional<RunStatus> first;
     tools.before = [&first](const ScriptedTools::Call &) {
@@ -174,7 +126,7 @@ TEST_F(DestinationRun, theStatusBeginsWithNothingDone)
     EXPECT_FALSE(first->currentFile);
 }
 
-TEST_F(DestinationRun, thePhasesFollowOneAnotherForwards)
+TEST_F(DestinationRunTest, thePhasesFollowOneAnotherForwards)
 {
     QStringList phases;
     RunStatus last;
@@ -189,7 +141,7 @@ TEST_F(DestinationRun, thePhasesFollowOneAnotherForwards)
         QStringLiteral(R"({"message_type":"status","percent_done":0.25,"total_files":9,)"
                        R"("current_files":["/source/file"],"seconds_remaining":4})"),
         QStringLiteral(R"({"message_type":"summary"})")};
-    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(run().outcome, Outcome::Ok);
     EXPECT_EQ(phases, (QStringList{QStringLiteral("cat config: Connessione"),
                                    QStringLiteral("unlock: Connessione"),
                                    QStringLiteral("backup: Scansione dei file"),
@@ -201,17 +153,17 @@ TEST_F(DestinationRun, thePhasesFollowOneAnotherForwards)
     EXPECT_EQ(last.secondsRemaining, 4);
 }
 
-TEST_F(DestinationRun, theCleaningPhaseOnlyFollowsABackupThatEndedWell)
+TEST_F(DestinationRunTest, theCleaningPhaseOnlyFollowsABackupThatEndedWell)
 {
     for (const int status : {1, 2, 10, 11, 12, 130, -1}) {
         tools.calls.clear();
         tools.backup = ScriptedTools::ended(status);
-        EXPECT_EQ(run(), 1);
+        EXPECT_EQ(run().outcome, Outcome::Failed);
         EXPECT_EQ(tools.commands().last(), QStringLiteral("backup")) << status;
     }
 }
 
-TEST_F(DestinationRun, aBackupWithUnreadableFilesEntersTheCleaningPhaseToo)
+TEST_F(DestinationRunTest, aBackupWithUnreadableFilesEntersTheCleaningPhaseToo)
 {
     std::optional<RunStatus> cleaning;
     tools.before = [&cleaning](const ScriptedTools::Call &call) {
@@ -220,10 +172,67 @@ TEST_F(DestinationRun, aBackupWithUnreadableFilesEntersTheCleaningPhaseToo)
         }
     };
     tools.backup = ScriptedTools::ended(3);
-    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(run().outcome, Outcome::Warning);
     ASSERT_TRUE(cleaning);
     EXPECT_EQ(cleaning->phase, QStringLiteral("Pulizia delle versioni vecchie"));
     EXPECT_EQ(cleaning->percent, 1.0);
+}
+
+TEST_F(DestinationRunTest, aStoppedBackupIsNotFollowedByRetention)
+{
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("backup")) {
+            handle->terminate();
+        }
+    };
+    EXPECT_EQ(run().outcome, Outcome::Cancelled);
+    EXPECT_EQ(tools.commands().last(), QStringLiteral("backup"));
+}
+
+TEST_F(DestinationRunTest, aFailedRetentionLeavesTheRecordGood)
+{
+    tools.forget = ScriptedTools::ended(11, QStringLiteral("locked"));
+    const RunRecord record = run();
+    EXPECT_EQ(record.outcome, Outcome::Ok);
+    EXPECT_EQ(record.message, QStringLiteral("Completato"));
+}
+
+TEST_F(DestinationRunTest, aStopDuringTheRetentionLeavesTheRecordGood)
+{
+    tools.before = [this](const ScriptedTools::Call &call) {
+        if (call.command() == QLatin1String("forget")) {
+            handle->terminate();
+            tools.forget = ScriptedTools::ended(130);
+        }
+    };
+    EXPECT_EQ(run().outcome, Outcome::Ok);
+}
+
+TEST_F(DestinationRunTest, whereAllVersionsStayTheRecordSaysWhy)
+{
+    letTheNewVersionBeForecastToGo();
+    const RunRecord record = run();
+    EXPECT_EQ(record.outcome, Outcome::Warning);
+    EXPECT_EQ(record.message,
+              QStringLiteral("Completato, ma le versioni vecchie restano: una di loro ha una data "
+                             "successiva a questo backup"));
+}
+
+TEST_F(DestinationRunTest, unreadableFilesAreReportedBesides)
+{
+    letTheNewVersionBeForecastToGo();
+    tools.backup = ScriptedTools::ended(3);
+    EXPECT_EQ(run().message,
+              QStringLiteral("Completato, ma 1 elementi non erano leggibili e le versioni vecchie "
+                             "restano: una di loro ha una data successiva a questo backup"));
+}
+
+TEST_F(DestinationRunTest, aVersionThatResticDidNotNameIsNotRisked)
+{
+    letTheNewVersionBeForecastToGo();
+    tools.progress.clear();
+    EXPECT_EQ(run().outcome, Outcome::Ok);
+    EXPECT_TRUE(tools.callsOf(QStringLiteral("forget")).isEmpty());
 }
 
 } // namespace

@@ -1,19 +1,47 @@
-#include "tests/support/EngineFixture.h"
+#include "engine/ProblemAlerts.h"
 
 #include "state/StatusStore.h"
+#include "tests/support/ManualClock.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
 using namespace std::chrono_literals;
 
-class ProblemAlerts : public EngineFixture
+class ProblemAlertsTest : public testing::Test
 {
 protected:
-    ProblemAlerts() { config.alertAfterHours = 0; }
+    /// Reports the records of a cycle that has put them into the history, as each does.
+    void report(const QList<RunRecord> &records)
+    {
+        for (const RunRecord &record : records) {
+            StatusStore::append(record);
+        }
+        ProblemAlerts(alertAfterHours, [this](const QString &title, const QString &body) {
+            notifications.append({title, body});
+        }).report(records);
+    }
 
-    void detachDisk() { config.localFolder = QStringLiteral("/nonexistent/disk"); }
-
-    void failBackups() { tools.backup = ScriptedTools::ended(1, QStringLiteral("Fatal: no room")); }
+    static RunRecord ended(DestinationID destination, Outcome outcome, const char *message)
+    {
+        RunRecord record = RunRecord::starting(destination);
+        record.outcome = outcome;
+        record.message = QString::fromUtf8(message);
+        return record;
+    }
+    static RunRecord good(DestinationID destination = DestinationID::Local)
+    {
+        return ended(destination, Outcome::Ok, "Completato");
+    }
+    static RunRecord failed(DestinationID destination = DestinationID::Local)
+    {
+        return ended(destination, Outcome::Failed, "Fatal: no room");
+    }
+    static RunRecord skipped(DestinationID destination = DestinationID::Local)
+    {
+        return ended(destination, Outcome::Skipped, "Disco non collegato");
+    }
 
     /// Puts a record into the history that is so old now.
     void remember(Outcome outcome, std::chrono::minutes age,
@@ -40,246 +68,177 @@ protected:
         EXPECT_EQ(notifications.size(), 1);
         return notifications.value(0).first;
     }
+
+    ManualClock clock;
+    ScopedClock clockInForce{clock};
+    qint64 alertAfterHours = 0;
+    QList<std::pair<QString, QString>> notifications; ///< titles and bodies
 };
 
-TEST_F(ProblemAlerts, aFailureIsToldWithItsDestinationAndReason)
+TEST_F(ProblemAlertsTest, aFailureIsReportedWithItsDestinationAndReason)
 {
-    failBackups();
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non riuscito"));
     EXPECT_EQ(notifications.value(0).second, QStringLiteral("Disco esterno: Fatal: no room"));
     EXPECT_EQ(lastAlert(), clock.moment());
 }
 
-TEST_F(ProblemAlerts, aGoodCycleTellsNothing)
+TEST_F(ProblemAlertsTest, aGoodCycleIsNotReported)
 {
-    EXPECT_EQ(run(), 0);
+    report({good(), good(DestinationID::Drive)});
     EXPECT_TRUE(notifications.isEmpty());
     EXPECT_EQ(lastAlert(), std::nullopt);
 }
 
-TEST_F(ProblemAlerts, aNegativeLimitTurnsThemOff)
+TEST_F(ProblemAlertsTest, aNegativeLimitTurnsThemOff)
 {
-    config.alertAfterHours = -1;
-    failBackups();
-    EXPECT_EQ(run(), 1);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    alertAfterHours = -1;
+    report({failed()});
+    report({skipped()});
     EXPECT_TRUE(notifications.isEmpty());
 }
 
-TEST_F(ProblemAlerts, thereIsOneADayAtMost)
+TEST_F(ProblemAlertsTest, thereIsOneADayAtMost)
 {
-    failBackups();
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     clock.advance(24h);
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     EXPECT_EQ(notifications.size(), 1) << "exactly a day later";
     clock.advance(1s);
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     EXPECT_EQ(notifications.size(), 2);
 }
 
-TEST_F(ProblemAlerts, anAlertUpToADayAheadSilencesThem)
+TEST_F(ProblemAlertsTest, anAlertUpToADayAheadSilencesThem)
 {
     setLastAlert(clock.moment().addDays(1));
-    failBackups();
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     EXPECT_TRUE(notifications.isEmpty());
 }
 
-TEST_F(ProblemAlerts, anAlertMoreThanADayAheadCountsAsNone)
+TEST_F(ProblemAlertsTest, anAlertMoreThanADayAheadCountsAsNone)
 {
     setLastAlert(clock.moment().addDays(1).addSecs(1));
-    failBackups();
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     EXPECT_EQ(notifications.size(), 1);
     EXPECT_EQ(lastAlert(), clock.moment());
 }
 
-TEST_F(ProblemAlerts, aGoodBackupMoreThanADayAheadIsNotTheLastOne)
+TEST_F(ProblemAlertsTest, aGoodBackupMoreThanADayAheadIsNotTheLastOne)
 {
     remember(Outcome::Ok, 72h);
     remember(Outcome::Ok, -25h);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 3 giorni"));
 }
 
-TEST_F(ProblemAlerts, aGoodBackupDoesNotEndTheSilence)
+TEST_F(ProblemAlertsTest, aGoodBackupDoesNotEndTheSilence)
 {
-    failBackups();
-    EXPECT_EQ(run(), 1);
-    tools.backup = ScriptedTools::ended(0);
-    EXPECT_EQ(run(), 0);
+    report({failed()});
+    report({good()});
     EXPECT_NE(lastAlert(), std::nullopt);
-    failBackups();
-    EXPECT_EQ(run(), 1);
+    report({failed()});
     EXPECT_EQ(notifications.size(), 1);
 }
 
-TEST_F(ProblemAlerts, aFailureIsToldThoughAnotherDestinationWorked)
+TEST_F(ProblemAlertsTest, aFailureIsReportedThoughADifferentDestinationWorked)
 {
-    useAllDestinations();
-    config.serverEnabled = false;
-    tools.before = [this](const ScriptedTools::Call &call) {
-        if (call.command() == QLatin1String("backup")) {
-            const bool isDrive = call.repository().startsWith(QLatin1String("rclone:"));
-            tools.backup = ScriptedTools::ended(isDrive ? 1 : 0, QStringLiteral("Fatal: gone"));
-        }
-    };
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(notifications.value(0).second, QStringLiteral("Google Drive: Fatal: gone"));
+    report({good(), failed(DestinationID::Drive)});
+    EXPECT_EQ(notifications.value(0).second, QStringLiteral("Google Drive: Fatal: no room"));
 }
 
-TEST_F(ProblemAlerts, ofSeveralFailuresTheFirstIsTold)
+TEST_F(ProblemAlertsTest, ofSeveralFailuresTheFirstIsReported)
 {
-    useAllDestinations();
-    failBackups();
-    EXPECT_EQ(run(), 1);
+    report({skipped(DestinationID::Server), failed(), failed(DestinationID::Drive)});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non riuscito"));
     EXPECT_EQ(notifications.value(0).second, QStringLiteral("Disco esterno: Fatal: no room"));
 }
 
-TEST_F(ProblemAlerts, ofSeveralSkipsTheFirstIsTold)
+TEST_F(ProblemAlertsTest, ofSeveralSkipsTheFirstIsReported)
 {
-    useAllDestinations();
-    tools.dump.standardOutput = QStringLiteral("{}");
-    detachDisk();
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(outcomes(),
-              (QStringList{QStringLiteral("local skipped"), QStringLiteral("drive skipped"),
-                           QStringLiteral("server skipped")}));
+    report({skipped(), skipped(DestinationID::Drive), skipped(DestinationID::Server)});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));
     EXPECT_EQ(notifications.value(0).second, QStringLiteral("Disco esterno: Disco non collegato"));
 }
 
-TEST_F(ProblemAlerts, aSkipIsNotToldWhileAnotherDestinationWorks)
+TEST_F(ProblemAlertsTest, aSkipIsNotReportedWhileADifferentDestinationWorks)
 {
-    useAllDestinations();
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped(), good(DestinationID::Drive)});
     EXPECT_TRUE(notifications.isEmpty());
 }
 
-TEST_F(ProblemAlerts, skipsWithoutAnyHistoryAreToldImmediatelyOnlyWithALimitOfZero)
+TEST_F(ProblemAlertsTest, skipsWithoutAnyHistoryAreReportedImmediatelyOnlyWithALimitOfZero)
 {
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));
     EXPECT_EQ(notifications.value(0).second, QStringLiteral("Disco esterno: Disco non collegato"));
 }
 
-TEST_F(ProblemAlerts, skipsWithoutAnyHistoryWaitForTheLimit)
+TEST_F(ProblemAlertsTest, skipsWithoutAnyHistoryWaitForTheLimit)
 {
-    config.alertAfterHours = 1;
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    alertAfterHours = 1;
+    report({skipped()});
     EXPECT_TRUE(notifications.isEmpty());
     EXPECT_EQ(lastAlert(), std::nullopt);
 }
 
-TEST_F(ProblemAlerts, theAgeCountsInHoursUpToFortySeven)
+TEST_F(ProblemAlertsTest, theAgeCountsInHoursUpToFortySeven)
 {
     remember(Outcome::Ok, 47h + 59min);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 47 ore"));
 }
 
-TEST_F(ProblemAlerts, theAgeCountsInDaysFromFortyEight)
+TEST_F(ProblemAlertsTest, theAgeCountsInDaysFromFortyEight)
 {
     remember(Outcome::Warning, 48h);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 2 giorni"));
 }
 
-TEST_F(ProblemAlerts, lessThanAnHourIsToldAsOne)
+TEST_F(ProblemAlertsTest, lessThanAnHourIsReportedAsOne)
 {
     remember(Outcome::Ok, 30min);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 1 ore"));
 }
 
-TEST_F(ProblemAlerts, theLimitItselfIsEnough)
+TEST_F(ProblemAlertsTest, theLimitItselfIsEnough)
 {
-    config.alertAfterHours = 24;
+    alertAfterHours = 24;
     remember(Outcome::Ok, 23h + 59min);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_TRUE(notifications.isEmpty());
     clock.advance(1min);
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 24 ore"));
 }
 
-TEST_F(ProblemAlerts, theNewestGoodBackupOfAnyDestinationCounts)
+TEST_F(ProblemAlertsTest, theNewestGoodBackupOfAnyDestinationCounts)
 {
     remember(Outcome::Ok, 100h);
     remember(Outcome::Ok, 5h);
     remember(Outcome::Failed, 1h);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Nessun backup da 5 ore"));
 }
 
-TEST_F(ProblemAlerts, withoutAGoodBackupTheOldestEntryGivesTheAge)
+TEST_F(ProblemAlertsTest, withoutAGoodBackupTheOldestEntryGivesTheAge)
 {
-    config.alertAfterHours = 30;
+    alertAfterHours = 30;
     remember(Outcome::Failed, 30h);
     remember(Outcome::Failed, 2h);
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));
 }
 
-TEST_F(ProblemAlerts, aCheckIsNoBackup)
+TEST_F(ProblemAlertsTest, aCheckIsNoBackup)
 {
-    config.alertAfterHours = 3;
+    alertAfterHours = 3;
     remember(Outcome::Failed, 4h);
     remember(Outcome::Ok, 1h, QStringLiteral("check"));
-    detachDisk();
-    EXPECT_EQ(run(), 0);
+    report({skipped()});
     EXPECT_EQ(onlyTitle(), QStringLiteral("Backup non eseguito"));
-}
-
-TEST_F(ProblemAlerts, aStoppedCycleIsNoProblem)
-{
-    useAllDestinations();
-    detachDisk();
-    tools.before = [this](const ScriptedTools::Call &call) {
-        if (call.command() == QLatin1String("backup")) {
-            handle->terminate();
-        }
-    };
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(outcomes(),
-              (QStringList{QStringLiteral("local skipped"), QStringLiteral("drive cancelled")}));
-    EXPECT_TRUE(notifications.isEmpty());
-}
-
-TEST_F(ProblemAlerts, theGatesBeforeTheDestinationsTellNothing)
-{
-    secrets.items.clear();
-    EXPECT_EQ(run(), 1);
-    config.skipOnBattery = true;
-    onBattery = true;
-    EXPECT_EQ(run(false), 0);
-    EXPECT_TRUE(notifications.isEmpty());
-}
-
-TEST_F(ProblemAlerts, aFailedCheckIsNoneOfTheirBusiness)
-{
-    EngineState state = StatusStore::loadState();
-    state.lastCheck.clear();
-    state.lastAlert = clock.moment();
-    StatusStore::save(state);
-    tools.check = ScriptedTools::ended(1);
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(onlyTitle(), QStringLiteral("Verifica del backup non riuscita"));
-    EXPECT_EQ(lastAlert(), clock.moment());
 }
 
 } // namespace

@@ -185,7 +185,8 @@ TEST_F(ResticBackupLines, errorsAreCountedAndChangeNothingElse)
 {
     handle(R"({"message_type":"error","files_done":9})");
     handle(R"({"message_type":"error"})");
-    EXPECT_EQ(result, (ResticBackup::Result{.unreadable = 2}));
+    EXPECT_EQ(result.unreadable, 2);
+    EXPECT_EQ(result.version, QString());
     EXPECT_EQ(statuses, 0);
 }
 

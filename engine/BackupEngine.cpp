@@ -1,7 +1,9 @@
 #include "engine/BackupEngine.h"
 
 #include "engine/CycleLock.h"
+#include "engine/DestinationRun.h"
 #include "engine/ExcludeFile.h"
+#include "engine/ProblemAlerts.h"
 #include "engine/Verification.h"
 #include "platform/AtomicFile.h"
 #include "state/ConfigStore.h"
@@ -48,14 +50,14 @@ int BackupEngine::runAll()
 {
     const auto lock = CycleLock::acquire();
     if (!lock) {
-        // Where the lock can't be kept no record can, so this line is the only report of it.
+        // Where the lock file can't be written no record can, so this line is the only report.
         if (lock.error()) {
             complain(Texts::tr("Vellomar: impossibile scrivere nella cartella %1 (%2)")
                          .arg(Paths::support(), *lock.error()));
         }
         return exitGood;
     }
-    // Only the holder of the lock writes these files: what lies beside them is a dead writer's.
+    // Only the holder of the lock writes these files: what lies beside them, a dead writer left.
     StatusStore::removeAbandoned();
     AtomicFile::removeAbandoned(ExcludeFile::path());
 
@@ -71,7 +73,7 @@ int BackupEngine::runGated()
     if (destinations.empty()) {
         return exitGood;
     }
-    // A scheduled run waits until the person has the key in safety.
+    // No scheduled run until the user has put the key in safety.
     if (!m_manual && !m_config.keySaved) {
         return exitGood;
     }
@@ -90,8 +92,8 @@ int BackupEngine::runGated()
                    Texts::tr("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
         return exitFailed;
     }
-    // The window takes the confirmation back before it puts a new key in place: the settings as
-    // they are now concern the key that was read.
+    // The settings are read once more, after the key: the window takes the confirmation back before
+    // it puts a new key in place.
     if (!m_manual && !ConfigStore::load().keySaved) {
         return exitGood;
     }
@@ -121,10 +123,23 @@ int BackupEngine::runDestinations(const std::vector<DestinationID> &destinations
     return result;
 }
 
+RunRecord BackupEngine::runOne(DestinationID destination, const QString &password)
+{
+    const Restic restic{destination, m_config, password, std::nullopt};
+    return DestinationRun(restic, *m_handle, m_statusThrottle).run();
+}
+
 void BackupEngine::verifyIfDue(DestinationID destination, const QString &password)
 {
     const Restic restic{destination, m_config, password, std::nullopt};
     Verification(restic, *m_handle, m_notify).runIfDue();
+}
+
+void BackupEngine::notifyProblems(const QList<RunRecord> &records)
+{
+    if (!m_handle->isCancelled()) {
+        ProblemAlerts(m_config.alertAfterHours, m_notify).report(records);
+    }
 }
 
 std::vector<DestinationID> BackupEngine::enabledDestinations() const
