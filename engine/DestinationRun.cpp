@@ -23,12 +23,12 @@ QString stopped()
 QString goodMessage(int unreadable, bool isRetained)
 {
     if (unreadable > 0 && !isRetained) {
-        return Texts::tr("Completato, ma %1 elementi non erano leggibili e le versioni vecchie "
-                         "restano: una di loro ha una data successiva a questo backup")
-            .arg(unreadable);
+        return Texts::tr("Completato, ma %n elementi non erano leggibili e le versioni vecchie "
+                         "restano: una di loro ha una data successiva a questo backup",
+                         nullptr, unreadable);
     }
     if (unreadable > 0) {
-        return Texts::tr("Completato, ma %1 elementi non erano leggibili").arg(unreadable);
+        return Texts::tr("Completato, ma %n elementi non erano leggibili", nullptr, unreadable);
     }
     return isRetained ? Texts::tr("Completato")
                       : Texts::tr("Completato, ma le versioni vecchie restano: una di loro ha una "

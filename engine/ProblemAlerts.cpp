@@ -57,9 +57,11 @@ QString skipTitle(const Drought &drought)
     if (!drought.hadGoodBackup) {
         return Texts::tr("Backup non eseguito");
     }
+    const qint64 days = drought.hours / 24;
+    const qint64 hours = qMax(drought.hours, qint64{1});
     const QString age = drought.hours > 47
-                            ? Texts::tr("%1 giorni").arg(drought.hours / 24)
-                            : Texts::tr("%1 ore").arg(qMax(drought.hours, qint64{1}));
+                            ? Texts::tr("%1 giorni", nullptr, Texts::count(days)).arg(days)
+                            : Texts::tr("%1 ore", nullptr, Texts::count(hours)).arg(hours);
     return Texts::tr("Nessun backup da %1").arg(age);
 }
 

@@ -91,9 +91,10 @@ std::optional<QString> AppModel::staleText() const
         return std::nullopt;
     }
     if (hours < 2 * hoursPerDay) {
-        return Texts::tr("%1 ore").arg(hours);
+        return Texts::tr("%1 ore", nullptr, Texts::count(hours)).arg(hours);
     }
-    return Texts::tr("%1 giorni").arg(hours / hoursPerDay);
+    const qint64 days = hours / hoursPerDay;
+    return Texts::tr("%1 giorni", nullptr, Texts::count(days)).arg(days);
 }
 
 QList<DestinationView> AppModel::destinations() const

@@ -78,7 +78,7 @@ void AppModel::saveRecoveryKit()
     if (!hasKey()) {
         return;
     }
-    m_desktop->askSavePath(QStringLiteral("Kit di recupero Vellomar.txt"),
+    m_desktop->askSavePath(Texts::tr("Kit di recupero Vellomar.txt"),
                            Texts::tr("Scegli una chiavetta o un disco diverso da quello dei "
                                      "backup"),
                            [model = QPointer(this)](const std::optional<QString> &path) {

@@ -67,7 +67,7 @@ QString AppConfig::retentionLabel() const
             return option.label;
         }
     }
-    return Texts::tr("%1 giorni").arg(keepDays);
+    return Texts::tr("%1 giorni", nullptr, Texts::count(keepDays)).arg(keepDays);
 }
 
 QJsonObject AppConfig::toJSON() const

@@ -9,7 +9,7 @@ run_packages=(
     qt6-declarative-dev qt6-svg-dev bootstrap-icons fonts-inter fonts-quicksand polkitd
     qml6-module-qtquick qml6-module-qtquick-templates qml6-module-qtquick-window
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
-    qt6-translations-l10n
+    qt6-translations-l10n qt6-l10n-tools
     dbus gnome-keyring libsecret-tools ca-certificates jq openssh-client procps
 )
 

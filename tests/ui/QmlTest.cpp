@@ -1,3 +1,4 @@
+#include "state/Texts.h"
 #include "ui/design/Typesetting.h"
 
 #include <QAccessible>
@@ -16,6 +17,7 @@ public Q_SLOTS:
     {
         QAccessible::setActive(true);
         Typesetting::drawOutlines();
+        Texts::load();
     }
     static void qmlEngineAvailable(QQmlEngine *engine)
     {

@@ -74,6 +74,7 @@ int runWindow(int &argc, char *argv[])
                    QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(&words);
     }
+    Texts::load();
 
     switch (instance.begin(patience)) {
     case SingleInstance::Role::first:

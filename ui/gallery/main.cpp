@@ -1,3 +1,4 @@
+#include "state/Texts.h"
 #include "ui/design/Motion.h"
 #include "ui/design/Typesetting.h"
 
@@ -80,6 +81,7 @@ int main(int argc, char *argv[])
         }
     }
     const QGuiApplication application(argc, argv);
+    Texts::load();
     Typesetting::drawOutlines();
 
     QCommandLineParser parser;

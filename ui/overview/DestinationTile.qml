@@ -11,8 +11,7 @@ Pressable {
 
     readonly property var shown: model.destinations[destination]
     readonly property bool counted: shown.known && shown.error === undefined && shown.enabled
-    readonly property string unit: shown.snapshotCount === 1 ? qsTranslate("Texts", "versione")
-                                                               : qsTranslate("Texts", "versioni")
+    readonly property string unit: qsTranslate("Texts", "versioni", "", shown.snapshotCount)
 
     ringRadius: 14
     implicitHeight: content.height + 22
@@ -20,7 +19,8 @@ Pressable {
     onClicked: model.section = AppModel.Section.Destinations
 
     Accessible.name: qsTranslate("Texts", "%1: %2").arg(text).arg(shown.stateText)
-    Accessible.description: counted ? qsTranslate("Texts", "%1 %2").arg(shown.snapshotCount).arg(unit) : ""
+    Accessible.description: counted ? qsTranslate("Texts", "%n versioni", "", shown.snapshotCount)
+                                    : ""
 
     background: Raised {
         lifted: control.hovering

@@ -12,7 +12,7 @@ QString progress(const RunStatus &status)
         return status.phase;
     }
     QStringList parts = {
-        Texts::tr("%1 di %2 file")
+        Texts::tr("%1 di %2 file", nullptr, Texts::count(status.totalFiles))
             .arg(Fmt::number(status.filesDone), Fmt::number(status.totalFiles)),
         Texts::tr("%1 di %2")
             .arg(Fmt::byteCount(status.bytesDone), Fmt::byteCount(status.totalBytes))};
@@ -60,11 +60,8 @@ QString OverviewTexts::detail(const Situation &situation)
     if (!situation.config.autoBackup) {
         return Texts::tr("Backup automatico disattivato.");
     }
-    if (situation.config.intervalHours == 1) {
-        return Texts::tr("Prossimo backup automatico entro un'ora.");
-    }
-    return Texts::tr("Prossimo backup automatico entro %1 ore.")
-        .arg(situation.config.intervalHours);
+    return Texts::tr("Prossimo backup automatico entro %n ore.", nullptr,
+                     Texts::count(situation.config.intervalHours));
 }
 
 QString OverviewTexts::currentFile(const Situation &situation)

@@ -55,7 +55,7 @@ Check copies(const Situation &situation)
     }
     QStringList places;
     std::transform(enabled.cbegin(), enabled.cend(), std::back_inserter(places), place);
-    return {id, true, Texts::tr("Copie in %1 luoghi").arg(enabled.size()),
+    return {id, true, Texts::tr("Copie in %n luoghi", nullptr, Texts::count(enabled.size())),
             places.join(QStringLiteral(", "))};
 }
 
@@ -109,5 +109,6 @@ QString ProtectionChecks::badge(const QList<Check> &checks)
 {
     const auto count =
         std::count_if(checks.cbegin(), checks.cend(), [](const Check &check) { return !check.ok; });
-    return count == 0 ? Texts::tr("Tutto a posto") : Texts::tr("%1 da sistemare").arg(count);
+    return count == 0 ? Texts::tr("Tutto a posto")
+                      : Texts::tr("%n da sistemare", nullptr, Texts::count(count));
 }

@@ -64,10 +64,8 @@ QString ShellTexts::panelDetail(const Situation &situation)
     if (!situation.config.autoBackup) {
         return Texts::tr("Backup automatico disattivato.");
     }
-    if (situation.config.intervalHours == 1) {
-        return Texts::tr("Backup automatico ogni ora.");
-    }
-    return Texts::tr("Backup automatico ogni %1 ore.").arg(situation.config.intervalHours);
+    return Texts::tr("Backup automatico ogni %n ore.", nullptr,
+                     Texts::count(situation.config.intervalHours));
 }
 
 QList<DestinationID> ShellTexts::panelDestinations(const Situation &situation)

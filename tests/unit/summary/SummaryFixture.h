@@ -1,5 +1,7 @@
 #pragma once
 
+#include "state/Texts.h"
+#include "tests/support/EventLoop.h"
 #include "tests/support/ManualClock.h"
 #include "ui/summary/Situation.h"
 
@@ -9,6 +11,8 @@
 class SummaryFixture : public testing::Test
 {
 protected:
+    SummaryFixture() { Texts::load(); }
+
     static QDateTime at(int hour, int minute, int second = 0)
     {
         return {QDate(2026, 7, 15), QTime(hour, minute, second)};
@@ -37,6 +41,7 @@ protected:
         situation.lastSuccess->date = Clock::now().addSecs(-60 * minutesAgo);
     }
 
+    TestApplication application;
     ManualClock clock{at(12, 0).toUTC()};
     ScopedClock clockInForce{clock};
     Situation situation;

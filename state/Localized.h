@@ -1,8 +1,0 @@
-#pragma once
-
-#include "state/Texts.h"
-
-inline QString localized(const char *italian)
-{
-    return Texts::tr(italian);
-}
