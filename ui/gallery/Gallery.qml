@@ -48,6 +48,10 @@ Item {
             source: "TextsPage.qml"
         },
         GalleryPage {
+            name: "empty-states"
+            source: "EmptyStatesPage.qml"
+        },
+        GalleryPage {
             name: "dials"
             source: "OverviewPageDials.qml"
         },

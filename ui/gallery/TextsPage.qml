@@ -9,7 +9,7 @@ Page {
     readonly property date now: new Date()
 
     title: "Texts"
-    subtitle: "Headings, formats, and what an empty page shows"
+    subtitle: "Formats, messages, and lines that shrink before they are elided"
 
     Panel {
         title: "Formats"
@@ -74,22 +74,6 @@ Page {
                     minimumScale: 0.8
                 }
             }
-        }
-    }
-
-    Panel {
-        EmptyState {
-            width: 220
-            symbol: "clock.arrow.circlepath"
-            title: "Nessun backup eseguito"
-            text: "L'elenco si riempie dopo il primo backup, e ogni riga racconta com'è andata."
-        }
-
-        EmptyState {
-            width: parent.width
-            symbol: "clock.arrow.circlepath"
-            title: "Nessun backup eseguito"
-            text: "L'elenco si riempie dopo il primo backup, e ogni riga racconta com'è andata."
         }
     }
 }
