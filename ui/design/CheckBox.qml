@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A box to check. Its text is its name for the screen reader; the row that it stands in shows it.
+// A check box. Its text is its name for a screen reader only; CheckRow shows a text beside it.
 Checkable {
     id: control
 
@@ -35,7 +35,7 @@ Checkable {
                 anchors.centerIn: parent
                 anchors.alignWhenCentered: false
                 name: "checkmark"
-                points: 12 // the drawing leaves a third of its square empty
+                points: 12 // a third of the drawing's square is empty
                 weight: Font.Black
                 color: Theme.ink
             }

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A box to check with its sentence. A click anywhere in the row toggles it.
+// A check box with its text. A click anywhere in the row presses it.
 Item {
     id: root
 

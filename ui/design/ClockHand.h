@@ -2,7 +2,7 @@
 
 #include "ui/design/PicturedItem.h"
 
-/// The white two-stroke clock hand of the product's mark.
+/// The white clock hand of the product's mark, of two strokes.
 class ClockHand : public PicturedItem
 {
     Q_OBJECT

@@ -2,8 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellomar.Design
 
-// One line of text. Steady, its digits all take the same room, so that a number that runs doesn't
-// tremble. Narrower than its text, it shrinks down to minimumScale of its size.
+// One line of text. If steady, all digits have the same width, so that a number that changes
+// doesn't jump. Where there is less room, the text shrinks, at most to minimumScale.
 Item {
     id: root
 
@@ -12,11 +12,13 @@ Item {
     property color color: Theme.text
     property real minimumScale: 1
     property bool steady: true
-    // How far the digits' tops are below the top of the item, and their feet above its bottom.
+    // Space between the item's top and the top of a digit, and between a digit's foot and the
+    // bottom.
     readonly property real above: metrics.ascent + metrics.tightBoundingRect("0").y
     readonly property real below: metrics.descent
 
-    // That of the zero; a single digit with more air around it would tear all others apart.
+    // The zero's width, unless some digit's ink is wider. The largest advance would be too much:
+    // one digit with wide margins would space out all others.
     readonly property real digitWidth: {
         let widest = metrics.advanceWidth("0");
         for (const digit of "123456789") {

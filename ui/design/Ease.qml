@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A movement that begins at full speed and comes softly to rest.
+// An animation that starts at full speed and slows down to its end.
 NumberAnimation {
     property int time: 150
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// The ground of every field.
+// The background of every field.
 Surface {
     radius: 9
     continuous: true

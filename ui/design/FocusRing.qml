@@ -1,10 +1,10 @@
 import QtQuick
 import Vellomar.Design
 
-// The ring around what the keyboard is on.
+// The ring around the control that has the focus.
 Surface {
     required property bool shown
-    property real around: 0 // radius of what it surrounds
+    property real around: 0 // the control's own corner radius
     property real gap: 3
 
     anchors.fill: parent

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// The shared texts of moments, sizes and counts (state/Fmt.h), for pages.
+/// The formats of dates, durations, sizes and counts (state/Fmt.h) for QML.
 class Formats : public QObject
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A dark round well with a symbol, or whatever is put into it.
+// A dark disc with a symbol, or with its child items, on it.
 Surface {
     id: root
 

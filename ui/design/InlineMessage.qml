@@ -1,7 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// How something came out, in as many lines as it takes. The words may be a tool's own.
+// A message within a page or sheet: a coloured text of any length, with an optional symbol. The
+// text may come from a tool.
 Item {
     id: root
 
@@ -15,7 +16,7 @@ Item {
         id: sign
 
         objectName: "sign"
-        // Beside the first line, however many there are.
+        // beside the first line
         y: (metrics.height - height) / 2
         visible: root.symbol !== ""
         name: root.symbol

@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// A text of the window. Names of files and words of tools come in here, so nothing in it is ever
-// taken for markup.
+// Any text of the window. Its format is plain text, since file names and messages of tools must not
+// be read as markup.
 Text {
     color: Theme.text
     font.family: Theme.textFamily

@@ -3,12 +3,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A menu that drops from a button; it scrolls when it is taller than `tallest`.
+// A menu. It scrolls when it is taller than `tallest`.
 T.Menu {
     id: control
 
     property real tallest: 400
-    property Item opener: null // what the keyboard goes back to
+    property Item opener: null // gets the focus back
 
     implicitWidth: Math.max(220, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.min(tallest, implicitContentHeight + topPadding + bottomPadding)

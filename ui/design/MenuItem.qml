@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// An entry of a menu, with the keys that do the same.
+// An item of a menu, with the keyboard shortcut that does the same.
 T.MenuItem {
     id: control
 

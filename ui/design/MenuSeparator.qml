@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A line between groups of a menu's entries.
+// A line between groups of menu items.
 T.MenuSeparator {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding

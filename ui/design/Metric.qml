@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A value with what it is below it.
+// A value, and below it a label that says what it is.
 Column {
     id: root
 

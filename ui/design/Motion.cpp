@@ -7,7 +7,7 @@
 
 namespace {
 
-/// What is left of the way when a spring counts as resting.
+/// The distance from its end, as a part of the whole way, at which a spring counts as resting.
 constexpr qreal rest = 0.001;
 
 qreal clampedDamping(qreal damping)
@@ -48,8 +48,8 @@ qreal Motion::springAt(qreal response, qreal damping, qreal seconds)
 
 QVariantList Motion::springCurve(qreal response, qreal damping)
 {
-    // A cubic piece follows a piece of the swing closely when it has the same slopes at its ends.
-    // Qt's spline has room for ten pieces and doesn't look whether there are more.
+    // A cubic segment with the same slopes at its ends is close to the curve. Qt's spline holds ten
+    // segments and doesn't check for more.
     constexpr int pieces = 10;
     const qreal length = springTime(response, damping) / 1000.0;
     const qreal piece = length / pieces;

@@ -4,8 +4,8 @@
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
-/// How things move: springs as curves for an animation, and one switch that holds everything still
-/// (for pictures).
+/// Durations and easing curves of all animations, and one switch that turns animations off (for
+/// pictures and tests).
 class Motion : public QObject
 {
     Q_OBJECT
@@ -19,16 +19,17 @@ public:
     [[nodiscard]] bool still() const { return m_still; }
     void setStill(bool still);
 
-    /// A length of time in milliseconds; 0 while all is still.
+    /// The duration itself; 0 while animations are off.
     Q_INVOKABLE [[nodiscard]] int time(int milliseconds) const;
 
-    /// How long a spring takes to come to rest, in milliseconds: response is the time of one free
-    /// swing in seconds, damping the fraction of what would stop it without any overshoot.
+    /// How long a spring takes to come to rest, in milliseconds. response: period of the undamped
+    /// spring in seconds; damping: damping ratio (1: no overshoot).
     Q_INVOKABLE static int springTime(qreal response, qreal damping);
-    /// The spring's way as the points of an Easing.BezierSpline over springTime().
+    /// The spring's position over springTime(), as the points of an Easing.BezierSpline.
     Q_INVOKABLE static QVariantList springCurve(qreal response, qreal damping);
 
-    /// Where the spring is, from 0 to 1 and beyond, at a time in seconds after it was let go.
+    /// The spring's position so many seconds after its release: 0 at first, 1 at rest, above 1
+    /// while it overshoots.
     static qreal springAt(qreal response, qreal damping, qreal seconds);
 
 Q_SIGNALS:

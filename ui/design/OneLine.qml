@@ -1,13 +1,13 @@
 import QtQuick
 import Vellomar.Design
 
-// A text on one line, as high whether it shrinks or not: names of files and words of tools may have
-// breaks in them, which are blanks here.
+// A text on one line, of the same height whether it shrinks or not. Line breaks, which file names
+// and messages of tools may have, become spaces.
 Label {
     id: root
 
     required property string line
-    property real minimumScale: 1 // how small it may get before it is cut
+    property real minimumScale: 1 // how far it shrinks before it is elided
 
     text: line.replace(/[\n\r\v\f\u0085\u2028\u2029]+/g, " ")
     height: Math.ceil(metrics.lineSpacing)

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A page with a header, and under it the content, at the leading side.
+// A page with a header and, below it, its content.
 PagePane {
     id: root
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-// A group of a page: a raised block with an optional heading above its content.
+// A group of controls on a page: a raised block with an optional heading.
 Item {
     id: root
 

@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// Words in as many lines as they take; the last one of them doesn't stand on a line alone. Where the
-// width follows from the words, `room` says how wide they may get.
+// A text that wraps, without a single word on its last line. Where the width depends on the text,
+// `room` is the largest width.
 Label {
     required property string words
     property real room: width

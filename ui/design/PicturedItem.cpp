@@ -17,7 +17,7 @@
 
 namespace {
 
-/// How far a node is moved from the corner of what is drawn; none when it is more than moved.
+/// The translation of a node in the scene; nothing if it is also rotated or scaled.
 std::optional<QPointF> movedBy(const QSGNode *node)
 {
     QMatrix4x4 matrix;
@@ -32,7 +32,7 @@ std::optional<QPointF> movedBy(const QSGNode *node)
     return matrix == moved ? std::optional(offset) : std::nullopt;
 }
 
-/// One texture in up to three parts: left end, stretched column, right end.
+/// Draws one texture in up to three parts: left end, stretched column, right end.
 class PictureNode : public QSGNode
 {
 public:
@@ -55,8 +55,8 @@ public:
         m_size = image.size();
     }
 
-    /// Where the picture goes, in points, and at how many pixels a point; the parts of it that are
-    /// as wide as they were painted, in pixels.
+    /// Where the picture is drawn, in points, and the scale in pixels per point; the widths of the
+    /// two ends, which aren't stretched, in pixels.
     void place(QQuickWindow *window, const QRectF &place, qreal scale, int left, int right)
     {
         m_place = place;
@@ -68,7 +68,7 @@ public:
         lay(m_place);
     }
 
-    /// Between two pixels, lines would be smeared and the parts no longer meet.
+    /// Between pixels, lines would blur and gaps open between the parts.
     void preprocess() override
     {
         const std::optional<QPointF> offset = movedBy(this);
@@ -76,7 +76,7 @@ public:
             lay(m_place);
             return;
         }
-        // What stands halfway goes the same way whatever is around it.
+        // Halves are always rounded in the same direction.
         const auto snapped = [this](qreal place, qreal by) {
             return std::floor((place + by) * m_scale + 0.5 + 1e-6) / m_scale - by;
         };
@@ -122,7 +122,7 @@ private:
 
     void setRect(std::size_t index, const QRectF &rectangle)
     {
-        // What stays where it is need not be drawn anew.
+        // A node that hasn't moved needn't be drawn again.
         if (QSGImageNode *part = m_parts.at(index); part != nullptr && part->rect() != rectangle) {
             part->setRect(rectangle);
         }
@@ -136,7 +136,7 @@ private:
     qreal m_scale = 1;
 };
 
-/// The picture with its stretched column as wide as it is to be seen.
+/// The picture with its stretched column at its final width.
 QImage stretched(const QImage &image, int column, int width)
 {
     const int right = image.width() - column - 1;
@@ -175,7 +175,7 @@ void PicturedItem::updatePolish()
     }
     const qreal scale = window()->effectiveDevicePixelRatio();
     m_picture = width() > 0 && height() > 0 ? draw(scale) : Picture();
-    // Qt's own painter rounds each part for itself, so that they don't meet once they are scaled.
+    // The software renderer rounds each part's position, so that scaled parts don't meet.
     if (m_picture.stretched >= 0 && !m_picture.flat && isPainted(window())) {
         m_picture.image = stretched(m_picture.image, m_picture.stretched,
                                     qRound(m_picture.place.width() * scale));

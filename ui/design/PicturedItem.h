@@ -4,13 +4,12 @@
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
-/// An item that shows a picture painted by us, so that it looks the same on the graphics processor
-/// and on the software renderer.
+/// An item painted into an image by QPainter, so that it looks the same with OpenGL and with the
+/// software renderer.
 ///
-/// The picture is painted when something about it changes and then only put on the screen, its
-/// pixels on those of the screen wherever the item stands, unless something turns or scales the
-/// item. One that has a column to be stretched is as narrow as its ends need, however wide the item
-/// is.
+/// The image is painted again only when a value that it depends on changes. It is drawn on whole
+/// pixels of the screen wherever the item is, unless the item is rotated or scaled. An image with a
+/// stretched column is only as wide as its two ends, however wide the item is.
 class PicturedItem : public QQuickItem
 {
     Q_OBJECT
@@ -23,18 +22,18 @@ protected:
     struct Picture
     {
         QImage image;       ///< in pixels of the screen
-        QRectF place;       ///< where it goes, in the item's own lengths; may reach beyond it
-        int stretched = -1; ///< the column that is drawn as wide as the place asks; -1: none
-        bool flat = false;  ///< the stretched column is all there is to see
+        QRectF place;       ///< where it is drawn, in the item's coordinates; may be larger than it
+        int stretched = -1; ///< the column that is stretched to fill the place; -1: none
+        bool flat = false;  ///< the stretched column is the whole image
     };
 
-    /// The picture for the present size at so many pixels a point.
+    /// The picture for the current size; scale: pixels per point.
     virtual Picture draw(qreal scale) = 0;
 
-    /// Has the picture drawn anew before the next frame.
+    /// Has the picture drawn again before the next frame.
     void redraw();
 
-    /// Takes a value that the picture depends on; whether it is another one.
+    /// Sets a value that the picture depends on; true if it changed.
     template <typename T>
     bool take(T &member, const T &value)
     {

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// The button of the window, in three kinds.
+// The ordinary button, in three kinds.
 Pressable {
     id: control
 
@@ -10,7 +10,7 @@ Pressable {
     property int kind: PillButton.Kind.Primary
     property bool large: false
 
-    // How far the look of being hovered has come, from 0 to 1.
+    // Strength of the hovered look, from 0 to 1.
     property real glow: enabled && hovering ? 1 : 0
 
     Behavior on glow {

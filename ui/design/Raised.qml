@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A soft panel that stands out from the ground, and more so when lifted.
+// A block that looks raised from the ground, and higher when lifted.
 Surface {
     id: root
 

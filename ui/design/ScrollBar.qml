@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A thin bar that shows while something scrolls or the pointer is on it.
+// A thin scroll bar that shows while its content scrolls or the pointer is on it.
 T.ScrollBar {
     id: control
 
@@ -11,7 +11,7 @@ T.ScrollBar {
     padding: 3
     minimumSize: 0.08
     visible: policy !== T.ScrollBar.AlwaysOff && size < 1
-    Accessible.ignored: true // what it moves is read, and scrolled, without it
+    Accessible.ignored: true // a screen reader scrolls the content itself
     contentItem: Surface {
         implicitWidth: 5
         implicitHeight: 5

@@ -1,7 +1,7 @@
 import QtQuick
 
-// Scrolls content that is higher than its room: by wheel, by finger, and by the keys that nothing in
-// it has taken. Whatever gets the focus is scrolled into sight.
+// Scrolls content that is higher than its room: by wheel, by finger, and by the keys that nothing
+// in it has taken. Whatever gets the focus is scrolled into sight.
 Flickable {
     id: root
 
@@ -27,7 +27,7 @@ Flickable {
         if (top < contentY) {
             contentY = top;
         } else if (bottom > contentY + height) {
-            contentY = Math.min(top, bottom - height); // the top of what is higher than all this
+            contentY = Math.min(top, bottom - height); // of an item higher than this, its top
         }
     }
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-// A field of one line that shows dots instead of what is typed.
+// A field for a password: it shows dots.
 TextField {
     echoMode: TextInput.Password
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase

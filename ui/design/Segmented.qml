@@ -5,7 +5,7 @@ import Vellomar.Design
 // One choice of a few, all in sight. It shows the selection that it is bound to and asks for a
 // different one by chosen(). Narrower than its labels need, it shortens the longest of them.
 //
-// A plain item: a control without a role of its own would overrule the one given here.
+// A plain item: Qt's template of a control would report its own role to screen readers.
 Item {
     id: control
 

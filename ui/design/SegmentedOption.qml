@@ -14,7 +14,7 @@ T.RadioButton {
         button: option
     }
 
-    // The template checks what is clicked; what is selected decides.
+    // The template checks whatever is clicked, so the binding is made anew.
     checked: selected
     autoExclusive: false
     onClicked: checked = Qt.binding(() => option.selected)

@@ -2,17 +2,18 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A sheet over the window: nothing behind it can be reached while it is open. It is never higher than
-// the window; what doesn't fit scrolls. It never closes by itself: whoever opened it closes it.
+// A sheet over the window: nothing behind it can be reached while it is open. It is never higher
+// than the window; what doesn't fit scrolls. It never closes by itself: whoever opened it closes
+// it.
 T.Popup {
     id: sheet
 
     required property string name
-    property real ordinaryWidth: 480 // where the window has the room
+    property real ordinaryWidth: 480 // unless the window is too narrow
     property Item first: null // has the focus when the sheet opens
     property Pressable defaultButton: null // pressed by Return where no control takes that key
     readonly property real margin: 26
-    readonly property real distance: 24 // from the window's edges
+    readonly property real distance: 24 // least distance from the window's edges
     default property alias content: body.data
     readonly property alias scrolling: scroller
     readonly property Item focused: parent ? parent.Window.activeFocusItem : null

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// What a sheet stands on.
+// The background of a sheet.
 Surface {
     radius: 14
     continuous: true

@@ -1,6 +1,6 @@
 import QtQuick
 
-// The ground of a sheet, as wide as it is told, around its content.
+// The background of a sheet with padding around its content.
 Item {
     id: root
 

@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// A movement as of a spring let go: response is the time of one free swing in seconds, damping the
-// fraction of what would stop it without overshoot.
+// An animation that moves as a spring: response is the period of the undamped spring in seconds,
+// damping the damping ratio (1: no overshoot).
 NumberAnimation {
     required property real response
     required property real damping

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A state in a word, with its colour. Narrower than its text, it cuts that off.
+// A state: a coloured dot and a word, which is elided where there is less room.
 Item {
     id: root
 

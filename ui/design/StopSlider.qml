@@ -3,8 +3,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// One choice of an ordered few, on a track with a stop for each. It shows the selection that it is
-// given and asks for another by chosen(); a selection that is no option stands at the first stop.
+// A choice of a few options in order: a slider with a stop for each. It shows the selection that it
+// is bound to and asks for a different one by chosen(). A selection that is no option is shown at
+// the first stop.
 T.Slider {
     id: control
 
@@ -13,7 +14,7 @@ T.Slider {
     required property var selection
     required property string name
     property bool ringed: visualFocus
-    // Disabled, it fades as a whole: what the thumb covers of its rail isn't there.
+    // A disabled slider fades as a whole: the part of the rail under the thumb isn't drawn.
     readonly property rect covered: enabled ? Qt.rect(0, 0, 0, 0) : Qt.rect(centre - 11, -8, 22, 22)
 
     signal chosen(value: var)
@@ -21,7 +22,7 @@ T.Slider {
     readonly property int index: Math.max(0, options.findIndex(o => o.value === selection))
     readonly property real stepWidth: options.length > 0 ? availableWidth / options.length : 0
 
-    // The selection decides where the value stands. What moves it otherwise is a screen reader.
+    // `value` follows the selection. Only a screen reader changes it otherwise.
     property bool following: false
 
     function follow() {
@@ -43,15 +44,15 @@ T.Slider {
         }
     }
 
-    // Asks for the option at a stop, unless it is the current one already. The screen reader finds
-    // disabled sliders too.
+    // Asks for the option at a stop, unless it is selected already. Screen readers also reach
+    // disabled sliders.
     function choose(stop: int) {
         if (enabled && stop >= 0 && stop < options.length && options[stop].value !== selection) {
             chosen(options[stop].value);
         }
     }
 
-    // The stop under a place along the track.
+    // The stop at a position along the track.
     function stopAt(x: real): int {
         if (stepWidth <= 0) {
             return 0;
@@ -59,7 +60,7 @@ T.Slider {
         return Math.max(0, Math.min(options.length - 1, Math.trunc(x / stepWidth)));
     }
 
-    // Where the thumb's centre is; moves as a spring.
+    // Position of the thumb's centre; it moves as a spring.
     property real centre: (index + 0.5) * stepWidth
     property bool settled: false
 
@@ -98,7 +99,7 @@ T.Slider {
     Accessible.onIncreaseAction: control.choose(control.index + 1)
     Accessible.onDecreaseAction: control.choose(control.index - 1)
 
-    // Over the content, so that labels and track are pressed alike.
+    // Above the content, so that a press on a label works as one on the track.
     MouseArea {
         anchors.fill: parent
         z: 1

@@ -4,8 +4,8 @@
 
 namespace {
 
-/// A value on its way between two others is shown in steps too small to see, so that the pictures
-/// of one movement are few and found again by the next.
+/// Rounds an animated value to steps too small to see, so that an animation needs few pictures and
+/// the next one finds them in the cache.
 qreal stepped(qreal value, qreal step)
 {
     return std::round(value / step) * step;
@@ -26,7 +26,7 @@ PicturedItem::Picture Surface::draw(qreal scale)
     style.shadowOffset = {stepped(style.shadowOffset.x(), 0.5),
                           stepped(style.shadowOffset.y(), 0.5)};
     const SurfacePicture picture = surfacePicture(style, size(), scale);
-    // The place has the very size of the picture, or a line of one pixel would be smeared over two.
+    // Exactly the picture's size, or a line of one pixel would blur over two.
     const qreal width =
         picture.stretched < 0 ? picture.image.width() / scale : this->width() + 2 * picture.margin;
     return {picture.image,

@@ -3,7 +3,7 @@
 #include "ui/design/PicturedItem.h"
 #include "ui/design/SurfacePicture.h"
 
-/// A rounded surface with a gradient, a rim and a shadow; what all controls are made of.
+/// A rounded rectangle with a gradient, a rim and a shadow; all controls are drawn with it.
 class Surface : public PicturedItem
 {
     Q_OBJECT
@@ -17,7 +17,8 @@ class Surface : public PicturedItem
     Q_PROPERTY(qreal shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY styleChanged FINAL)
     Q_PROPERTY(
         QPointF shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY styleChanged FINAL)
-    /// Where something opaque stands on it, so that both can fade without one shining through.
+    /// A round part that isn't drawn because something opaque covers it: where both are
+    /// translucent, the surface would shine through.
     Q_PROPERTY(QRectF hole READ hole WRITE setHole NOTIFY styleChanged FINAL)
     Q_PROPERTY(qreal brightness READ brightness WRITE setBrightness NOTIFY styleChanged FINAL)
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// How much further than its radius a continuous corner takes to become a straight edge.
+/// Where a continuous corner becomes a straight edge, in radii from the corner.
 constexpr qreal continuousReach = 1.52866;
 
 bool fitsContinuous(const QSizeF &size, qreal radius)
@@ -23,7 +23,7 @@ bool fitsContinuous(const QSizeF &size, qreal radius)
     return radius * continuousReach * 2 <= std::min(size.width(), size.height());
 }
 
-/// One pass of a mean over neighbours along lines, in place.
+/// One box blur along lines, in place.
 void boxPass(std::vector<float> &field, int lines, int length, qsizetype lineStep, qsizetype step,
              int reach)
 {
@@ -52,7 +52,7 @@ void boxPass(std::vector<float> &field, int lines, int length, qsizetype lineSte
     }
 }
 
-/// The shape as a soft shadow of one colour: three means in a row are nearly a bell curve.
+/// The shape as a blurred shadow of one colour: three box blurs are nearly a Gaussian.
 QImage shadowImage(const QPainterPath &shape, const QSize &size, const QColor &color, qreal blur)
 {
     QImage mask(size, QImage::Format_ARGB32_Premultiplied);
@@ -116,7 +116,7 @@ QImage paint(const SurfaceStyle &style, const QSizeF &size, qreal scale, int mar
         painter.drawImage(0, 0,
                           shadowImage(shape.translated(style.shadowOffset * scale), pixels,
                                       style.shadow, style.shadowRadius * scale));
-        // A translucent surface isn't darkened by the shadow that it casts.
+        // The shadow doesn't darken the translucent surface that casts it.
         painter.save();
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         painter.fillPath(shape, Qt::black);
@@ -126,7 +126,7 @@ QImage paint(const SurfaceStyle &style, const QSizeF &size, qreal scale, int mar
         painter.fillPath(shape, brush(Theme::brightened(style.fill, style.brightness), body));
     }
     if (style.rimWidth > 0 && visible(style.rim)) {
-        // Never thinner than a pixel, or it would only be a haze.
+        // At least one pixel, or it would be a faint blur.
         const qreal width = std::max(style.rimWidth * scale, 1.0);
         const qreal inset = width / 2;
         const QRectF middle = body.adjusted(inset, inset, -inset, -inset);
@@ -149,7 +149,7 @@ QImage paint(const SurfaceStyle &style, const QSizeF &size, qreal scale, int mar
     return image;
 }
 
-/// All that decides what is painted.
+/// All that the painted picture depends on.
 QByteArray key(const SurfaceStyle &style, const QSizeF &size, qreal scale)
 {
     QByteArray bytes;
@@ -171,7 +171,7 @@ QPainterPath surfacePath(const QRectF &rectangle, qreal radius, bool continuous)
         path.addRoundedRect(rectangle, std::min(radius, most), std::min(radius, most));
         return path;
     }
-    // One corner, in radii from it along both edges; the others are its mirror images.
+    // One corner, as distances from it along both edges in radii; the others mirror it.
     const auto corner = [&](const QPointF &tip, qreal across, qreal down, bool reversed) {
         const auto at = [&](qreal x, qreal y) {
             return tip + QPointF((reversed ? y : x) * radius * across,
@@ -199,7 +199,7 @@ SurfacePicture surfacePicture(const SurfaceStyle &style, const QSizeF &size, qre
                             ? 0
                             : style.shadowRadius * 3 + std::max(std::abs(style.shadowOffset.x()),
                                                                 std::abs(style.shadowOffset.y()));
-    // Between its two ends, every column of a surface is the same.
+    // Between its two ends, all columns of a surface are equal.
     const qreal corner = std::min(style.radius, std::min(size.width(), size.height()) / 2) *
                          (style.continuous ? continuousReach : 1);
     const qreal end = std::ceil(corner + reach + std::abs(style.shadowOffset.x())) + 1;

@@ -1,12 +1,12 @@
 import QtQuick
 import Vellomar.Design
 
-// On or off. Its text is its name for the screen reader; the row that it stands in shows it.
+// On or off. Its text is its name for a screen reader only.
 Checkable {
     id: control
 
     readonly property real knobX: checked !== mirrored ? 22 : 3
-    // Disabled, it fades as a whole: what the knob covers isn't drawn.
+    // A disabled switch fades as a whole: the part of the track under the knob isn't drawn.
     readonly property rect covered: enabled ? Qt.rect(0, 0, 0, 0) : Qt.rect(knobX, 3, 19, 19)
 
     ringRadius: 12.5

@@ -13,11 +13,11 @@
 
 namespace {
 
-/// Side of the drawing for text of one point: a symbol reaches a little above and below capitals.
+/// Side of the drawing for text of one point: symbols are a little higher than capitals.
 constexpr qreal sidePerPoint = 1.1;
 
-/// The drawings have one weight. A heavier one gets an outline of its own colour, in units of the
-/// drawing (16 a side).
+/// The drawings have one weight. A heavier one gets an outline of the same colour, of this width in
+/// units of the drawing (its side is 16).
 double outline(int weight)
 {
     return std::clamp((weight - QFont::Normal) * 0.0018, 0.0, 0.9);
@@ -35,7 +35,7 @@ QByteArray drawing(const QString &name, int weight)
                                   "stroke-width=\"" +
                                   QByteArray::number(width) + "\" ";
         svg.replace("<svg ", stroke);
-        // Room for the half of it that is beyond the drawing's own edge.
+        // Half of the outline is outside the drawing's own edge.
         const QByteArray room =
             "viewBox=\"" + QByteArray::number(-width / 2) + ' ' + QByteArray::number(-width / 2) +
             ' ' + QByteArray::number(16 + width) + ' ' + QByteArray::number(16 + width) + '"';
@@ -44,7 +44,7 @@ QByteArray drawing(const QString &name, int weight)
     return svg;
 }
 
-/// What is drawn of a drawing's square, in parts of its side; all of it where there is nothing.
+/// Bounds of the ink within a drawing's square, in parts of its side; the whole square if empty.
 QRectF drawnPart(const QString &name, int weight)
 {
     static QHash<QPair<QString, int>, QRectF> known;
@@ -122,7 +122,7 @@ QImage Symbol::picture(const QString &name, int pixels, int weight, const QColor
     } else if (!name.isEmpty()) {
         qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
     }
-    // A huge one, shown once, would push out all others.
+    // A huge one, shown once, would push all others out of the cache.
     if (const qsizetype kilobytes = image.sizeInBytes() / 1024; kilobytes < 1'024) {
         store.insert(key, new QImage(image), std::max(1, static_cast<int>(kilobytes)));
     }

@@ -8,18 +8,17 @@
 #include <QString>
 #include <QStringList>
 
-/// A symbol by the name of its role, in any colour, as large and heavy as text of the same size. It
-/// is as wide as what is drawn of it, and that stands in the item's middle.
+/// A symbol, named by its role, in any colour, as large and heavy as text of the same size. The
+/// item is as wide as the drawing's ink.
 ///
-/// Symbols.cmake says which drawing stands for which role. A name that has none shows nothing, and
-/// says so once in the log.
+/// Symbols.cmake maps roles to drawings. An unknown name shows nothing and is logged once.
 class Symbol : public PicturedItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QStringList names READ names CONSTANT FINAL)
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY symbolChanged FINAL)
-    /// Size of the text that it stands beside, in points.
+    /// Size of the text beside it, in points.
     Q_PROPERTY(qreal points READ points WRITE setPoints NOTIFY symbolChanged FINAL)
     /// A weight as for fonts: Font.Normal, Font.DemiBold, …
     Q_PROPERTY(int weight READ weight WRITE setWeight NOTIFY symbolChanged FINAL)
@@ -37,10 +36,10 @@ public:
     [[nodiscard]] QColor color() const { return m_color; }
     void setColor(const QColor &color) { set(m_color, color); }
 
-    /// The names of all roles, in order.
+    /// The names of all roles, sorted.
     static QStringList names();
 
-    /// The drawing of a role in one colour, so many pixels wide and high; null for an unknown one.
+    /// The drawing of a role in one colour, a square of so many pixels; null for an unknown role.
     static QImage picture(const QString &name, int pixels, int weight, const QColor &color);
 
 Q_SIGNALS:
@@ -62,8 +61,7 @@ private:
 
     QString m_name;
     qreal m_points = 15;
-    QRectF
-        m_drawn; ///< what is drawn of the square that the drawing is given in, as parts of its side
+    QRectF m_drawn; ///< bounds of the ink within the drawing's square, in parts of its side
     int m_weight = QFont::Normal;
     QColor m_color = Qt::white;
 };

@@ -1,5 +1,5 @@
-# Which drawing of the icon set stands for which role: role=drawing. Pages and
-# code name roles only.
+# Maps roles to drawings of the icon set: role=drawing. Pages and code use
+# roles only.
 set(symbols
   arrow.clockwise=arrow-clockwise
   arrow.triangle.2.circlepath=arrow-repeat

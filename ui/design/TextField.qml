@@ -26,7 +26,7 @@ T.TextField {
     opacity: enabled ? 1 : 0.38
     Accessible.role: Accessible.EditableText
     Accessible.name: name
-    // A secure field has no name in Qt's tree, lest that be the secret itself.
+    // Qt gives a password field no accessible name, so its description has it.
     Accessible.description: echoMode !== TextInput.Normal ? name : ""
     Accessible.passwordEdit: echoMode !== TextInput.Normal
 

@@ -46,9 +46,9 @@ public:
     static QColor ink();   ///< text on amber
     static QColor line();  ///< dividers
     static QColor text();
-    static QColor label();     ///< text of what can be pressed and isn't chosen
-    static QColor secondary(); ///< text that explains other text
-    static QColor tertiary();  ///< text that stands back behind that
+    static QColor label();     ///< text of controls that aren't selected
+    static QColor secondary(); ///< explanations
+    static QColor tertiary();  ///< still fainter, such as placeholders
 
     static VerticalGradient groundGradient();
     static VerticalGradient sidebarGradient();
@@ -59,12 +59,11 @@ public:
     static VerticalGradient bezelGradient(); ///< ground of the dial
     static VerticalGradient wellGradient();  ///< the recessed disc in it
 
-    // The families are settled at the first look: asking what is installed takes its time, and
-    // every label asks.
+    // The families are looked up once: that takes time, and every label asks for one.
 
-    /// Inter, or the system's own where it isn't installed.
+    /// Inter, or the system's font where it isn't installed.
     static QString textFamily();
-    /// The family of the large digits: round like the dial.
+    /// The rounded font of the large digits.
     static QString roundedFamily();
     static QString monospacedFamily();
 
@@ -74,8 +73,8 @@ public:
     Q_INVOKABLE static VerticalGradient vertical(const QColor &top, const QColor &bottom);
     Q_INVOKABLE static VerticalGradient flat(const QColor &color);
 
-    /// Lighter by an amount in each channel. White has no lighter one: a translucent white gets
-    /// denser instead, which looks the same on a dark ground.
+    /// Lighter by an amount in each channel. A translucent white becomes more opaque instead, which
+    /// looks the same on a dark ground.
     static QColor brightened(const QColor &color, qreal amount);
     static VerticalGradient brightened(const VerticalGradient &gradient, qreal amount);
 };

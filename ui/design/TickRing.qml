@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// A ring of ticks; shines tells of each index whether that tick is lit, and is asked again whenever
-// something that it reads changes.
+// A ring of ticks. shines(index) says whether a tick is lit; it is called again whenever a property
+// that it reads changes.
 TickRingItem {
     id: root
 

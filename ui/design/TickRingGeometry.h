@@ -4,7 +4,7 @@
 #include <QList>
 #include <QSizeF>
 
-/// One tick of a ring: a line from its inner to its outer end.
+/// One tick of a ring; its line runs from the inner to the outer end.
 struct Tick
 {
     QLineF line;
@@ -14,6 +14,6 @@ struct Tick
 };
 
 /// The ticks of a ring that fills a canvas, clockwise from the top. Length and thickness are
-/// fractions of the radius; every majorEvery-th tick is a longer one, none at 0.
+/// fractions of the radius; each majorEvery-th tick is longer (0: none).
 QList<Tick> tickRing(const QSizeF &canvas, int count, qreal length, qreal thickness,
                      int majorEvery);

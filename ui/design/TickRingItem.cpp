@@ -32,7 +32,7 @@ void TickRingItem::setLit(const QList<bool> &lit)
     m_before = before;
     m_lit = lit;
     m_progress = 1;
-    // A ring that is shown for the first time stands as it is.
+    // A ring that is shown for the first time has no fade.
     if (m_fading.duration() > 0 && isComponentComplete()) {
         m_progress = 0;
         m_fading.start();
@@ -61,7 +61,7 @@ PicturedItem::Picture TickRingItem::draw(qreal scale)
     if (ticks.isEmpty()) {
         return {};
     }
-    // Room for the glow of a round end.
+    // Space for the glow of the round ends.
     const int margin = qCeil(ticks.constFirst().width * 1.4 * scale) + 1;
     QImage image(qCeil(width() * scale) + 2 * margin, qCeil(height() * scale) + 2 * margin,
                  QImage::Format_ARGB32_Premultiplied);

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QVariantAnimation>
 
-/// Draws a ring of ticks of which some shine. Pages use TickRing, which asks a function which.
+/// A ring of ticks, some of them lit. Pages use TickRing, where a function decides which.
 class TickRingItem : public PicturedItem
 {
     Q_OBJECT
@@ -14,9 +14,9 @@ class TickRingItem : public PicturedItem
     Q_PROPERTY(qreal length READ length WRITE setLength NOTIFY ringChanged FINAL)
     Q_PROPERTY(qreal thickness READ thickness WRITE setThickness NOTIFY ringChanged FINAL)
     Q_PROPERTY(int majorEvery READ majorEvery WRITE setMajorEvery NOTIFY ringChanged FINAL)
-    /// Which ticks shine; what is missing at the end doesn't.
+    /// Whether each tick is lit; those missing at the end aren't.
     Q_PROPERTY(QList<bool> lit READ lit WRITE setLit NOTIFY litChanged FINAL)
-    /// How long a tick takes to light up and go out, in milliseconds.
+    /// Duration of the fade when ticks change, in milliseconds.
     Q_PROPERTY(int transition READ transition WRITE setTransition NOTIFY transitionChanged FINAL)
 
 public:
@@ -51,7 +51,7 @@ private:
             Q_EMIT ringChanged();
         }
     }
-    /// How brightly a tick shines at this moment, from 0 to 1.
+    /// Current brightness of a tick, from 0 to 1.
     [[nodiscard]] qreal shine(qsizetype tick) const;
 
     int m_count = 0;
@@ -59,7 +59,7 @@ private:
     qreal m_thickness = 0;
     int m_majorEvery = 0;
     QList<bool> m_lit;
-    QList<qreal> m_before; ///< how brightly each tick shone when the fading began
+    QList<qreal> m_before; ///< brightness of each tick when the fade began
     qreal m_progress = 1;
     QVariantAnimation m_fading;
 };

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// The help text that comes up when the pointer rests on a control.
+// The tooltip of a control.
 T.ToolTip {
     id: tip
 

@@ -46,8 +46,8 @@ QString Typesetting::together(const QString &text, const QFont &font, qreal widt
 
 void Typesetting::drawOutlines()
 {
-    // The largest glyph that Qt keeps a picture of. Qt reads it when it draws its first one; those
-    // whom we start shall not.
+    // The largest glyph that Qt caches as an image. Qt reads it at the first glyph; after that it
+    // is unset, so that child processes don't inherit it.
     constexpr auto largest = "QT_MAX_CACHED_GLYPH_SIZE";
     if (qEnvironmentVariableIsSet(largest)) {
         return;

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// How words become lines and glyphs become pixels.
+/// How text is broken into lines, and how its glyphs are drawn.
 class Typesetting : public QObject
 {
     Q_OBJECT
@@ -13,12 +13,12 @@ class Typesetting : public QObject
     QML_SINGLETON
 
 public:
-    /// The text as it is to be shown in lines of a width: where its last word would stand on the
-    /// last line alone, the word before it comes along, if there is room for both.
+    /// The text, for lines of a width, with a no-break space before its last word if that would
+    /// otherwise be alone on the last line and there is room for two.
     Q_INVOKABLE static QString together(const QString &text, const QFont &font, qreal width);
 
-    /// Has Qt's own painter draw glyphs by their outlines, as heavy as OpenGL draws them. Its
-    /// pictures of glyphs have thickened stems and are mixed by a curve of its own: light text on a
-    /// dark ground comes out a third too heavy. Once there is an application, before any text.
+    /// Makes the software renderer draw glyphs as outlines, as heavy as OpenGL draws them. Its
+    /// cached glyph images have thickened stems and a gamma of their own, which makes light text on
+    /// a dark ground a third too heavy. Call it after the application is made and before any text.
     static void drawOutlines();
 };

@@ -4,7 +4,7 @@
 #include <QMetaType>
 #include <QtQml/qqmlregistration.h>
 
-/// Two colours, one above the other: the light of everything drawn here falls from the top.
+/// A gradient from top to bottom; all light here comes from the top.
 struct VerticalGradient
 {
     Q_GADGET

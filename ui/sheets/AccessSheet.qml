@@ -4,8 +4,8 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Sheets
 
-// Asks for access to the whole disk at the moment when an action needs it. It is up for as long as
-// the model has an action that waits for the answer.
+// Asks for access to the whole disk when an action needs it. It is open while an action of the
+// model waits for the answer.
 Sheet {
     id: root
 

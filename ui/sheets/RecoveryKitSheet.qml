@@ -3,14 +3,14 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Sheets
 
-// Gets the key out of this machine: saved, printed or copied, and confirmed by the person before
-// the first backup. It is up for as long as the model says so.
+// Lets the user save, print or copy the key, and confirm that before the first backup. It is open
+// while the model says so.
 Sheet {
     id: root
 
     required property AppModel model
     property bool confirmed: false
-    // Once the person has gone on, it fades away as it was.
+    // After "Continua" it keeps its look until it has faded out.
     property bool leaving: false
     readonly property bool asking: leaving || !model.config.keySaved
 
@@ -24,7 +24,7 @@ Sheet {
     }
     onDismissed: model.showingRecoveryKit = false
 
-    // The check mark is about the key that was there.
+    // A new key must be confirmed anew.
     Connections {
         target: root.model
 

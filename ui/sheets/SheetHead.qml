@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// The top of a sheet: what it is about, and the cross that closes it.
+// The head of a sheet: title, subtitle and close button.
 Item {
     id: root
 

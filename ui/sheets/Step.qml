@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// One step of several: its numeral on amber, then what to do.
+// One of several steps: its number on an amber disc, and what to do.
 Item {
     id: root
 

@@ -16,7 +16,7 @@ T.TabButton {
         button: control
     }
 
-    // The template checks what is clicked; the section on show decides.
+    // The template checks whatever is clicked, so the binding is made anew.
     checked: selected
     autoExclusive: false
     onClicked: checked = Qt.binding(() => control.selected)
