@@ -1,6 +1,6 @@
 #include "platform/linux/FreedesktopSecretBackend.h"
 
-#include "platform/linux/GlibPointer.h"
+#include "platform/linux/BusService.h"
 
 #include <libsecret/secret.h>
 
@@ -87,14 +87,11 @@ public:
         : m_cancellable(given)
     {
         GError *error = nullptr;
-        const GObjectPointer<GDBusConnection> bus(
-            g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable(), &error));
-        if (!bus) {
+        // libsecret takes this one, too.
+        if (!sharedBus(G_BUS_TYPE_SESSION, cancellable(), &error)) {
             m_status = failure(error);
             return;
         }
-        // GLib would end the whole program with the bus, as at a log-out in mid-backup.
-        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
         m_service.reset(secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_NONE,
                                                  cancellable(), &error));
         if (!m_service) {
@@ -215,8 +212,9 @@ private:
 using Match = SecretBackend::Match;
 
 // Runs an operation in a thread of its own and waits for it: as long as the patience lasts, and a
-// little longer for it to take back its question. libsecret waits for ever when the service dies
-// over that (gnome-keyring 42 does), so the thread is then left to itself.
+// little longer for it to take back its question. Not by Patience, as libsecret waits for ever when
+// the service dies over that (gnome-keyring 42 does, libsecret 0.20): the thread is then left to
+// itself. A libsecret that gives up where its service has gone would end this.
 Match withPatience(std::chrono::milliseconds patience,
                    const std::function<Match(Operation &)> &work)
 {

@@ -1,6 +1,6 @@
 #include "platform/Notifications.h"
 
-#include "platform/linux/Patience.h"
+#include "platform/linux/BusService.h"
 
 #include <memory>
 
@@ -17,31 +17,17 @@ QByteArray carried(QString text)
     return text.replace(QChar::Null, QChar::ReplacementCharacter).toUtf8();
 }
 
-/// The notification service of the session, for calls within one limit of time.
-class NotificationService
+/// The notification service of the session.
+class NotificationService : public BusService
 {
 public:
     explicit NotificationService(const Patience &patience)
-        : m_patience(patience)
-        , m_bus(g_bus_get_sync(G_BUS_TYPE_SESSION, patience.cancellable(), nullptr))
+        : BusService(G_BUS_TYPE_SESSION,
+                     {.name = "org.freedesktop.Notifications",
+                      .path = "/org/freedesktop/Notifications",
+                      .interface = "org.freedesktop.Notifications"},
+                     patience)
     {
-        if (m_bus) {
-            // GLib would end the whole program with the bus.
-            g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE);
-        }
-    }
-
-    /// Empty when nobody answers. Takes the arguments over.
-    GVariantPointer call(const char *method, GVariant *arguments, const char *replyType)
-    {
-        const GVariantPointer owned(arguments != nullptr ? g_variant_ref_sink(arguments) : nullptr);
-        if (!m_bus) {
-            return nullptr;
-        }
-        return GVariantPointer(g_dbus_connection_call_sync(
-            m_bus.get(), "org.freedesktop.Notifications", "/org/freedesktop/Notifications",
-            "org.freedesktop.Notifications", method, owned.get(), G_VARIANT_TYPE(replyType),
-            G_DBUS_CALL_FLAGS_NONE, -1, m_patience.cancellable(), nullptr));
     }
 
     /// Whether bodies are read as markup.
@@ -56,10 +42,6 @@ public:
         const std::unique_ptr<const gchar *, GStringsFree> owned(names);
         return g_strv_contains(names, "body-markup") != FALSE;
     }
-
-private:
-    const Patience &m_patience;
-    GObjectPointer<GDBusConnection> m_bus;
 };
 
 } // namespace

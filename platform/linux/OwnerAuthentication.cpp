@@ -1,10 +1,7 @@
 #include "platform/OwnerAuthentication.h"
 
-#include "platform/linux/GlibPointer.h"
+#include "platform/linux/BusService.h"
 
-#include <gio/gio.h>
-
-#include <limits>
 #include <memory>
 #include <utility>
 
@@ -19,7 +16,7 @@ struct GlibTextFree
 using GlibText = std::unique_ptr<gchar, GlibTextFree>;
 
 // polkit may have to be started first.
-constexpr int patienceForPolkit = 10000; // milliseconds
+constexpr std::chrono::seconds patienceForPolkit(10);
 
 /// What polkit says of an action.
 struct Verdict
@@ -35,11 +32,9 @@ enum class Missing {
     answer,    ///< whatever else: silence, or an end in the middle
 };
 
-constexpr const char *serviceName = "org.freedesktop.PolicyKit1";
-
 bool hasName(const GError *error, const char *name)
 {
-    const GlibText own(g_dbus_error_get_remote_error(error));
+    const GlibText own(error != nullptr ? g_dbus_error_get_remote_error(error) : nullptr);
     return g_strcmp0(own.get(), name) == 0;
 }
 
@@ -52,60 +47,38 @@ bool saysThereIsNoAuthority(const GError *error)
            hasName(error, "org.freedesktop.systemd1.UnitMasked");
 }
 
-/// The authority on the system bus, over a connection of its own: closing it takes an open question
+/// The authority on the system bus, over a connection of its own: its end takes an open question
 /// back.
-class Authority
+class Authority : private BusService
 {
 public:
-    explicit Authority(GCancellable *cancellable)
-        : m_cancellable(cancellable)
+    explicit Authority(const Patience &patience)
+        : BusService(G_BUS_TYPE_SYSTEM,
+                     {.name = "org.freedesktop.PolicyKit1",
+                      .path = "/org/freedesktop/PolicyKit1/Authority",
+                      .interface = "org.freedesktop.PolicyKit1.Authority"},
+                     patience, Connection::own)
     {
-        const GlibText address(
-            g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, m_cancellable, nullptr));
-        GError *error = nullptr;
-        if (address) {
-            constexpr int flags = G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                  G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION;
-            m_bus.reset(g_dbus_connection_new_for_address_sync(
-                address.get(), static_cast<GDBusConnectionFlags>(flags), nullptr, m_cancellable,
-                &error));
-        }
-        const GErrorPointer failure(error);
-        m_isAbsent = failure && saysThereIsNoAuthority(failure.get());
     }
-    ~Authority()
-    {
-        if (m_bus) {
-            g_dbus_connection_close_sync(m_bus.get(), nullptr, nullptr);
-        }
-    }
-    Authority(const Authority &) = delete;
-    Authority &operator=(const Authority &) = delete;
-    Authority(Authority &&) = delete;
-    Authority &operator=(Authority &&) = delete;
 
     enum class Manner : guint32 { silent = 0, asking = 1 };
 
-    tl::expected<Verdict, Missing> check(const char *action, Manner manner,
-                                         int patienceMilliseconds)
+    tl::expected<Verdict, Missing> check(const char *action, Manner manner)
     {
-        if (!m_bus) {
-            return tl::unexpected(m_isAbsent ? Missing::authority : Missing::answer);
-        }
-        // Known by its name on the bus, a process can't be taken for another one.
+        // Known by its name on the bus, a process can't be taken for a different one. Without a bus
+        // there is no name, and the call tells why.
+        const char *const name = ownName() != nullptr ? ownName() : "";
         GVariantBuilder subject;
         g_variant_builder_init(&subject, G_VARIANT_TYPE("a{sv}"));
-        g_variant_builder_add(&subject, "{sv}", "name",
-                              g_variant_new_string(g_dbus_connection_get_unique_name(m_bus.get())));
-        GError *error = nullptr;
+        g_variant_builder_add(&subject, "{sv}", "name", g_variant_new_string(name));
+        GErrorPointer error;
         const GVariantPointer reply =
             call("CheckAuthorization",
                  g_variant_new("((sa{sv})sa{ss}us)", "system-bus-name", &subject, action, nullptr,
                                static_cast<guint32>(manner), ""),
-                 "((bba{ss}))", patienceMilliseconds, &error);
+                 "((bba{ss}))", &error);
         if (!reply) {
-            const GErrorPointer failure(error);
-            return tl::unexpected(missingFor(failure.get(), action));
+            return tl::unexpected(missingFor(error.get(), action));
         }
         gboolean authorized = FALSE;
         gboolean challenge = FALSE;
@@ -128,8 +101,8 @@ private:
     /// Whether the authority lists what it knows, and the action isn't among it.
     bool lacks(const char *action)
     {
-        const GVariantPointer reply = call("EnumerateActions", g_variant_new("(s)", ""),
-                                           "(a(ssssssuuua{ss}))", patienceForPolkit, nullptr);
+        const GVariantPointer reply =
+            call("EnumerateActions", g_variant_new("(s)", ""), "(a(ssssssuuua{ss}))");
         if (!reply) {
             return false;
         }
@@ -143,27 +116,22 @@ private:
         }
         return true;
     }
-
-    GVariantPointer call(const char *method, GVariant *arguments, const char *answer,
-                         int patienceMilliseconds, GError **error)
-    {
-        return GVariantPointer(g_dbus_connection_call_sync(
-            m_bus.get(), serviceName, "/org/freedesktop/PolicyKit1/Authority",
-            "org.freedesktop.PolicyKit1.Authority", method, arguments, G_VARIANT_TYPE(answer),
-            G_DBUS_CALL_FLAGS_NONE, patienceMilliseconds, m_cancellable, error));
-    }
-
-    GCancellable *m_cancellable;
-    GObjectPointer<GDBusConnection> m_bus;
-    bool m_isAbsent = false; ///< there isn't even a bus
 };
 
-OwnerLogin loginFor(const char *action, GCancellable *cancellable)
+/// What the authority says, waited for until the patience or the stop ends it.
+tl::expected<Verdict, Missing> verdictOn(const char *action, Authority::Manner manner,
+                                         const Patience &patience, const std::stop_token &stop)
 {
-    Authority authority(cancellable);
+    const std::stop_callback end(stop, [&patience] { patience.end(); });
+    return Authority(patience).check(action, manner);
+}
+
+OwnerLogin loginFor(const char *action, const std::stop_token &stop)
+{
     // Asked silently first: only there does a missing verdict mean that nobody can give one.
-    const auto before = authority.check(action, Authority::Manner::silent, patienceForPolkit);
-    if (g_cancellable_is_cancelled(cancellable) != FALSE) {
+    const auto before =
+        verdictOn(action, Authority::Manner::silent, Patience(patienceForPolkit), stop);
+    if (stop.stop_requested()) {
         return OwnerLogin::refused;
     }
     if (!before) {
@@ -172,8 +140,8 @@ OwnerLogin loginFor(const char *action, GCancellable *cancellable)
     if (before->authorized || !before->challenge) {
         return before->authorized ? OwnerLogin::granted : OwnerLogin::refused;
     }
-    const auto verdict =
-        authority.check(action, Authority::Manner::asking, std::numeric_limits<int>::max());
+    // The user takes the time that the user takes.
+    const auto verdict = verdictOn(action, Authority::Manner::asking, Patience(std::nullopt), stop);
     if (!verdict) {
         return OwnerLogin::refused;
     }
@@ -188,13 +156,8 @@ OwnerLogin loginFor(const char *action, GCancellable *cancellable)
 
 void OwnerAuthentication::ask(OwnerReason reason, Answer answer)
 {
-    m_question = std::jthread(
-        [action = Polkit::action(reason), answer = std::move(answer)](const std::stop_token &stop) {
-            const GObjectPointer<GCancellable> cancellable(g_cancellable_new());
-            const std::stop_callback cancel(
-                stop, [&cancellable] { g_cancellable_cancel(cancellable.get()); });
-            answer(loginFor(action, cancellable.get()));
-        });
+    m_question = std::jthread([action = Polkit::action(reason), answer = std::move(answer)](
+                                  const std::stop_token &stop) { answer(loginFor(action, stop)); });
 }
 
 const char *Polkit::action(OwnerReason reason)

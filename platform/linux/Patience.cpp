@@ -1,17 +1,19 @@
 #include "platform/linux/Patience.h"
 
-Patience::Patience(std::chrono::milliseconds limit)
+Patience::Patience(std::optional<std::chrono::milliseconds> limit)
     : m_cancellable(g_cancellable_new())
-    , m_limit(limit)
-    , m_timer([this](const std::stop_token &stop) { cancelInTime(stop); })
 {
+    if (limit) {
+        m_timer = std::jthread(
+            [this, limit = *limit](const std::stop_token &stop) { endInTime(stop, limit); });
+    }
 }
 
-void Patience::cancelInTime(const std::stop_token &stop)
+void Patience::endInTime(const std::stop_token &stop, std::chrono::milliseconds limit)
 {
     std::unique_lock lock(m_mutex);
-    m_condition.wait_for(lock, stop, m_limit, [] { return false; });
+    m_condition.wait_for(lock, stop, limit, [] { return false; });
     if (!stop.stop_requested()) {
-        g_cancellable_cancel(m_cancellable.get());
+        end();
     }
 }

@@ -7,22 +7,26 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <thread>
 
-/// A limit of time for calls over D-Bus that may take long: cancels them when it has passed. All
-/// calls that share it share the limit, which runs from its making.
+/// How long to wait for answers over D-Bus: cancels what waits by it when the time has passed. All
+/// calls that share it share the limit, which runs from its making. May be ended from any thread.
 class Patience
 {
 public:
-    explicit Patience(std::chrono::milliseconds limit);
+    /// Without a limit only end() ends it.
+    explicit Patience(std::optional<std::chrono::milliseconds> limit);
 
     [[nodiscard]] GCancellable *cancellable() const { return m_cancellable.get(); }
 
+    /// Cancels at once what waits by it, and all that is asked later.
+    void end() const { g_cancellable_cancel(m_cancellable.get()); }
+
 private:
-    void cancelInTime(const std::stop_token &stop);
+    void endInTime(const std::stop_token &stop, std::chrono::milliseconds limit);
 
     GObjectPointer<GCancellable> m_cancellable;
-    std::chrono::milliseconds m_limit;
     std::mutex m_mutex;
     std::condition_variable_any m_condition;
     std::jthread m_timer; // last: it uses all of the above

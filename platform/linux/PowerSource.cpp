@@ -1,25 +1,18 @@
 #include "platform/PowerSource.h"
 
-#include "platform/linux/GlibPointer.h"
-
-#include <gio/gio.h>
+#include "platform/linux/BusService.h"
 
 bool runsOnBattery()
 {
     // UPower answers at once or not at all; a run must not wait for it.
-    static constexpr int patienceMilliseconds = 3000;
-
-    const GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr));
-    if (!bus) {
-        return false;
-    }
-    // GLib would end the whole program with the bus.
-    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-    const GVariantPointer reply(g_dbus_connection_call_sync(
-        bus.get(), "org.freedesktop.UPower", "/org/freedesktop/UPower",
-        "org.freedesktop.DBus.Properties", "Get",
-        g_variant_new("(ss)", "org.freedesktop.UPower", "OnBattery"), G_VARIANT_TYPE("(v)"),
-        G_DBUS_CALL_FLAGS_NONE, patienceMilliseconds, nullptr, nullptr));
+    const Patience patience(std::chrono::seconds(3));
+    BusService power(G_BUS_TYPE_SYSTEM,
+                     {.name = "org.freedesktop.UPower",
+                      .path = "/org/freedesktop/UPower",
+                      .interface = "org.freedesktop.DBus.Properties"},
+                     patience);
+    const GVariantPointer reply =
+        power.call("Get", g_variant_new("(ss)", "org.freedesktop.UPower", "OnBattery"), "(v)");
     if (!reply) {
         return false;
     }

@@ -1,12 +1,20 @@
 #include "platform/PowerSource.h"
 
 #include "tests/support/PrivateBus.h"
+#include "tools/FileDescriptor.h"
 
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
+#include <iterator>
+
+#include <sys/socket.h>
+#include <sys/un.h>
 
 namespace {
 
@@ -100,6 +108,23 @@ TEST(PowerSource, aServiceThatNeverAnswersHoldsNobodyUp)
     timer.start();
     EXPECT_FALSE(runsOnBattery());
     EXPECT_LT(timer.elapsed(), 20000);
+}
+
+TEST(PowerSource, aBusThatNeverAnswersHoldsNobodyUp)
+{
+    // Whoever connects is let in, and never hears a word.
+    const QByteArray path = QFile::encodeName(QDir::homePath() + QLatin1String("/bus"));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(static_cast<size_t>(path.size()), sizeof(address.sun_path));
+    std::copy(path.cbegin(), path.cend(), std::begin(address.sun_path));
+    const FileDescriptor listener(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    ASSERT_TRUE(listener.isOpen());
+    ASSERT_EQ(::bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof(address)),
+              0);
+    ASSERT_EQ(::listen(listener.get(), 16), 0);
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + path);
+    EXPECT_FALSE(runsOnBattery());
 }
 
 TEST(Pmset, theFirstLineTellsTheSource)
