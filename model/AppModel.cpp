@@ -174,6 +174,11 @@ const std::optional<QString> &AppModel::serverVersioning() const
     return m_serverVersioning;
 }
 
+QDateTime AppModel::now()
+{
+    return Clock::now();
+}
+
 QString AppModel::title(Section section)
 {
     switch (section) {

@@ -196,6 +196,9 @@ public:
 
     Q_INVOKABLE static QString title(Section section);
 
+    /// The present moment, by the clock that all of the model goes by.
+    [[nodiscard]] static QDateTime now();
+
     // Operations
 
     /// Reads a destination's repository anew.

@@ -1,5 +1,7 @@
 #include "model/Background.h"
 
+#include "tools/ChildEnvironment.h"
+
 namespace {
 
 // Never destroyed: that would wait for networks that don't answer.
@@ -11,6 +13,11 @@ QThreadPool *madePool(int threads)
 }
 
 } // namespace
+
+void Background::begin()
+{
+    ChildEnvironment::keep();
+}
 
 QThreadPool &Background::threads()
 {

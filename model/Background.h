@@ -17,6 +17,10 @@
 /// a program that ends doesn't wait for it either.
 namespace Background {
 
+/// To be called while there is one thread only: the children that this work starts get the
+/// environment as it is now.
+void begin();
+
 /// Waits until all work has ended, delivered or not. For tests and for orderly ends.
 void waitForAll();
 

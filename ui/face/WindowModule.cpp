@@ -1,6 +1,5 @@
 #include "model/Background.h"
 #include "state/Texts.h"
-#include "tools/ChildEnvironment.h"
 #include "ui/face/EndSignals.h"
 #include "ui/face/Rendering.h"
 #include "ui/face/WindowFace.h"
@@ -62,7 +61,7 @@ void tellThatNobodyAnswers()
 
 int runWindow(int &argc, char *argv[])
 {
-    ChildEnvironment::keep();
+    Background::begin();
     EndSignals endings;
     SingleInstance instance;
     const std::unique_ptr<QApplication> application = madeApplication(argc, argv);

@@ -1,6 +1,5 @@
 #include "ui/glance/Summary.h"
 
-#include "platform/Clock.h"
 #include "ui/summary/DialFace.h"
 #include "ui/summary/ShellTexts.h"
 
@@ -66,7 +65,7 @@ void Summary::update()
             }
         }
     }
-    m_halfHours = DialFace::litSlots(versions, Clock::now());
+    m_halfHours = DialFace::litSlots(versions, AppModel::now());
     tell();
 }
 
@@ -113,7 +112,7 @@ Summary::Told Summary::told() const
         .dialValue = DialFace::value(m_situation),
         .dialCaption = DialFace::caption(m_situation),
         .percent = m_situation.status ? m_situation.status->percent : 0,
-        .nowFraction = DialFace::nowFraction(Clock::now()),
+        .nowFraction = DialFace::nowFraction(AppModel::now()),
         .running = m_situation.status.has_value(),
         .sidebarState = ShellTexts::sidebarState(m_situation),
         .sidebarTone = ShellTexts::sidebarTone(m_situation),

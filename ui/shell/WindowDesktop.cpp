@@ -21,19 +21,6 @@
 
 namespace {
 
-Desktop::Authentication authenticationOf(OwnerLogin login)
-{
-    switch (login) {
-    case OwnerLogin::granted:
-        return Desktop::Authentication::granted;
-    case OwnerLogin::refused:
-        return Desktop::Authentication::refused;
-    case OwnerLogin::impossible:
-        return Desktop::Authentication::impossible;
-    }
-    return Desktop::Authentication::refused;
-}
-
 /// Qt's own way to a file would let everybody read it, and wouldn't report a full disk.
 Desktop::Printing printedToFile(const QString &text, const QPrinter &printer)
 {
@@ -59,13 +46,6 @@ Desktop::Printing printed(const QString &text, QPrinter &printer)
 }
 
 } // namespace
-
-WindowDesktop::WindowDesktop()
-{
-    connect(
-        this, &WindowDesktop::loginAnswered, this,
-        [](const std::function<void()> &deliver) { deliver(); }, Qt::QueuedConnection);
-}
 
 WindowDesktop::~WindowDesktop()
 {
@@ -122,10 +102,7 @@ void WindowDesktop::clearClipboard()
 
 void WindowDesktop::authenticate(OwnerReason reason, std::function<void(Authentication)> answer)
 {
-    m_owner.ask(reason, [this, answer = std::move(answer)](OwnerLogin login) {
-        // This runs on the question's thread, which ends before this object does.
-        Q_EMIT loginAnswered([answer, login] { answer(authenticationOf(login)); });
-    });
+    m_login.ask(reason, std::move(answer));
 }
 
 void WindowDesktop::openPrivacySettings()

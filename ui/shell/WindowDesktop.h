@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/Desktop.h"
-#include "platform/OwnerAuthentication.h"
+#include "model/Login.h"
 #include "ui/shell/ConcealedClipboard.h"
 
 #include <QDialog>
@@ -17,7 +17,7 @@ class WindowDesktop : public QObject, public Desktop
     Q_OBJECT
 
 public:
-    WindowDesktop();
+    WindowDesktop() = default;
     ~WindowDesktop() override;
     WindowDesktop(const WindowDesktop &) = delete;
     WindowDesktop &operator=(const WindowDesktop &) = delete;
@@ -38,16 +38,11 @@ public:
     void quit() override;
     void exitNow() override;
 
-Q_SIGNALS:
-    /// Private: from the thread on which the login was waited for to this object's.
-    void loginAnswered(const std::function<void()> &deliver);
-
 private:
     void show(QDialog *dialog);
 
     QPointer<QWindow> m_window;
     ConcealedClipboard m_clipboard;
     QList<QPointer<QDialog>> m_dialogs;
-    OwnerAuthentication
-        m_owner; // last, and so ended first: its thread hands answers to this object
+    Login m_login;
 };
