@@ -1,4 +1,4 @@
-// Runs a command and tells what it cost, its own process apart from those that it started and
+// Runs a command and reports what it cost: its own process, and apart from it the children that it
 // waited for.
 //
 // usage: Measured COMMAND [WORD…]
@@ -40,8 +40,8 @@ QByteArray content(pid_t pid, const char *name)
 Cost costOf(pid_t pid)
 {
     Cost cost;
-    // The clock of a process counts finer than the ticks of its stat file, which are all that there
-    // is about children: the 16th and 17th field of the line, which is cut where the name ends.
+    // A process has a fine clock; for its children there are only the ticks in its stat file, the
+    // 16th and 17th field. The line is cut behind the name, which may hold spaces.
     clockid_t clock = 0;
     timespec time{};
     if (::clock_getcpuclockid(pid, &clock) == 0 && ::clock_gettime(clock, &time) == 0) {
@@ -72,8 +72,8 @@ Cost costOf(pid_t pid)
     std::_Exit(EXIT_FAILURE);
 }
 
-// A process's memory is gone when it can be waited for; the kernel stops it for us on its way out,
-// while it has it still.
+// By the time a process can be waited for, its memory is gone. So the kernel is asked to stop it on
+// its way out, before that.
 Cost followToEnd(pid_t pid, int &status)
 {
     Cost cost;

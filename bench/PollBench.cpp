@@ -2,7 +2,7 @@
 // history and nothing changed.
 //
 // usage: PollBench
-// Prints the milliseconds of processor time that a look takes, and how many changes were told.
+// Prints the milliseconds of processor time that a look takes, and how many changes were reported.
 
 #include "model/AppModel.h"
 #include "model/Background.h"

@@ -49,7 +49,7 @@ int main(int argc, char *argv[])
         runProcess(QStringLiteral("/bin/cat"), {QFile::decodeName(words[1])},
                    {.onLine = [&backup](const QString &line) { backup.handleLine(line); }});
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    // The last line says that all is done: whoever stopped before it measured something else.
+    // The last line says that all is done. Without it, something else was measured.
     if (result.status != 0 || progress.status().percent != 1.0) {
         static_cast<void>(std::fputs("the lines weren't followed to their end\n", stderr));
         return EXIT_FAILURE;

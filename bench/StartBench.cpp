@@ -1,8 +1,8 @@
-// The model's coming up, with a keyring of its own.
+// Times the start of the model, with a private keyring.
 //
 // usage: StartBench [connected]
-// Prints the milliseconds that its making holds the window's thread, and those until the keyring
-// has answered and all else is under way: with no remote place connected, or with both.
+// Prints the milliseconds for which its constructor holds the window's thread, and those until the
+// keyring has answered and all else is under way: with no remote place connected, or with both.
 
 #include "model/AppModel.h"
 #include "model/Background.h"
@@ -35,7 +35,7 @@ int main(int argc, char *argv[])
     }
     const KeyringSession session;
     const QCoreApplication application(argc, argv);
-    // What a first start makes is there at every later one.
+    // A first start makes files that later ones find.
     const bool isKeyThere = Keychain::loadOrCreate(Keychain::repositoryKey).has_value();
     bool isConnected = true;
     if (!word.empty()) {

@@ -1,4 +1,4 @@
-// What bench/window sees of a window, from outside and of every program alike.
+// What bench/window measures of a window: from outside, and in the same way for every program.
 //
 // usage: WindowBench first SECONDS COMMAND [WORD…]
 // Starts the command on the screen of DISPLAY, and waits for its first painted frame: a top-level
@@ -8,7 +8,7 @@
 // processes, added up).
 //
 // usage: WindowBench close PROCESS
-// Asks the windows of a process to close, as a desktop does when the person clicks on their cross.
+// Asks the windows of a process to close, as a desktop does when the user clicks on their cross.
 
 #include <QByteArray>
 #include <QDir>
@@ -50,7 +50,7 @@ struct Free
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, Free>;
 
-/// The screen, as somebody sees it who only looks.
+/// The screen, as seen from outside.
 class Watcher
 {
 public:
@@ -126,7 +126,7 @@ public:
         std::array<char, 32> bytes{};
         std::memcpy(bytes.data(), &event, sizeof(event));
         xcb_send_event(m_connection, 0, window, XCB_EVENT_MASK_NO_EVENT, bytes.data());
-        // An answer to a later question tells that this one has arrived.
+        // The answer to a later question shows that this request has arrived.
         static_cast<void>(topLevels());
     }
 

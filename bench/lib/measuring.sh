@@ -4,8 +4,8 @@
 # 1 as soon as a target was missed.
 missed=0
 
-# home_make: an empty home that goes with the script; the parts in it are those of a real one, and
-# nothing of the person's own is touched.
+# home_make: an empty home with the folders of a real one, removed at the end of the script. Nothing
+# of the user's own is touched.
 home_make() {
     HOME=$(mktemp -d)
     export HOME LC_ALL=C.UTF-8

@@ -13,7 +13,7 @@ build() {
         quietly "$folder/configure.log" cmake --preset "$preset" -D BUILD_TESTING="$testing" ||
             fail "the $preset build couldn't be configured"
     fi
-    # A dry run tells whether there is anything to do.
+    # A dry run shows whether there is anything to do.
     [[ $(ninja -C "$folder" -n "$target") != *'no work to do'* ]] || return 0
     say "Building ($preset)"
     quietly "$folder/build.log" cmake --build "$folder" --target "$target" ||

@@ -17,7 +17,7 @@ check_scripts() {
 check_format() {
     say "Checking the form of the code"
     files_of_ours '*.h' '*.cpp' | xargs -0r clang-format --dry-run --Werror ||
-        fail "clang-format would write that code in another form"
+        fail "clang-format would write that code differently"
 }
 
 # check_code FOLDER: all of the program that this build compiles. Where it compiles a library as one,

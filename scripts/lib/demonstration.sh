@@ -4,7 +4,7 @@
 # shellcheck shell=bash
 
 demonstration() {
-    # The parts are those of a real home; nothing of the person's own is touched.
+    # The folders of a real home; nothing of the user's own is touched.
     HOME=$(mktemp -d)
     export HOME
     unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_CACHE_HOME XDG_STATE_HOME
@@ -50,7 +50,7 @@ backup_shown() {
     history_told '"    new files: \(.filesNew), changed: \(.filesChanged), added to the disk: \(.dataAdded) bytes"'
 }
 
-# history_told FILTER: what jq's filter tells of the newest backup.
+# history_told FILTER: what jq's filter finds in the newest backup.
 history_told() { jq -r "map(select(.kind == null))[0] | $1" "$(settings_folder)/history.json"; }
 
 # restic WORD… on the sample disk; restic reads the key from standard input.
@@ -58,7 +58,7 @@ restic_here() {
     key_read | "$root/build/share/vellomar/bin/restic" -q --no-cache -r "$HOME/Disk/Vellomar.backup" "$@"
 }
 
-# sample_make FOLDER: files with the names that people have, and odd ones.
+# sample_make FOLDER: files with ordinary names, and odd ones.
 sample_make() {
     mkdir -p "$1/Documenti [vecchi]" "$1/写真" "$1/an empty one"
     cd -- "$1" || return

@@ -1,4 +1,4 @@
-# What the scripts tell the person. All of it goes to standard error, so that
+# What the scripts say to the user. All of it goes to standard error, so that
 # standard output stays the program's own.
 # shellcheck shell=bash
 
