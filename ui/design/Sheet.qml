@@ -24,9 +24,10 @@ T.Popup {
     // The user wants it closed, by Escape or a close button.
     signal dismissed()
 
-    function holds(item: Item): bool {
+    // Whether an item is another one or somewhere in it.
+    function isIn(item: Item, whole: Item): bool {
         for (let i = item; i !== null; i = i.parent) {
-            if (i === contentItem.parent) {
+            if (i === whole) {
                 return true;
             }
         }
@@ -39,15 +40,6 @@ T.Popup {
             defaultButton.press(repeated);
         }
         return pressed;
-    }
-
-    function isBehind(item: Item): bool {
-        for (let i = item; i !== null; i = i.parent) {
-            if (i === parent) {
-                return false;
-            }
-        }
-        return item !== null && item !== parent.Window.contentItem;
     }
 
     parent: T.Overlay.overlay
@@ -90,7 +82,7 @@ T.Popup {
         }
     }
     onFocusedChanged: {
-        if (isBehind(focused)) {
+        if (focused !== null && focused !== parent.Window.contentItem && !isIn(focused, parent)) {
             behind = focused;
         }
     }
@@ -129,7 +121,7 @@ T.Popup {
     Shortcut {
         sequences: ["Return", "Enter"]
         autoRepeat: false
-        enabled: sheet.visible && !sheet.holds(sheet.focused)
+        enabled: sheet.visible && !sheet.isIn(sheet.focused, sheet.contentItem.parent)
         onActivated: sheet.pressDefault(false)
     }
 

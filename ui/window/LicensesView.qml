@@ -49,7 +49,7 @@ Item {
         rightPadding: 34
         text: used ? root.selected : qsTranslate("Texts", "Altre licenze")
         Accessible.description: used ? qsTranslate("Texts", "Altre licenze") : ""
-        Keys.onDownPressed: more.clicked()
+        Keys.onDownPressed: event => more.press(event.isAutoRepeat)
         onClicked: menu.popup(more, more.width - menu.width, more.height + 4)
 
         Symbol {

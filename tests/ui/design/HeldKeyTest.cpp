@@ -84,6 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Pressed{"icon", R"(IconButton { symbol: "xmark"; help: "Chiudi" })"},
                     Pressed{"box", R"(CheckBox { text: "Ok" })", SIGNAL(asked(bool))},
                     Pressed{"switch", R"(Switch { text: "Ok" })", SIGNAL(asked(bool))},
+                    Pressed{"menuItem", R"(MenuItem { text: "Ok" })"},
                     Pressed{"segment", R"(SegmentedOption { text: "Ok"; selected: false })"}),
     testing::PrintToStringParamName());
 

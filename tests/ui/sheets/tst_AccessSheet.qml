@@ -73,6 +73,14 @@ Item {
             compare(part(item.access, "well").symbol, "lock.open");
         }
 
+        function test_returnOpensTheSettings() {
+            const item = shown();
+            item.forceActiveFocus(); // none of the sheet's controls has the focus
+            keyClick(Qt.Key_Return);
+            compare(item.prepared.takeAsked(), ["settings"]);
+            tryCompare(item.access, "visible", false);
+        }
+
         function test_aStepsNumeralIsBoldOnAnAmberDisc() {
             const item = shown();
             for (const number of [1, 2, 3]) {

@@ -264,6 +264,17 @@ Item {
             compare(item.prepared.takeAsked(), []);
         }
 
+        function test_returnGoesOnOnceTheKeyIsConfirmed() {
+            const item = shown();
+            item.forceActiveFocus(); // none of the sheet's controls has the focus
+            keyClick(Qt.Key_Return);
+            verify(!item.model.config.keySaved);
+            mouseClick(part(item.kit, "confirmation"));
+            keyClick(Qt.Key_Return);
+            verify(item.model.config.keySaved);
+            tryCompare(item.kit, "visible", false);
+        }
+
         function test_aLaterConfirmationStartsWhatWaited() {
             const item = made();
             item.model.startBackup();
