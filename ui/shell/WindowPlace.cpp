@@ -116,14 +116,18 @@ void WindowPlace::keepToScreen()
         return;
     }
     // The frame is known once the window has been shown.
-    const QSize room = screen->availableGeometry().marginsRemoved(m_window->frameMargins()).size();
+    const QRect available = screen->availableGeometry();
+    const QMargins frame = m_window->frameMargins();
+    const QSize room = available.marginsRemoved(frame).size();
     const QSize least = m_least.boundedTo(room);
     m_window->setMinimumSize(least);
     constexpr Qt::WindowStates whole = Qt::WindowMaximized | Qt::WindowFullScreen;
     const QSize size = m_window->size().expandedTo(least).boundedTo(room);
     if (!(m_window->windowStates() & whole) && size != m_window->size()) {
+        // The side that fits keeps its place.
+        const QRect place(m_window->framePosition(), size.grownBy(frame));
         m_window->resize(size);
-        m_window->setFramePosition(screen->availableGeometry().topLeft());
+        m_window->setFramePosition(fitted(place, {available}, {}).topLeft());
     }
 }
 

@@ -105,6 +105,32 @@ TEST_F(WindowPlaceTest, whereTheScreenIsSmallerThanTheSmallestSizeItFillsTheScre
     }
 }
 
+TEST_F(WindowPlaceTest, whereOneSideOfTheScreenIsTooSmallOnlyThatSideIsFilled)
+{
+    least = {500, 900};
+    UserDefaults::set(placeKey, QRect(300, 100, 600, 950));
+    open();
+    EXPECT_TRUE(comesTo(QRect(300, 0, 600, 800)));
+    EXPECT_EQ(window->minimumSize(), QSize(500, 800));
+
+    least = {1500, 300};
+    UserDefaults::set(placeKey, QRect(50, 200, 1600, 400));
+    open();
+    EXPECT_TRUE(comesTo(QRect(0, 200, 1280, 400)));
+    EXPECT_EQ(window->minimumSize(), QSize(1280, 300));
+}
+
+TEST_F(WindowPlaceTest, madeHigherThanTheScreenItStaysWhereItIsFromSideToSide)
+{
+    open();
+    window->setGeometry(QRect(200, 100, 700, 950));
+    EXPECT_TRUE(keeps(QRect(200, 0, 700, 800)));
+    EXPECT_TRUE(comesTo(QRect(200, 0, 700, 800)));
+    window->setGeometry(QRect(100, 250, 1400, 400));
+    EXPECT_TRUE(keeps(QRect(0, 250, 1280, 400)));
+    EXPECT_TRUE(comesTo(QRect(0, 250, 1280, 400)));
+}
+
 TEST_F(WindowPlaceTest, damagedValuesCountAsNone)
 {
     for (const QVariant &damaged :
