@@ -40,6 +40,24 @@ QRect geometryOf(const QString &window)
             values.value(QStringLiteral("WIDTH")), values.value(QStringLiteral("HEIGHT"))};
 }
 
+/// What ImageMagick says of a part of the screen. It takes the picture of all of the screen: of a
+/// window that has gone meanwhile it would wait for a click on another one.
+std::optional<QString> pictureOf(const QRect &place, const QString &format)
+{
+    if (place.isEmpty()) {
+        return std::nullopt;
+    }
+    return ManagedScreen::run(QStringLiteral("import"),
+                              {QStringLiteral("-window"), QStringLiteral("root"),
+                               QStringLiteral("-crop"),
+                               QStringLiteral("%1x%2+%3+%4")
+                                   .arg(place.width())
+                                   .arg(place.height())
+                                   .arg(place.x())
+                                   .arg(place.y()),
+                               QStringLiteral("-format"), format, QStringLiteral("info:-")});
+}
+
 } // namespace
 
 ShownProgram::ShownProgram(QString program)
@@ -150,6 +168,20 @@ void WindowSession::SetUp()
     ASSERT_TRUE(screen.isRunning());
 }
 
+void WindowSession::close(const ShownProgram &program)
+{
+    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
+    ASSERT_TRUE(program.hides());
+}
+
+void WindowSession::startAgain()
+{
+    ShownProgram second;
+    second.start();
+    EXPECT_EQ(second.finish(), 0);
+    EXPECT_EQ(second.errors(), "");
+}
+
 QRect ManagedScreen::place(const QString &window)
 {
     return geometryOf(window);
@@ -192,16 +224,14 @@ std::optional<QString> ManagedScreen::run(const QString &program, const QStringL
 
 std::optional<QString> ManagedScreen::pictureOfFoot(const QString &window)
 {
-    return run(QStringLiteral("import"),
-               {QStringLiteral("-window"), window, QStringLiteral("-gravity"),
-                QStringLiteral("south"), QStringLiteral("-crop"), QStringLiteral("0x56+0+0"),
-                QStringLiteral("-format"), QStringLiteral("%#"), QStringLiteral("info:-")});
+    constexpr int height = 56;
+    QRect foot = place(window);
+    foot.setTop(foot.bottom() - height + 1);
+    return pictureOf(foot, QStringLiteral("%#"));
 }
 
 bool ManagedScreen::isPainted(const QString &window)
 {
-    const auto colours =
-        run(QStringLiteral("import"), {QStringLiteral("-window"), window, QStringLiteral("-format"),
-                                       QStringLiteral("%k"), QStringLiteral("info:-")});
+    const auto colours = pictureOf(place(window), QStringLiteral("%k"));
     return colours && colours->toInt() > 100;
 }

@@ -77,9 +77,9 @@ public:
     /// Presses keys, as "ctrl+q".
     static bool press(const QString &keys);
     static bool click(const QPoint &place);
-    /// Whether a window shows anything, which is more than one colour.
+    /// Whether a window that nothing covers shows anything, which is many colours.
     static bool isPainted(const QString &window);
-    /// What stands for all that the last 56 points of a window show now; absent when there is no
+    /// What stands for all that the lowest 56 points of a window show now; absent when there is no
     /// such window.
     static std::optional<QString> pictureOfFoot(const QString &window);
     /// Runs a program of the screen's and gives what it prints; absent when it fails.
@@ -95,6 +95,11 @@ class WindowSession : public testing::Test
 {
 protected:
     void SetUp() override;
+
+    /// Closes the main window of a program, which goes on without it.
+    static void close(const ShownProgram &program);
+    /// Starts the program once more, which ends and has nothing to say.
+    static void startAgain();
 
     KeyringSession session;
     ManagedScreen screen;

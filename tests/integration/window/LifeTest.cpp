@@ -27,20 +27,15 @@ protected:
 TEST_F(Life, closingTheWindowHidesItAndTheProgramGoesOn)
 {
     open();
-    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
-    EXPECT_TRUE(program.hides());
+    close(program);
     EXPECT_TRUE(program.isRunning());
 }
 
 TEST_F(Life, aSecondStartBringsTheHiddenWindowBackAndEnds)
 {
     open();
-    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
-    ASSERT_TRUE(program.hides());
-    ShownProgram second;
-    second.start();
-    EXPECT_EQ(second.finish(), 0);
-    EXPECT_EQ(second.errors(), "");
+    close(program);
+    startAgain();
     EXPECT_TRUE(program.shows());
     EXPECT_TRUE(
         eventually([this] { return ManagedScreen::isPainted(program.windows().value(0)); }));
@@ -60,9 +55,7 @@ TEST_F(Life, aSecondStartBringsTheWindowToTheFront)
     ASSERT_TRUE(other.shows());
     ASSERT_TRUE(
         eventually([&] { return ManagedScreen::activeWindow() == other.windows().value(0); }));
-    ShownProgram second;
-    second.start();
-    EXPECT_EQ(second.finish(), 0);
+    startAgain();
     EXPECT_TRUE(eventually([&] { return ManagedScreen::activeWindow() == window; }));
     EXPECT_TRUE(other.isRunning());
 }
@@ -73,9 +66,7 @@ TEST_F(Life, aSecondStartBringsAMinimisedWindowBack)
     ASSERT_TRUE(ManagedScreen::run(QStringLiteral("xdotool"),
                                    {QStringLiteral("windowminimize"), program.windows().value(0)}));
     ASSERT_TRUE(program.hides());
-    ShownProgram second;
-    second.start();
-    EXPECT_EQ(second.finish(), 0);
+    startAgain();
     EXPECT_TRUE(program.shows());
 }
 
@@ -165,8 +156,7 @@ TEST_F(Life, theKeysForQuittingEndIt)
 TEST_F(Life, aWindowThatWasClosedDoesNotHinderTheEnd)
 {
     open();
-    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
-    ASSERT_TRUE(program.hides());
+    close(program);
     program.send(SIGTERM);
     EXPECT_EQ(program.finish(), 0);
 }
