@@ -5,6 +5,8 @@
 #include "state/StatusStore.h"
 #include "tests/support/CheapRepository.h"
 #include "tests/support/ChoresDone.h"
+#include "tests/support/Files.h"
+#include "tests/support/ReadySettings.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -14,12 +16,6 @@
 namespace {
 
 constexpr int smallFiles = 300;
-
-bool writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
 
 QByteArray randomBytes(qint64 size)
 {
@@ -33,11 +29,7 @@ QByteArray randomBytes(qint64 size)
 
 bool holdsSecret(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return false; // gone again
-    }
-    const QByteArray content = file.readAll();
+    const QByteArray content = readFile(path); // nothing where it is gone again
     for (const QByteArray &secret : BackupHome::secrets()) {
         if (content.contains(secret)) {
             return true;
@@ -104,14 +96,9 @@ bool BackupHome::writeSettings() const
         !Keychain::write(QString::fromUtf8(secrets().at(1)), Keychain::rcloneConfigKey)) {
         return false;
     }
-    AppConfig config;
-    config.sources = {source()};
-    config.excludes.clear();
-    config.localEnabled = true;
-    config.localFolder = m_root + QLatin1String("/disk");
+    AppConfig config = readySettings();
     config.serverEnabled = true;
     config.serverPath = QStringLiteral("Backups/mine");
-    config.keySaved = true;
     ConfigStore::save(config);
     // In plain, as rclone alone would have left it: the first cycle encrypts it.
     const QString remotes = QStringLiteral("[vellomar-server]\ntype = alias\nremote = %1/server\n"

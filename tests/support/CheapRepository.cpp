@@ -1,5 +1,7 @@
 #include "tests/support/CheapRepository.h"
 
+#include "tests/support/Files.h"
+
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -141,9 +143,8 @@ QByteArray configuration(const Keys &keys)
 
 bool write(const QString &path, const QByteArray &content)
 {
-    QFile file(path);
-    return !content.isEmpty() && file.open(QIODevice::WriteOnly) &&
-           file.write(content) == content.size() && file.setPermissions(QFileDevice::ReadOwner);
+    return !content.isEmpty() && writeFile(path, content) &&
+           QFile::setPermissions(path, QFileDevice::ReadOwner);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "state/StatusStore.h"
 #include "tests/support/CheapRepository.h"
 #include "tests/support/ChoresDone.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -62,11 +63,6 @@ CycleHome::CycleHome()
     EXPECT_TRUE(storeSecret(Keychain::repositoryKey, key().toUtf8()));
     writeFile(source + QLatin1String("/letter"), "Dear Anna");
     writeFile(source + QLatin1String("/list"), "milk, bread");
-    config.sources = {source};
-    config.excludes.clear();
-    config.localEnabled = true;
-    config.localFolder = disk;
-    config.keySaved = true;
     saveSettings();
 }
 
@@ -152,24 +148,6 @@ QString CycleHome::folder(const QString &name)
     const QString path = Paths::home() + u'/' + name;
     QDir().mkpath(path);
     return path;
-}
-
-void CycleHome::writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    ASSERT_EQ(file.write(content), content.size());
-}
-
-void CycleHome::writeSupportFile(const char *name, const QByteArray &content)
-{
-    writeFile(Paths::supportFile(QString::fromUtf8(name)), content);
-}
-
-QByteArray CycleHome::readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 bool CycleHome::isThere(const char *supportFileName)

@@ -2,8 +2,10 @@
 
 #include "state/AppConfig.h"
 #include "state/RunRecord.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/KeyringSession.h"
+#include "tests/support/ReadySettings.h"
 
 #include <QByteArray>
 #include <QString>
@@ -51,12 +53,9 @@ protected:
 
     static QString home() { return Paths::home(); }
     static QString folder(const QString &name);
-    static void writeFile(const QString &path, const QByteArray &content);
-    static void writeSupportFile(const char *name, const QByteArray &content);
-    static QByteArray readFile(const QString &path);
     static bool isThere(const char *supportFileName);
 
-    AppConfig config;
+    AppConfig config = readySettings();
     KeyringSession keyring;
     QString resticProgram = Installation::realTool(QStringLiteral("restic"));
     QString source = folder(QStringLiteral("source"));

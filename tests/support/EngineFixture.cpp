@@ -11,13 +11,6 @@
 EngineFixture::EngineFixture()
 {
     secrets.items[{QStringLiteral("it.vellomar.app"), Keychain::repositoryKey}] = "the key";
-    config.sources = {folder("source")};
-    config.excludes.clear();
-    config.localEnabled = true;
-    config.localFolder = folder("disk");
-    config.driveFolder = QStringLiteral("Vellomar/mac");
-    config.serverPath = QStringLiteral("backups/mac");
-    config.keySaved = true;
     EngineState state = choresDone(clock.moment());
     for (const DestinationID destination : allDestinations) {
         state.newestVersion.insert(config.repository(destination), clock.moment());
@@ -78,16 +71,7 @@ std::optional<QByteArray> EngineFixture::content(const char *name)
     return file.readAll();
 }
 
-void EngineFixture::writeSupportFile(const char *name, const QByteArray &content)
-{
-    QFile file(supportFile(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
-}
-
 QString EngineFixture::folder(const char *name)
 {
-    const QString path = Paths::home() + u'/' + QString::fromUtf8(name);
-    QDir().mkpath(path);
-    return path;
+    return homeFolder(name);
 }

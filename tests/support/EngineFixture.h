@@ -1,8 +1,10 @@
 #pragma once
 
 #include "engine/BackupEngine.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/ScriptedTools.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +31,6 @@ protected:
     static QString supportFile(const char *name);
     /// The bytes of a file of the support folder; absent when there is none.
     static std::optional<QByteArray> content(const char *name);
-    static void writeSupportFile(const char *name, const QByteArray &content);
 
     static QString folder(const char *name);
 
@@ -38,7 +39,7 @@ protected:
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};
     ScriptedTools tools;
-    AppConfig config;
+    AppConfig config = readySettings();
     std::shared_ptr<ProcessHandle> handle = std::make_shared<ProcessHandle>();
     QList<std::pair<QString, QString>> notifications; ///< titles and bodies
     bool onBattery = false;

@@ -1,5 +1,7 @@
 #include "tests/support/Installation.h"
 
+#include "tests/support/Files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -36,13 +38,7 @@ void Installation::addCopy(const QString &name)
 
 void Installation::addScript(const QString &name, const QByteArray &text)
 {
-    QFile::remove(tool(name));
-    QFile file(tool(name));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(text);
-        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                            QFileDevice::ExeOwner);
-    }
+    writeProgram(tool(name), text);
 }
 
 void Installation::addWindow()

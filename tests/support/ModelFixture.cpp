@@ -62,13 +62,6 @@ ModelFixture::ModelFixture()
 {
     storeKey(QStringLiteral("the key in use"), Keychain::repositoryKey);
     storeKey(QStringLiteral("the key of rclone"), Keychain::rcloneConfigKey);
-    config.sources = {folder("source")};
-    config.excludes.clear();
-    config.localEnabled = true;
-    config.localFolder = folder("disk");
-    config.driveFolder = QStringLiteral("Vellomar/mac");
-    config.serverPath = QStringLiteral("backups/mac");
-    config.keySaved = true;
 }
 
 ModelFixture::~ModelFixture()
@@ -122,18 +115,9 @@ QString ModelFixture::supportFile(const char *name)
     return Paths::supportFile(QString::fromUtf8(name));
 }
 
-void ModelFixture::writeSupportFile(const char *name, const QByteArray &content)
-{
-    QFile file(supportFile(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(file.write(content), content.size());
-}
-
 QString ModelFixture::folder(const char *name)
 {
-    const QString path = Paths::home() + u'/' + QString::fromUtf8(name);
-    QDir().mkpath(path);
-    return path;
+    return homeFolder(name);
 }
 
 RunStatus ModelFixture::leaveStatus(qint64 pid, double percent)

@@ -2,9 +2,11 @@
 
 #include "model/AppModel.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/ModelTools.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/ScriptedDesktop.h"
 
 #include <QCoreApplication>
@@ -80,7 +82,6 @@ protected:
     void useAllDestinations();
 
     static QString supportFile(const char *name);
-    static void writeSupportFile(const char *name, const QByteArray &content);
     static QString folder(const char *name);
     /// Leaves a status as an engine with this process id would.
     static RunStatus leaveStatus(qint64 pid, double percent = 0.25);
@@ -100,6 +101,6 @@ protected:
     ScopedSecretBackend secretsInForce{secrets};
     ModelTools tools;
     std::shared_ptr<ScriptedDesktop> desktop = std::make_shared<ScriptedDesktop>();
-    AppConfig config;
+    AppConfig config = readySettings();
     std::unique_ptr<AppModel> model;
 };

@@ -1,5 +1,7 @@
 #include "tests/support/SftpServer.h"
 
+#include "tests/support/Files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -27,12 +29,6 @@ bool generateKey(const QString &path)
                              {QStringLiteral("-q"), QStringLiteral("-t"), QStringLiteral("ed25519"),
                               QStringLiteral("-N"), QString(), QStringLiteral("-C"), QString(),
                               QStringLiteral("-f"), path}) == 0;
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 // An ordinary user gets the right to mount in a user namespace of their own.
@@ -87,7 +83,7 @@ bool SftpServer::makeKey(const QString &path) const
     }
     QFile allowed(m_daemon.path(QStringLiteral("authorized_keys")));
     return allowed.open(QIODevice::Append) &&
-           allowed.write(readAll(path + QLatin1String(".pub"))) > 0;
+           allowed.write(readFile(path + QLatin1String(".pub"))) > 0;
 }
 
 bool SftpServer::makeStrangeKey(const QString &path)
@@ -97,7 +93,7 @@ bool SftpServer::makeStrangeKey(const QString &path)
 
 QByteArray SftpServer::hostKey() const
 {
-    return readAll(hostKeyFile() + QLatin1String(".pub")).trimmed();
+    return readFile(hostKeyFile() + QLatin1String(".pub")).trimmed();
 }
 
 void SftpServer::writeAccounts() const

@@ -1,5 +1,6 @@
 #include "tests/support/UserManager.h"
 
+#include "tests/support/Files.h"
 #include "tests/support/Waiting.h"
 
 #include <QDir>
@@ -11,12 +12,6 @@
 namespace {
 
 constexpr int patienceMilliseconds = 20000;
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
@@ -67,7 +62,7 @@ QByteArray UserManager::reason() const
 {
     return "no user manager of systemd could be started: it needs namespaces (unshare --mount "
            "--pid, for others than root --user too) and a control group that may be written to\n" +
-           contentOf(QDir::homePath() + QLatin1String("/user-manager.log"));
+           readFile(QDir::homePath() + QLatin1String("/user-manager.log"));
 }
 
 PeriodicJob::Answer UserManager::run(const QString &path, const QStringList &arguments) const
@@ -110,7 +105,7 @@ bool UserManager::comesUp()
     const QString children =
         QStringLiteral("/proc/%1/task/%1/children").arg(m_namespace.processId());
     const bool hasFirst = eventually([this, &children] {
-        m_first = contentOf(children).trimmed().toLongLong();
+        m_first = readFile(children).trimmed().toLongLong();
         return m_first != 0 || !QFile::exists(children);
     });
     if (!hasFirst || m_first == 0) {
@@ -135,7 +130,7 @@ bool UserManager::comesUp()
 
 void UserManager::removeControlGroups() const
 {
-    for (const QByteArray &line : contentOf(m_controlGroups).split('\n')) {
+    for (const QByteArray &line : readFile(m_controlGroups).split('\n')) {
         const QString top = QString::fromUtf8(line);
         if (top.isEmpty()) {
             continue;

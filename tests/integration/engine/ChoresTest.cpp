@@ -5,6 +5,7 @@
 #include "tests/support/CheapRepository.h"
 #include "tests/support/ChoresDone.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
 
@@ -96,9 +97,7 @@ protected:
         for (char &byte : bytes) {
             byte = static_cast<char>(random.bounded(256));
         }
-        QFile file(config.sources.first() + QLatin1String("/letter"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(bytes), bytes.size());
+        writeFile(config.sources.first() + QLatin1String("/letter"), bytes);
     }
 
     /// The biggest file of the repository's data: the one with the letter in it.

@@ -1,6 +1,7 @@
 #include "model/Background.h"
 #include "tests/support/Cycle.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/Files.h"
 #include "tests/support/PlainDesktop.h"
 #include "tests/support/Waiting.h"
 
@@ -31,8 +32,7 @@ protected:
 
     static QByteArray content(const QString &name)
     {
-        QFile file(QDir::homePath() + u'/' + name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return readFile(QDir::homePath() + u'/' + name);
     }
 
     TestApplication application;

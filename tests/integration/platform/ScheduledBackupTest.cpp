@@ -3,8 +3,10 @@
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/StatusStore.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/KeyringSession.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/UserManager.h"
 #include "tests/support/Waiting.h"
 
@@ -17,15 +19,9 @@ namespace {
 
 constexpr qint64 hour = 3600;
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 qsizetype linesOf(const QString &path)
 {
-    return contentOf(path).count('\n');
+    return readFile(path).count('\n');
 }
 
 /// The schedule of the real program, and a keyring that holds its key.
@@ -36,11 +32,7 @@ protected:
     {
         ASSERT_TRUE(keyring.isRunning());
         ASSERT_TRUE(Keychain::write(QStringLiteral("a key"), Keychain::repositoryKey));
-        AppConfig config;
-        config.sources = {QDir::homePath()};
-        config.localEnabled = true;
-        config.localFolder = QDir::homePath();
-        config.keySaved = true;
+        AppConfig config = readySettings();
         config.alertAfterHours = -1;
         ConfigStore::save(config);
     }
@@ -100,7 +92,7 @@ TEST_F(ScheduledBackup, endsCleanlyWhenTheSystemStopsIt)
     const QString signalled = QDir::homePath() + QLatin1String("/signals");
     ASSERT_TRUE(eventually([&signalled] { return linesOf(signalled) == 1; }));
     manager.systemctl({QStringLiteral("stop"), service});
-    EXPECT_EQ(contentOf(signalled).toStdString(), "started\nINT\n");
+    EXPECT_EQ(readFile(signalled).toStdString(), "started\nINT\n");
     const QList<RunRecord> history = StatusStore::loadHistory();
     ASSERT_EQ(history.size(), 1);
     EXPECT_EQ(history.first().outcome, Outcome::Cancelled);

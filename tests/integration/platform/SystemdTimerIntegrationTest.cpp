@@ -1,6 +1,8 @@
 #include "engine/Scheduler.h"
 #include "platform/Clock.h"
 #include "platform/PeriodicJob.h"
+#include "tests/support/Files.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/UserManager.h"
 #include "tests/support/Waiting.h"
 #include "tools/ProcessRunner.h"
@@ -21,15 +23,9 @@ const QString timerUnit = name + QLatin1String(".timer");
 const QString serviceUnit = name + QLatin1String(".service");
 constexpr qint64 hour = 3600;
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 qsizetype linesOf(const QString &path)
 {
-    return contentOf(path).count('\n');
+    return readFile(path).count('\n');
 }
 
 class SystemdTimerIntegration : public testing::Test
@@ -54,13 +50,7 @@ protected:
     [[nodiscard]] QString script(const QString &path, const QByteArray &text) const
     {
         QString full = home + u'/' + path;
-        QDir().mkpath(QFileInfo(full).path());
-        QFile file(full);
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write("#!/bin/sh\n" + text);
-            file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                QFileDevice::ExeOwner);
-        }
+        writeProgram(full, "#!/bin/sh\n" + text);
         return full;
     }
 
@@ -141,19 +131,16 @@ TEST_F(SystemdTimerIntegration, aRunHasLowPriorityAndItsErrorsGoToTheLog)
                ">>~/runs\n");
     PeriodicJobPlan plan = planOf(program, 5);
     plan.errorLog = home + QLatin1String("/a b/100%/\"q\" 'r'/backup.log");
-    QFile log(plan.errorLog);
-    ASSERT_TRUE(log.open(QIODevice::WriteOnly));
-    log.write("a line from before\n");
-    log.close();
+    writeFile(plan.errorLog, "a line from before\n");
     job().establish(plan);
     ASSERT_TRUE(eventually([this] { return runs() >= 1; }));
-    EXPECT_EQ(contentOf(home + QLatin1String("/name")), program.toUtf8());
-    EXPECT_EQ(contentOf(home + QLatin1String("/nice")), QByteArray("10\n"));
-    EXPECT_EQ(contentOf(home + QLatin1String("/ionice")).trimmed().left(4), QByteArray("idle"));
-    EXPECT_TRUE(contentOf(plan.errorLog).startsWith("a line from before\nerror of --backup\n"))
-        << contentOf(plan.errorLog).constData();
-    EXPECT_FALSE(contentOf(plan.errorLog).contains("output"));
-    EXPECT_FALSE(contentOf(home + QLatin1String("/environment")).contains("DISPLAY="));
+    EXPECT_EQ(readFile(home + QLatin1String("/name")), program.toUtf8());
+    EXPECT_EQ(readFile(home + QLatin1String("/nice")), QByteArray("10\n"));
+    EXPECT_EQ(readFile(home + QLatin1String("/ionice")).trimmed().left(4), QByteArray("idle"));
+    EXPECT_TRUE(readFile(plan.errorLog).startsWith("a line from before\nerror of --backup\n"))
+        << readFile(plan.errorLog).constData();
+    EXPECT_FALSE(readFile(plan.errorLog).contains("output"));
+    EXPECT_FALSE(readFile(home + QLatin1String("/environment")).contains("DISPLAY="));
 }
 
 TEST_F(SystemdTimerIntegration, aSecondCallChangesAndRestartsNothing)
@@ -269,8 +256,7 @@ TEST_F(SystemdTimerIntegration, removalLeavesNothingButTheRunThatGoesOn)
     EXPECT_FALSE(QFile::exists(units + serviceUnit));
     EXPECT_TRUE(QDir(units + QLatin1String("timers.target.wants")).isEmpty());
 
-    QFile go(home + QLatin1String("/go"));
-    ASSERT_TRUE(go.open(QIODevice::WriteOnly));
+    writeFile(home + QLatin1String("/go"));
     EXPECT_TRUE(eventually([this] { return runs() == 2; }));
     EXPECT_TRUE(comesToState(QStringLiteral("inactive")));
 }
@@ -311,7 +297,7 @@ TEST_F(SystemdTimerIntegration, aRunGetsTheVariablesOfThePlanAsTheyAre)
     plan.environment = {{QStringLiteral("XDG_DATA_HOME"), odd}};
     job().establish(plan);
     manager.systemctl({QStringLiteral("start"), serviceUnit});
-    EXPECT_EQ(QString::fromUtf8(contentOf(home + QLatin1String("/told"))), odd);
+    EXPECT_EQ(QString::fromUtf8(readFile(home + QLatin1String("/told"))), odd);
 }
 
 TEST_F(SystemdTimerIntegration, aShellWithFoldersOfItsOwnMakesATimerThatRunsAmongThem)
@@ -323,9 +309,7 @@ TEST_F(SystemdTimerIntegration, aShellWithFoldersOfItsOwnMakesATimerThatRunsAmon
     // The manager was started without them.
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(home) + "/my settings");
     qputenv("XDG_DATA_HOME", QFile::encodeName(home) + "/my data");
-    AppConfig config;
-    config.localEnabled = true;
-    config.keySaved = true;
+    AppConfig config = readySettings();
     Scheduler::sync(config);
     EXPECT_EQ(manager.property(timerUnit, QStringLiteral("ActiveState")), QStringLiteral("active"));
     const QString environment = manager.property(serviceUnit, QStringLiteral("Environment"));
@@ -346,9 +330,7 @@ TEST_F(SystemdTimerIntegration, theSettingsAloneMakeAndRemoveTheRealTimer)
         [this](const QString &path, const QStringList &arguments, const ProcessOptions &) {
             return ran(path, arguments);
         });
-    AppConfig config;
-    config.localEnabled = true;
-    config.keySaved = true;
+    AppConfig config = readySettings();
     config.intervalHours = 4;
     Scheduler::sync(config);
     EXPECT_NEAR(static_cast<double>(secondsToNextRun()), 4.0 * hour, 60);

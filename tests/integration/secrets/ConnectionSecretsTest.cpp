@@ -1,5 +1,6 @@
 #include "state/Paths.h"
 #include "tests/support/BackupHome.h"
+#include "tests/support/Files.h"
 #include "tests/support/S3Server.h"
 #include "tests/support/SecretWitness.h"
 #include "tests/support/ServedFolder.h"
@@ -107,9 +108,8 @@ protected:
             EXPECT_THAT(witness.leaks({secret}), IsEmpty());
         }
         EXPECT_THAT(witness.leaks(BackupHome::secrets()), IsEmpty());
-        QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_TRUE(file.readAll().startsWith("# Encrypted"));
+        EXPECT_TRUE(
+            readFile(Paths::supportFile(QStringLiteral("rclone.conf"))).startsWith("# Encrypted"));
     }
 
     BackupHome home;

@@ -1,5 +1,6 @@
 #include "state/Paths.h"
 #include "tests/support/BackupHome.h"
+#include "tests/support/Files.h"
 #include "tests/support/SecretWitness.h"
 
 #include <QDir>
@@ -77,9 +78,7 @@ TEST_F(StoreSecrets, aPasswordIsWrittenInPlainOnlyToThatCopyAndIsGoneAtTheEnd)
     EXPECT_EQ(BackupHome::supportNames(),
               QStringList({QStringLiteral("config.json"), QStringLiteral("rclone.conf"),
                            QStringLiteral("state.json")}));
-    QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray content = file.readAll();
+    const QByteArray content = readFile(Paths::supportFile(QStringLiteral("rclone.conf")));
     EXPECT_TRUE(content.startsWith("# Encrypted"));
     EXPECT_FALSE(content.contains(newPassword));
 }

@@ -1,4 +1,5 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/WebdavFolder.h"
 #include "tools/Rclone.h"
@@ -22,22 +23,16 @@ protected:
     }
 
     static QString configFile() { return Paths::supportFile(QStringLiteral("rclone.conf")); }
-    static QByteArray config()
-    {
-        QFile file(configFile());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    static QByteArray config() { return readFile(configFile()); }
     /// Both remotes in plain, as an older version wrote them.
     void writePlainConfig()
     {
         const QByteArray password = Rclone::obscure(WebdavFolder::password()).value().toUtf8();
-        QFile file(configFile());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[vellomar]\ntype = drive\ntoken = {\"access_token\":\"old-token\"}\n\n"
-                   "[vellomar-server]\ntype = webdav\nurl = " +
-                   server.url().toUtf8() + "\nvendor = other\nuser = anna\npass = " + password +
-                   '\n');
+        writeFile(configFile(),
+                  "[vellomar]\ntype = drive\ntoken = {\"access_token\":\"old-token\"}\n\n"
+                  "[vellomar-server]\ntype = webdav\nurl = " +
+                      server.url().toUtf8() + "\nvendor = other\nuser = anna\npass = " + password +
+                      '\n');
     }
     static ProcessResult rcloneWithAnotherKey(const QStringList &arguments)
     {

@@ -1,5 +1,6 @@
 #include "state/Paths.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/SignInPage.h"
 #include "tools/FileDescriptor.h"
@@ -68,18 +69,12 @@ private:
     bool m_isHeld = false;
 };
 
-QByteArray content(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 /// Whether a process of rclone's, started by this one, is there.
 bool isRcloneRunning()
 {
     const QList<pid_t> children = childrenOf(::getpid());
     return std::any_of(children.cbegin(), children.cend(), [](pid_t child) {
-        return content(QStringLiteral("/proc/%1/comm").arg(child)) == "rclone\n";
+        return readFile(QStringLiteral("/proc/%1/comm").arg(child)) == "rclone\n";
     });
 }
 
@@ -88,7 +83,7 @@ bool isSigningIn()
 {
     const QList<pid_t> children = childrenOf(::getpid());
     return std::any_of(children.cbegin(), children.cend(), [](pid_t child) {
-        const QByteArray words = content(QStringLiteral("/proc/%1/cmdline").arg(child));
+        const QByteArray words = readFile(QStringLiteral("/proc/%1/cmdline").arg(child));
         return words.contains(QByteArray("rclone\0config\0create", 20));
     });
 }
@@ -138,14 +133,14 @@ protected:
     }
     static QByteArray config()
     {
-        return content(Paths::supportFile(QStringLiteral("rclone.conf")));
+        return readFile(Paths::supportFile(QStringLiteral("rclone.conf")));
     }
     /// Whether any file of the home holds these bytes.
     static bool isInAFile(const QByteArray &bytes)
     {
         QDirIterator files(Paths::home(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (files.hasNext()) {
-            if (content(files.next()).contains(bytes)) {
+            if (readFile(files.next()).contains(bytes)) {
                 return true;
             }
         }

@@ -1,4 +1,5 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/SignInPage.h"
 #include "tests/support/SmallDisk.h"
@@ -28,35 +29,12 @@ protected:
     }
 
     static QString configFile() { return Paths::supportFile(QStringLiteral("rclone.conf")); }
-    static QByteArray config()
-    {
-        QFile file(configFile());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    static void writeConfig(const QByteArray &content)
-    {
-        QFile file(configFile());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(content), content.size());
-    }
+    static QByteArray config() { return readFile(configFile()); }
     static bool storeServer()
     {
         return Rclone::store(Rclone::serverRemote,
                              {{QStringLiteral("type"), QStringLiteral("alias")},
                               {QStringLiteral("pass"), QStringLiteral("well-hidden")}});
-    }
-    /// Whether any file of the support folder holds these bytes.
-    static bool isInAFile(const QByteArray &bytes)
-    {
-        QDirIterator files(Paths::support(), QDir::Files | QDir::Hidden,
-                           QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            QFile file(files.next());
-            if (file.open(QIODevice::ReadOnly) && file.readAll().contains(bytes)) {
-                return true;
-            }
-        }
-        return false;
     }
     /// Leaves so many more files to be made.
     static void leaveInodes(int count)
@@ -79,12 +57,12 @@ protected:
 
 TEST_F(FullDiskConnection, aConfigurationThatCannotBeEncryptedIsToldAndEncryptedLater)
 {
-    writeConfig("[vellomar]\ntype = drive\ntoken = old-token\n");
+    writeFile(configFile(), "[vellomar]\ntype = drive\ntoken = old-token\n");
     disk.fill();
     EXPECT_FALSE(Rclone::encrypted());
     disk.makeRoom();
     EXPECT_TRUE(Rclone::encrypted());
-    EXPECT_FALSE(isInAFile("old-token"));
+    EXPECT_FALSE(isInAnyFile(Paths::support(), "old-token"));
     EXPECT_TRUE(Rclone::isConfigured());
 }
 
@@ -98,11 +76,11 @@ TEST_F(FullDiskConnection, theSecretOfAServerNeverTakesItsPlaceInPlain)
         leaveInodes(files);
         EXPECT_FALSE(storeServer()) << files;
         EXPECT_EQ(config(), before) << files;
-        EXPECT_FALSE(isInAFile("well-hidden")) << files;
+        EXPECT_FALSE(isInAnyFile(Paths::support(), "well-hidden")) << files;
     }
     leaveInodes(4);
     EXPECT_TRUE(storeServer());
-    EXPECT_FALSE(isInAFile("well-hidden"));
+    EXPECT_FALSE(isInAnyFile(Paths::support(), "well-hidden"));
 }
 
 TEST_F(FullDiskConnection, aSignInToDriveLeavesNoTokenInPlain)
@@ -113,12 +91,12 @@ TEST_F(FullDiskConnection, aSignInToDriveLeavesNoTokenInPlain)
     ProcessHandle handle;
     EXPECT_EQ(Rclone::connect({}, {}, handle), QStringLiteral("Configurazione non riuscita"));
     EXPECT_FALSE(page.isOpened());
-    EXPECT_FALSE(isInAFile(SignInPage::accessToken()));
+    EXPECT_FALSE(isInAnyFile(Paths::support(), SignInPage::accessToken()));
 
     disk.makeRoom();
     EXPECT_EQ(Rclone::connect({}, {}, handle), std::nullopt);
     EXPECT_TRUE(config().startsWith("# Encrypted"));
-    EXPECT_FALSE(isInAFile(SignInPage::accessToken()));
+    EXPECT_FALSE(isInAnyFile(Paths::support(), SignInPage::accessToken()));
 }
 
 } // namespace

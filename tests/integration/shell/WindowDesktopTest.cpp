@@ -1,6 +1,7 @@
 #include "ui/shell/WindowDesktop.h"
 
 #include "tests/support/EventLoop.h"
+#include "tests/support/Files.h"
 #include "tests/support/KeyringSession.h"
 #include "tests/support/Screen.h"
 
@@ -146,11 +147,9 @@ TEST_F(WindowDesktopTest, itsEndClosesAnOpenPanelWithoutAnAnswer)
 TEST_F(WindowDesktopTest, whatIsPrintedToAFileIsForItsOwnerAlone)
 {
     const QString file = QDir::homePath() + QLatin1String("/kit.pdf");
-    QFile earlier(file);
-    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
-    earlier.write(QByteArray(100000, 'x'));
-    earlier.close();
-    ASSERT_TRUE(earlier.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+    ASSERT_TRUE(writeFile(file, QByteArray(100000, 'x')));
+    ASSERT_TRUE(
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
     print();
     acceptPrintTo(file);
     ASSERT_TRUE(printing);
@@ -244,10 +243,7 @@ TEST_F(WindowDesktopTest, anOpenLoginIsTakenBackAtItsEnd)
     bool answered = false;
     desktop->authenticate(OwnerReason::showKey,
                           [&answered](Desktop::Authentication) { answered = true; });
-    ASSERT_TRUE(eventuallyInLoop([&record] {
-        QFile file(record);
-        return file.open(QIODevice::ReadOnly) && file.readAll().count('\n') == 2;
-    }));
+    ASSERT_TRUE(eventuallyInLoop([&record] { return readFile(record).count('\n') == 2; }));
     desktop.reset();
     QCoreApplication::processEvents();
     EXPECT_FALSE(answered);
@@ -260,22 +256,15 @@ TEST_F(WindowDesktopTest, theSettingsOfTheDesktopAreOpenedWhereThereAreAny)
     // A settings program of a desktop of its own, that writes down what it is asked for.
     const QString folder = QDir::homePath() + QLatin1String("/bin");
     const QString record = QDir::homePath() + QLatin1String("/opened");
-    ASSERT_TRUE(QDir().mkpath(folder));
-    QFile program(folder + QLatin1String("/gnome-control-center"));
-    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
-    program.write("#!/bin/sh\necho \"$@\" >'" + record.toUtf8() + "'\n");
-    program.close();
-    program.setPermissions(QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    ASSERT_TRUE(writeProgram(folder + QLatin1String("/gnome-control-center"),
+                             "#!/bin/sh\necho \"$@\" >'" + record.toUtf8() + "'\n"));
     qputenv("PATH", folder.toUtf8() + ':' + qgetenv("PATH"));
 
     qputenv("XDG_CURRENT_DESKTOP", "unheard-of");
     desktop->openPrivacySettings();
     qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
     desktop->openPrivacySettings();
-    EXPECT_TRUE(eventuallyInLoop([&record] {
-        QFile file(record);
-        return file.open(QIODevice::ReadOnly) && file.readAll() == "applications\n";
-    }));
+    EXPECT_TRUE(eventuallyInLoop([&record] { return readFile(record) == "applications\n"; }));
 }
 
 TEST_F(WindowDesktopTest, quittingAsksNobodyAndClosesWhatIsOpen)

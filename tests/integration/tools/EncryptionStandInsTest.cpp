@@ -1,4 +1,5 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/RcloneEnvelope.h"
 #include "tests/support/SmallDisk.h"
@@ -45,9 +46,7 @@ protected:
         EXPECT_TRUE(disk.isMounted());
         const QString config = QDir::homePath() + QLatin1String("/small/rclone.conf");
         if (situation.isConfigThere) {
-            QFile file(config);
-            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            EXPECT_GT(file.write("[vellomar]\ntoken = t\n"), 0);
+            writeFile(config, "[vellomar]\ntoken = t\n");
         }
         if (situation.isDiskFull) {
             disk.fill();

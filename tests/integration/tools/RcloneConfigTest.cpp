@@ -1,4 +1,5 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tools/Rclone.h"
@@ -29,18 +30,7 @@ protected:
     }
 
     static QString configFile() { return Paths::supportFile(QStringLiteral("rclone.conf")); }
-    static QByteArray config()
-    {
-        QFile file(configFile());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
-    static void writeConfig(const QByteArray &content)
-    {
-        QFile file(configFile());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(content), content.size());
-    }
+    static QByteArray config() { return readFile(configFile()); }
     static bool isInEnvelope() { return config().startsWith("# Encrypted"); }
 
     /// rclone as somebody else runs it, with a key of theirs.
@@ -55,18 +45,6 @@ protected:
     {
         return QDir(Paths::support())
             .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
-    /// Whether any file of the home holds these bytes.
-    static bool isInAFile(const QByteArray &bytes)
-    {
-        QDirIterator files(Paths::home(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            QFile file(files.next());
-            if (file.open(QIODevice::ReadOnly) && file.readAll().contains(bytes)) {
-                return true;
-            }
-        }
-        return false;
     }
     static QString setting(const QString &remote, const char *key)
     {
@@ -107,9 +85,9 @@ TEST_F(RcloneConfigTest, whatIsStoredIsReadBackAndStandsInNoFile)
     EXPECT_TRUE(isInEnvelope());
     EXPECT_EQ(QFile::permissions(configFile()) & ~QFileDevice::Permissions(0x7000),
               QFileDevice::ReadUser | QFileDevice::WriteUser);
-    EXPECT_FALSE(isInAFile("well-hidden-value"));
-    EXPECT_FALSE(isInAFile("t0ken"));
-    EXPECT_FALSE(isInAFile("kEy of the configuration"));
+    EXPECT_FALSE(isInAnyFile(Paths::home(), "well-hidden-value"));
+    EXPECT_FALSE(isInAnyFile(Paths::home(), "t0ken"));
+    EXPECT_FALSE(isInAnyFile(Paths::home(), "kEy of the configuration"));
     EXPECT_EQ(supportFiles(), QStringList({QStringLiteral("rclone.conf")}));
 }
 
@@ -126,10 +104,10 @@ TEST_F(RcloneConfigTest, aHomeWithBlanksAndQuotesIsNoHindrance)
 
 TEST_F(RcloneConfigTest, aPlainFileOfAnOlderVersionMovesIntoTheEnvelope)
 {
-    writeConfig("[vellomar]\ntype = drive\ntoken = old-token\n");
+    writeFile(configFile(), "[vellomar]\ntype = drive\ntoken = old-token\n");
     EXPECT_TRUE(Rclone::isConfigured());
     EXPECT_TRUE(isInEnvelope());
-    EXPECT_FALSE(isInAFile("old-token"));
+    EXPECT_FALSE(isInAnyFile(Paths::home(), "old-token"));
     EXPECT_EQ(setting(Rclone::driveRemote, "token"), QStringLiteral("old-token"));
 }
 
@@ -141,7 +119,7 @@ TEST_F(RcloneConfigTest, noFileBecomesAnEmptyEnvelope)
 
 TEST_F(RcloneConfigTest, anEnvelopeWithAnotherKeyHasNoRemotesAndIsNotTouched)
 {
-    writeConfig("[vellomar]\ntype = drive\ntoken = t\n");
+    writeFile(configFile(), "[vellomar]\ntype = drive\ntoken = t\n");
     ASSERT_EQ(
         rclone({QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
                "another")

@@ -1,5 +1,6 @@
 #include "tests/integration/tools/SampleBackup.h"
 
+#include "tests/support/Files.h"
 #include "tests/support/OrdinaryUser.h"
 
 #include <QDirIterator>
@@ -32,12 +33,12 @@ TEST_F(ResticLocalTest, aFreshDiskGetsARepositoryThatTheNextTimeIsKept)
     EXPECT_EQ(restic.list(QStringLiteral("latest"), QStringLiteral("/")).error().message,
               QStringLiteral("Nessun backup presente in questa destinazione"));
     ASSERT_TRUE(restic.prepare().has_value());
-    QFile config(restic.config.repository(DestinationID::Local) + QLatin1String("/config"));
-    ASSERT_TRUE(config.open(QIODevice::ReadOnly));
-    const QByteArray before = config.readAll();
+    const QString config =
+        restic.config.repository(DestinationID::Local) + QLatin1String("/config");
+    const QByteArray before = readFile(config);
+    EXPECT_FALSE(before.isEmpty());
     ASSERT_TRUE(restic.prepare().has_value());
-    config.seek(0);
-    EXPECT_EQ(config.readAll(), before);
+    EXPECT_EQ(readFile(config), before);
     EXPECT_EQ(restic.snapshots().value(), QList<Snap>());
 }
 
@@ -50,11 +51,7 @@ protected:
         EXPECT_TRUE(restic.prepare().has_value());
         EXPECT_TRUE(QFile::remove(repository + QLatin1String("/config")));
     }
-    void write(const QString &name) const
-    {
-        QFile file(repository + u'/' + name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
+    void write(const QString &name) const { writeFile(repository + u'/' + name); }
     [[nodiscard]] QStringList files() const
     {
         QStringList found;

@@ -2,6 +2,7 @@
 #include "tests/integration/tools/SampleBackup.h"
 #include "tests/support/CheapRepository.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/Waiting.h"
 
 #include <QRandomGenerator>
@@ -46,10 +47,9 @@ protected:
         QRandomGenerator random(1);
         std::generate(bytes.begin(), bytes.end(),
                       [&random] { return static_cast<char>(random.generate()); });
-        QFile file(QDir::homePath() + QLatin1String("/noise"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
+        QString path = QDir::homePath() + QLatin1String("/noise");
+        writeFile(path, bytes);
+        return path;
     }
 
     const QString noise = fileOfNoise();
@@ -60,9 +60,9 @@ protected:
 pid_t onlyChild()
 {
     const QString self = QString::number(::getpid());
-    QFile children(QLatin1String("/proc/self/task/") + self + QLatin1String("/children"));
-    EXPECT_TRUE(children.open(QIODevice::ReadOnly));
-    return children.readAll().trimmed().toInt();
+    return readFile(QLatin1String("/proc/self/task/") + self + QLatin1String("/children"))
+        .trimmed()
+        .toInt();
 }
 
 TEST_F(ResticLockTest, aStopThroughTheHandleEndsResticWithItsOwnCode)

@@ -1,4 +1,5 @@
 #include "tests/integration/tools/SampleBackup.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tools/Rclone.h"
 #include "tools/Tools.h"
@@ -31,19 +32,6 @@ protected:
                                     {QStringLiteral("remote"), remoteFolder()},
                                     {QStringLiteral("token"), QStringLiteral("t")}});
     }
-    static bool isInAFileOfTheHome(const QByteArray &bytes)
-    {
-        QDirIterator files(QDir::homePath(), QDir::Files | QDir::Hidden,
-                           QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            QFile file(files.next());
-            if (file.open(QIODevice::ReadOnly) && file.readAll().contains(bytes)) {
-                return true;
-            }
-        }
-        return false;
-    }
-
     SampleBackup sample;
     Restic restic;
     MemorySecretBackend secrets;
@@ -76,8 +64,8 @@ TEST_F(ResticOverRcloneTest, aServerServesAsADiskDoes)
     EXPECT_EQ(restic.run(restic.restoreArguments(snap.id, found.first(), target)).status, 0);
     EXPECT_EQ(SampleBackup::content(target, "a*b.txt"), QByteArray("a*b.txt"));
 
-    EXPECT_FALSE(isInAFileOfTheHome("key-of-the-configuration"));
-    EXPECT_FALSE(isInAFileOfTheHome("key-of-the-repository"));
+    EXPECT_FALSE(isInAnyFile(QDir::homePath(), "key-of-the-configuration"));
+    EXPECT_FALSE(isInAnyFile(QDir::homePath(), "key-of-the-repository"));
     EXPECT_EQ(
         QDir(Paths::support()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
         QStringList({QStringLiteral("rclone.conf")}));

@@ -1,4 +1,5 @@
 #include "tests/integration/tools/SampleBackup.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tools/Rclone.h"
@@ -31,10 +32,9 @@ protected:
     static QString sources() { return folder("sources"); }
     static QString written(const char *name, const QByteArray &content)
     {
-        QFile file(QDir::homePath() + u'/' + QString::fromUtf8(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        return file.fileName();
+        QString path = QDir::homePath() + u'/' + QString::fromUtf8(name);
+        writeFile(path, content);
+        return path;
     }
 
     /// Opens a repository as the user would with the recovery kit: with the key and nothing else.
@@ -58,8 +58,7 @@ protected:
     }
     static QByteArray rcloneConfig()
     {
-        QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return readFile(Paths::supportFile(QStringLiteral("rclone.conf")));
     }
 
     Restic restic;

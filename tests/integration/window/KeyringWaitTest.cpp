@@ -2,6 +2,8 @@
 #include "state/Paths.h"
 #include "tests/support/AccessibleTree.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/WindowSession.h"
 
@@ -21,11 +23,7 @@ protected:
     {
         WindowSession::SetUp();
         ASSERT_TRUE(reader.isRunning());
-        AppConfig config = ConfigStore::load();
-        config.localEnabled = true;
-        config.localFolder = QDir::homePath();
-        config.keySaved = true;
-        ConfigStore::save(config);
+        ConfigStore::save(readySettings());
     }
 
     bool shows(const QString &role, const QString &name)
@@ -51,8 +49,7 @@ TEST_F(KeyringWait, theWindowIsThereSaysSoAndGoesOnWithTheAnswer)
     EXPECT_TRUE(shows(heading, waiting));
     EXPECT_TRUE(shows(QStringLiteral("label"), waiting)); // at the sidebar's foot
     EXPECT_TRUE(shows(QStringLiteral("push button"), QStringLiteral("Avvio in corso...")));
-    QFile file(answer);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(answer));
     EXPECT_TRUE(shows(heading, QStringLiteral("Nessun backup eseguito")));
     EXPECT_TRUE(shows(QStringLiteral("push button"), QStringLiteral("Esegui backup ora")));
 }
@@ -62,12 +59,8 @@ TEST_F(KeyringWait, aSecondStartHandsOverMeanwhile)
     session.pauseKeyring();
     program.start();
     ASSERT_TRUE(program.shows());
-    ASSERT_TRUE(ManagedScreen::close(program.windows().value(0)));
-    ASSERT_TRUE(program.hides());
-    ShownProgram second;
-    second.start();
-    EXPECT_EQ(second.finish(), 0);
-    EXPECT_EQ(second.errors(), "");
+    close(program);
+    startAgain();
     EXPECT_TRUE(program.shows());
 }
 

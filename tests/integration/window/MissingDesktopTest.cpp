@@ -1,3 +1,4 @@
+#include "tests/support/Files.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/WindowSession.h"
 
@@ -45,13 +46,11 @@ TEST_F(MissingDesktop, aKeyring)
 TEST_F(MissingDesktop, fonts)
 {
     const QString empty = QDir::homePath() + QLatin1String("/no-fonts");
-    ASSERT_TRUE(QDir().mkpath(empty));
-    QFile settings(empty + QLatin1String("/fonts.conf"));
-    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-    settings.write("<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
-                   "<fontconfig></fontconfig>");
-    settings.close();
-    qputenv("FONTCONFIG_FILE", settings.fileName().toUtf8());
+    const QString settings = empty + QLatin1String("/fonts.conf");
+    ASSERT_TRUE(writeFile(settings,
+                          "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
+                          "<fontconfig></fontconfig>"));
+    qputenv("FONTCONFIG_FILE", settings.toUtf8());
     expectWindow();
 }
 
@@ -71,8 +70,7 @@ TEST_F(MissingDesktop, aPlaceForTheSupportFolder)
 {
     // A file stands where the folder would be.
     qputenv("XDG_DATA_HOME", QDir::homePath().toUtf8() + "/occupied");
-    QFile occupied(QDir::homePath() + QLatin1String("/occupied"));
-    ASSERT_TRUE(occupied.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(QDir::homePath() + QLatin1String("/occupied")));
     expectWindow();
 }
 

@@ -1,6 +1,7 @@
 #include "state/Keychain.h"
 #include "state/Paths.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/WindowSession.h"
 
@@ -86,9 +87,8 @@ TEST_F(Opening, atRestNothingMovesByItself)
     ASSERT_TRUE(program.shows());
     // How often the window's thread has slept.
     const auto sleeps = [this] {
-        QFile file(QStringLiteral("/proc/%1/task/%1/status").arg(program.processId()));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString status = QString::fromUtf8(file.readAll());
+        const QString status = QString::fromUtf8(
+            readFile(QStringLiteral("/proc/%1/task/%1/status").arg(program.processId())));
         return status.section(QLatin1String("voluntary_ctxt_switches:"), 1)
             .section(u'\n', 0, 0)
             .trimmed()
@@ -114,10 +114,7 @@ TEST_F(Opening, atRestNothingMovesByItself)
 
 TEST_F(Opening, aSettingsFileThatIsNoneDoesNotHinderIt)
 {
-    QFile file(Paths::supportFile(QStringLiteral("config.json")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("{ no settings");
-    file.close();
+    ASSERT_TRUE(writeSupportFile("config.json", "{ no settings"));
     program.start();
     EXPECT_TRUE(program.shows());
 }
@@ -139,11 +136,7 @@ TEST_F(Opening, aModuleThatIsNoneIsToldLikewise)
     const Installation installation;
     const QString folder =
         QFileInfo(installation.program()).path() + QLatin1String("/../lib/vellomar");
-    ASSERT_TRUE(QDir().mkpath(folder));
-    QFile module(folder + QLatin1String("/libvellomar-window.so"));
-    ASSERT_TRUE(module.open(QIODevice::WriteOnly));
-    module.write("no library");
-    module.close();
+    ASSERT_TRUE(writeFile(folder + QLatin1String("/libvellomar-window.so"), "no library"));
     ShownProgram broken(installation.program());
     broken.start();
     EXPECT_EQ(broken.finish(), 1);

@@ -3,6 +3,7 @@
 #include "state/StatusStore.h"
 #include "tests/support/AccessibleTree.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/WindowSession.h"
 
@@ -82,19 +83,13 @@ protected:
             QByteArray bytes(size, Qt::Uninitialized);
             auto *const numbers = reinterpret_cast<quint32 *>(bytes.data());
             QRandomGenerator::global()->fillRange(numbers, size / 4);
-            QFile file(
-                QStringLiteral("%1/Foto %2.jpg").arg(source).arg(i, 3, 10, QLatin1Char('0')));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(bytes);
+            ASSERT_TRUE(writeFile(
+                QStringLiteral("%1/Foto %2.jpg").arg(source).arg(i, 3, 10, QLatin1Char('0')),
+                bytes));
         }
     }
     /// How many KiB a second restic may write from its next start on.
-    void setSpeed(int speed) const
-    {
-        QFile file(speedFile);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray::number(speed));
-    }
+    void setSpeed(int speed) const { ASSERT_TRUE(writeFile(speedFile, QByteArray::number(speed))); }
 
     std::optional<AccessibleObject> find(const QString &role, const QString &name)
     {
@@ -237,11 +232,9 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
     ASSERT_TRUE(screen.run(QStringLiteral("xdotool"), {QStringLiteral("type"), kit}));
     ASSERT_TRUE(screen.press(QStringLiteral("Return")));
     ASSERT_TRUE(eventually([this] { return QFile::exists(kit); }));
-    QFile file(kit);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray key = file.readAll().split('\n').value(6);
+    const QByteArray key = readFile(kit).split('\n').value(6);
     EXPECT_EQ(key.size(), 32);
-    EXPECT_EQ(file.permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+    EXPECT_EQ(QFile::permissions(kit) & ~(QFile::ReadUser | QFile::WriteUser),
               QFile::ReadOwner | QFile::WriteOwner);
     EXPECT_TRUE(
         shows(QStringLiteral("alert"), QStringLiteral("Il kit è sullo stesso disco dei backup: *")))

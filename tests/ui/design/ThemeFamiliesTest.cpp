@@ -1,3 +1,4 @@
+#include "tests/support/Files.h"
 #include "ui/design/Theme.h"
 
 #include <QDir>
@@ -18,11 +19,9 @@ protected:
     void SetUp() override
     {
         const QString file = QDir::homePath() + QStringLiteral("/fonts.conf");
-        QFile settings(file);
-        ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write("<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
-                       "<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir></fontconfig>");
-        settings.close();
+        ASSERT_TRUE(writeFile(
+            file, "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
+                  "<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir></fontconfig>"));
         qputenv("FONTCONFIG_FILE", file.toUtf8());
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

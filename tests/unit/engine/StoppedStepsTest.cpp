@@ -2,7 +2,9 @@
 #include "state/Keychain.h"
 #include "state/Paths.h"
 #include "state/StatusStore.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/Waiting.h"
 
 #include <QDir>
@@ -26,24 +28,20 @@ protected:
         qputenv("STANDIN_LOG", folder("calls").toUtf8());
         qputenv("STANDIN_PLAN", file("plan").toUtf8());
         secrets.items[{QStringLiteral("it.vellomar.app"), Keychain::repositoryKey}] = "the key";
-        config.sources = {folder("source")};
         config.localEnabled = false;
         config.driveEnabled = true;
-        config.driveFolder = QStringLiteral("backups");
-        config.keySaved = true;
     }
 
     /// Lets the tools hang at this command.
     static void hangAt(const QByteArray &command)
     {
-        QFile plan(file("plan"));
-        ASSERT_TRUE(plan.open(QIODevice::WriteOnly));
-        plan.write("case \"$*\" in *'" + command +
-                   "'*) trap '' INT; : >\"$HOME/hangs\"; while :; do sleep 0.02; done;; esac\n"
-                   "case \"$*\" in\n"
-                   "*'config dump') echo '{\"vellomar\":{\"token\":\"t\"}}';;\n"
-                   "*'cat config') [ -e \"$HOME/made\" ] || exit 10;;\n"
-                   "esac\n");
+        writeFile(file("plan"),
+                  "case \"$*\" in *'" + command +
+                      "'*) trap '' INT; : >\"$HOME/hangs\"; while :; do sleep 0.02; done;; esac\n"
+                      "case \"$*\" in\n"
+                      "*'config dump') echo '{\"vellomar\":{\"token\":\"t\"}}';;\n"
+                      "*'cat config') [ -e \"$HOME/made\" ] || exit 10;;\n"
+                      "esac\n");
     }
 
     static QString file(const char *name) { return Paths::home() + u'/' + QString::fromUtf8(name); }
@@ -55,14 +53,14 @@ protected:
 
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};
-    AppConfig config;
+    AppConfig config = readySettings();
 };
 
 TEST_P(StoppedSteps, endTheRunWithItsRecord)
 {
     hangAt(GetParam());
     if (GetParam() != std::string_view("init")) {
-        ASSERT_TRUE(QFile(file("made")).open(QIODevice::WriteOnly));
+        ASSERT_TRUE(writeFile(file("made")));
     }
     const auto handle =
         std::make_shared<ProcessHandle>(StopPatience{.byItself = 1ms, .interrupted = 1ms});

@@ -1,5 +1,6 @@
 #include "platform/ExecutablePath.h"
 #include "state/StatusStore.h"
+#include "tests/support/Files.h"
 #include "tests/support/ModelFixture.h"
 
 #include <QDir>
@@ -22,8 +23,7 @@ protected:
     static void writeFileInsteadOfTheFolder()
     {
         ASSERT_TRUE(QDir(Paths::support()).removeRecursively());
-        QFile file(Paths::support());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(writeFile(Paths::support()));
     }
 
     static std::optional<QString> folderError(const QString &reason)

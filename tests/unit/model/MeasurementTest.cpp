@@ -1,4 +1,5 @@
 #include "model/UserDefaults.h"
+#include "tests/support/Files.h"
 #include "tests/support/ModelFixture.h"
 #include "tests/support/Waiting.h"
 
@@ -10,13 +11,6 @@ namespace {
 class Measurement : public ModelFixture
 {
 protected:
-    static void write(const QString &path, qint64 size)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(QByteArray(size, 'x')), size);
-    }
-
     [[nodiscard]] qint64 kept(const QString &source) const
     {
         return UserDefaults::value(UserDefaults::sourceSizes)
@@ -29,8 +23,8 @@ protected:
 TEST_F(Measurement, storesTheSizeOfEachSource)
 {
     config.sources = {folder("one"), folder("two"), QStringLiteral("/nowhere")};
-    write(folder("one") + QLatin1String("/a"), 10);
-    write(folder("two") + QLatin1String("/b"), 32);
+    writeFile(folder("one") + QLatin1String("/a"), QByteArray(10, 'x'));
+    writeFile(folder("two") + QLatin1String("/b"), QByteArray(32, 'x'));
     start();
     settle();
     const SignalCount measuring(model.get(), &AppModel::measuringChanged);
@@ -62,8 +56,8 @@ TEST_F(Measurement, leavesOutTheRepositoryOnADiskInUse)
 {
     config.localFolder = config.sources.first();
     QDir().mkpath(config.localFolder + QLatin1String("/Vellomar.backup"));
-    write(config.localFolder + QLatin1String("/Vellomar.backup/data"), 100);
-    write(config.localFolder + QLatin1String("/file"), 5);
+    writeFile(config.localFolder + QLatin1String("/Vellomar.backup/data"), QByteArray(100, 'x'));
+    writeFile(config.localFolder + QLatin1String("/file"), QByteArray(5, 'x'));
     start();
     model->runMeasure();
     settle();
@@ -116,8 +110,8 @@ TEST_F(Measurement, oneOfAnEarlierSelectionEndsAtOnceAndItsFigureIsNotTaken)
 
 TEST_F(Measurement, oneOfTheNewSelectionDoesNotWaitForTheOldOne)
 {
-    write(folder("source") + QLatin1String("/a"), 10);
-    write(folder("source") + QLatin1String("/a.o"), 100);
+    writeFile(folder("source") + QLatin1String("/a"), QByteArray(10, 'x'));
+    writeFile(folder("source") + QLatin1String("/a.o"), QByteArray(100, 'x'));
     start();
     settle();
     model->runMeasure();
@@ -146,10 +140,9 @@ TEST_F(Measurement, tellsHowFarItIs)
 {
     const QString many = folder("many");
     for (int i = 0; i < 20000; ++i) {
-        QFile file(many + u'/' + QString::number(i));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(writeFile(many + u'/' + QString::number(i)));
     }
-    write(folder("first") + QLatin1String("/a"), 7);
+    writeFile(folder("first") + QLatin1String("/a"), QByteArray(7, 'x'));
     config.sources = {folder("first"), many};
     start();
     model->runMeasure();

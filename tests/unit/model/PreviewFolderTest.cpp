@@ -1,4 +1,5 @@
 #include "model/PreviewFolder.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,13 +19,6 @@ protected:
         QDir().mkpath(QDir::homePath() + QLatin1String("/tmp"));
         qputenv("TMPDIR", QFile::encodeName(QDir::homePath() + QLatin1String("/tmp")));
     }
-
-    static void write(const QString &path)
-    {
-        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
 };
 
 TEST_F(PreviewFolderTest, standsInTheTemporaryFolder)
@@ -36,7 +30,7 @@ TEST_F(PreviewFolderTest, standsInTheTemporaryFolder)
 TEST_F(PreviewFolderTest, goesWithAllThatItHolds)
 {
     PreviewFolder::remove();
-    write(PreviewFolder::path() + QLatin1String("/a/.b/c"));
+    writeFile(PreviewFolder::path() + QLatin1String("/a/.b/c"));
     PreviewFolder::remove();
     EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
 }
@@ -44,8 +38,8 @@ TEST_F(PreviewFolderTest, goesWithAllThatItHolds)
 TEST_F(PreviewFolderTest, whatALinkInItPointsToStays)
 {
     const QString kept = QDir::homePath() + QLatin1String("/kept/file");
-    write(kept);
-    write(PreviewFolder::path() + QLatin1String("/a"));
+    writeFile(kept);
+    writeFile(PreviewFolder::path() + QLatin1String("/a"));
     ASSERT_TRUE(QFile::link(QFileInfo(kept).path(), PreviewFolder::path() + QLatin1String("/l")));
     PreviewFolder::remove();
     EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
@@ -55,7 +49,7 @@ TEST_F(PreviewFolderTest, whatALinkInItPointsToStays)
 TEST_F(PreviewFolderTest, aLinkInItsPlaceIsLeftAlone)
 {
     const QString kept = QDir::homePath() + QLatin1String("/kept/file");
-    write(kept);
+    writeFile(kept);
     ASSERT_TRUE(QFile::link(QFileInfo(kept).path(), PreviewFolder::path()));
     PreviewFolder::remove();
     EXPECT_TRUE(QFileInfo::exists(kept));
@@ -64,7 +58,7 @@ TEST_F(PreviewFolderTest, aLinkInItsPlaceIsLeftAlone)
 
 TEST_F(PreviewFolderTest, aPlainFileInItsPlaceIsLeftAlone)
 {
-    write(PreviewFolder::path());
+    writeFile(PreviewFolder::path());
     PreviewFolder::remove();
     EXPECT_TRUE(QFileInfo::exists(PreviewFolder::path()));
 }

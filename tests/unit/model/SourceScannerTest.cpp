@@ -1,6 +1,7 @@
 #include "model/SourceScanner.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/OrdinaryUser.h"
 
 #include <QDir>
@@ -20,11 +21,7 @@ class SourceScannerTest : public testing::Test
 protected:
     void write(const QString &name, qint64 size = 1) const
     {
-        const QString path = root + u'/' + name;
-        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(QByteArray(size, 'x')), size);
+        writeFile(root + u'/' + name, QByteArray(size, 'x'));
     }
 
     qint64 size(const QStringList &excludes = {})
@@ -45,9 +42,7 @@ protected:
     {
         ASSERT_TRUE(QDir().mkpath(root));
         for (int i = 0; i < count; ++i) {
-            QFile file(root + u'/' + QString::number(i));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write("xx");
+            ASSERT_TRUE(writeFile(root + u'/' + QString::number(i), "xx"));
         }
     }
 

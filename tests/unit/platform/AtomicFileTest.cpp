@@ -1,4 +1,5 @@
 #include "platform/AtomicFile.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,19 +17,6 @@ QString path(const QString &name = QStringLiteral("file.json"))
     return QDir::homePath() + u'/' + name;
 }
 
-QByteArray content(const QString &of = path())
-{
-    QFile file(of);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void put(const QString &at, const QByteArray &text)
-{
-    QFile file(at);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-}
-
 QStringList names()
 {
     return QDir(QDir::homePath()).entryList(QDir::Files | QDir::Hidden | QDir::System);
@@ -39,11 +27,12 @@ QStringList names()
 TEST(AtomicFile, makesAndReplacesAFileAndLeavesNothingBeside)
 {
     EXPECT_TRUE(AtomicFile::write(path(), "first and longer"));
-    EXPECT_EQ(content(), "first and longer");
+    EXPECT_EQ(readFile(path()), "first and longer");
     EXPECT_TRUE(AtomicFile::write(path(), "second"));
-    EXPECT_EQ(content(), "second");
+    EXPECT_EQ(readFile(path()), "second");
     EXPECT_TRUE(AtomicFile::write(path(), QByteArray()));
-    EXPECT_EQ(content(), "");
+    EXPECT_EQ(readFile(path()), "");
+    EXPECT_TRUE(QFile::exists(path()));
     EXPECT_EQ(names(), QStringList{QStringLiteral("file.json")});
 }
 
@@ -57,7 +46,7 @@ TEST(AtomicFile, aReaderNeverSeesAPart)
     int broken = 0;
     std::thread reader([&] {
         while (!done) {
-            const QByteArray seen = content();
+            const QByteArray seen = readFile(path());
             broken += seen == one || seen == two ? 0 : 1;
             ++reads;
         }
@@ -83,11 +72,11 @@ TEST(AtomicFile, aLinkStaysALink)
 {
     ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("elsewhere"))));
     const QString target = path(QStringLiteral("elsewhere/real.json"));
-    put(target, "old");
+    writeFile(target, "old");
     ASSERT_TRUE(QFile::link(target, path()));
     EXPECT_TRUE(AtomicFile::write(path(), "new"));
     EXPECT_TRUE(QFileInfo(path()).isSymLink());
-    EXPECT_EQ(content(target), "new");
+    EXPECT_EQ(readFile(target), "new");
 }
 
 TEST(AtomicFile, removesWhatAKilledWriterLeftAndNothingElse)
@@ -103,10 +92,10 @@ TEST(AtomicFile, removesWhatAKilledWriterLeftAndNothingElse)
         QStringLiteral("other.json.AbCdEf.vellomar-partial"),
     };
     for (const QString &name : kept) {
-        put(path(name), "text");
+        writeFile(path(name), "text");
     }
-    put(path(QStringLiteral("file.json.AbCdEf.vellomar-partial")), "text");
-    put(path(QStringLiteral("file.json.zyxwvu.vellomar-partial")), "text");
+    writeFile(path(QStringLiteral("file.json.AbCdEf.vellomar-partial")), "text");
+    writeFile(path(QStringLiteral("file.json.zyxwvu.vellomar-partial")), "text");
     ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("file.json.folder.vellomar-partial"))));
 
     AtomicFile::removeAbandoned(path());

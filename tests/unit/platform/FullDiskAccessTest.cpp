@@ -1,5 +1,6 @@
 #include "platform/FullDiskAccess.h"
 
+#include "tests/support/Files.h"
 #include "tests/support/OrdinaryUser.h"
 
 #include <QDir>
@@ -18,10 +19,7 @@ QString home()
 bool hasAccessIn(const QByteArray &description)
 {
     const QString path = home() + QLatin1String("/flatpak-info");
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(description);
-    file.close();
+    writeFile(path, description);
     return hasFullDiskAccess(home(), path);
 }
 

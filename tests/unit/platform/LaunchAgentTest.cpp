@@ -1,4 +1,5 @@
 #include "platform/PeriodicJob.h"
+#include "tests/support/Files.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/RecordedTools.h"
 #include "tests/support/SmallDisk.h"
@@ -55,11 +56,7 @@ class LaunchAgentTest : public testing::Test
 protected:
     LaunchAgent agent() { return {home, label, 501, launchctl.runTool()}; }
 
-    [[nodiscard]] QByteArray content() const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    [[nodiscard]] QByteArray content() const { return readFile(path); }
 
     const QString home = QDir::homePath();
     const QString path = home + QLatin1String("/Library/LaunchAgents/it.vellomar.backup.plist");
@@ -190,8 +187,7 @@ TEST_F(LaunchAgentTest, onAFullDiskTheFileStaysAsItWas)
 TEST_F(LaunchAgentTest, whatAKilledWriterLeftGoesWithTheNextChange)
 {
     const QString left = path + QLatin1String(".AbCdEf.vellomar-partial");
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-    ASSERT_TRUE(QFile(left).open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(left));
     agent().establish(everyHour());
     EXPECT_FALSE(QFile::exists(left));
 }

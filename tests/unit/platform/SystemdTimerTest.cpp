@@ -1,4 +1,5 @@
 #include "platform/PeriodicJob.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/RecordedTools.h"
@@ -37,12 +38,6 @@ PeriodicJobPlan every(qint64 seconds)
             .errorLog = QStringLiteral("/home/anna/backup.log")};
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 class SystemdTimerTest : public testing::Test
 {
 protected:
@@ -50,8 +45,8 @@ protected:
     {
         return {home + u"/settings", home + u"/data", QStringLiteral("job"), systemctl.runTool()};
     }
-    [[nodiscard]] QByteArray timer() const { return contentOf(folder + u"/job.timer"); }
-    [[nodiscard]] QByteArray service() const { return contentOf(folder + u"/job.service"); }
+    [[nodiscard]] QByteArray timer() const { return readFile(folder + u"/job.timer"); }
+    [[nodiscard]] QByteArray service() const { return readFile(folder + u"/job.service"); }
 
     /// The lines of the timer between its accuracy and its section's beginning.
     [[nodiscard]] QString schedule() const
@@ -275,10 +270,7 @@ TEST_F(SystemdTimerTest, damagedOrMissingUnitsAreWrittenAnew)
         {QStringLiteral("/job.timer"), goodTimer + "OnBootSec=1\n"},
         {QStringLiteral("/job.service"), goodService.left(10)}};
     for (const auto &[name, content] : damages) {
-        QFile file(folder + name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(content);
-        file.close();
+        ASSERT_TRUE(writeFile(folder + name, content));
         systemctl.calls.clear();
         job().establish(every(3600));
         EXPECT_THAT(systemctl.calls, ElementsAre(stopped, reloaded, enabled));
@@ -371,7 +363,7 @@ TEST_F(SystemdTimerTest, whatAKilledWriterLeftGoesWithTheNextChange)
     ASSERT_TRUE(QDir().mkpath(folder));
     for (const QString &name : {QStringLiteral("/job.timer.AbCdEf.vellomar-partial"),
                                 QStringLiteral("/job.service.AbCdEf.vellomar-partial")}) {
-        ASSERT_TRUE(QFile(folder + name).open(QIODevice::WriteOnly));
+        ASSERT_TRUE(writeFile(folder + name));
     }
     job().establish(every(3600));
     EXPECT_EQ(QDir(folder).entryList(QDir::Files),

@@ -1,4 +1,5 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "ui/shell/Licenses.h"
 
 #include <QDir>
@@ -17,8 +18,7 @@ protected:
 
     [[nodiscard]] bool write(const QByteArray &content) const
     {
-        QFile file(folder + QLatin1String("/restic.txt"));
-        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+        return writeFile(folder + QLatin1String("/restic.txt"), content);
     }
 
     const QString folder = *Paths::resources() + QLatin1String("/licenses");

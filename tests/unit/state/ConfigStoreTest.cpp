@@ -1,4 +1,5 @@
 #include "state/ConfigStore.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,9 +19,7 @@ QString file()
 
 void put(const QByteArray &content)
 {
-    QFile config(file());
-    ASSERT_TRUE(config.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(config.write(content), content.size());
+    ASSERT_TRUE(writeFile(file(), content));
 }
 
 void put(const QJsonObject &object)
@@ -30,8 +29,7 @@ void put(const QJsonObject &object)
 
 QByteArray content()
 {
-    QFile config(file());
-    return config.open(QIODevice::ReadOnly) ? config.readAll() : QByteArray("unreadable");
+    return readFile(file());
 }
 
 AppConfig unusual()

@@ -2,6 +2,7 @@
 
 #include "state/Paths.h"
 #include "state/StatusStore.h"
+#include "tests/support/Files.h"
 #include "tests/support/SmallDisk.h"
 
 #include <QDir>
@@ -117,8 +118,7 @@ TEST_F(LocalDiskTest, whatIsKnownAlreadyIsNotWrittenAgain)
     file.write("\n");
     file.close();
     LocalDisk::remember(repository);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().endsWith("\n\n"));
+    EXPECT_TRUE(readFile(file.fileName()).endsWith("\n\n"));
 }
 
 } // namespace

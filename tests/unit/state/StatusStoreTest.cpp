@@ -1,6 +1,7 @@
 #include "state/StatusStore.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,19 +20,6 @@ QString history()
 QString log()
 {
     return Paths::supportFile(QStringLiteral("backup.log"));
-}
-
-QByteArray content(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void put(const QString &name, const QByteArray &text)
-{
-    QFile file(Paths::supportFile(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(text);
 }
 
 // A record of its own minute and id.
@@ -58,7 +46,7 @@ RunStatus status()
 
 qsizetype logLines()
 {
-    return content(log()).count('\n');
+    return readFile(log()).count('\n');
 }
 
 } // namespace
@@ -73,7 +61,7 @@ TEST(StatusStore, aStatusIsWrittenReplacedAndCleared)
     later.currentFile = QStringLiteral("/a");
     StatusStore::write(later);
     EXPECT_EQ(StatusStore::loadStatus(), later);
-    EXPECT_TRUE(content(Paths::supportFile(QStringLiteral("status.json")))
+    EXPECT_TRUE(readFile(Paths::supportFile(QStringLiteral("status.json")))
                     .startsWith("{\n    \"bytesDone\": 0,\n    \"currentFile\": \"/a\",\n"));
     StatusStore::clear();
     EXPECT_FALSE(StatusStore::loadStatus());
@@ -87,7 +75,7 @@ TEST(StatusStore, aStatusThatCannotBeDecodedIsNone)
     for (const QByteArray &text :
          {QJsonDocument(object).toJson(), QByteArray(), QByteArray("{}"), QByteArray("[]"),
           QJsonDocument(status().toJSON()).toJson().chopped(5)}) {
-        put(QStringLiteral("status.json"), text);
+        writeSupportFile("status.json", text);
         EXPECT_FALSE(StatusStore::loadStatus()) << text.toStdString();
     }
 }
@@ -97,7 +85,7 @@ TEST(StatusStore, theFirstRecordMakesHistoryAndLog)
     const RunRecord only = record(DestinationID::Local, Outcome::Ok);
     StatusStore::append(only);
     EXPECT_EQ(StatusStore::loadHistory(), QList{only});
-    EXPECT_EQ(content(log()), "2026-03-01T10:00:00Z [local] ok: stesso testo\n");
+    EXPECT_EQ(readFile(log()), "2026-03-01T10:00:00Z [local] ok: stesso testo\n");
 }
 
 TEST(StatusStore, theNewestRecordStandsFirstInTheHistoryAndLastInTheLog)
@@ -107,14 +95,14 @@ TEST(StatusStore, theNewestRecordStandsFirstInTheHistoryAndLastInTheLog)
     StatusStore::append(one);
     StatusStore::append(two);
     EXPECT_EQ(StatusStore::loadHistory(), QList({two, one}));
-    EXPECT_EQ(content(log()), "2026-03-01T10:00:00Z [local] failed: uno\n"
-                              "2026-03-01T10:01:00Z [server] cancelled: due è\n");
+    EXPECT_EQ(readFile(log()), "2026-03-01T10:00:00Z [local] failed: uno\n"
+                               "2026-03-01T10:01:00Z [server] cancelled: due è\n");
 }
 
 TEST(StatusStore, aLogLineIsOneLineWhateverTheMessageHolds)
 {
     StatusStore::append(record(DestinationID::Drive, Outcome::Warning, "a\nb\n\nc"));
-    EXPECT_EQ(content(log()), "2026-03-01T10:00:00Z [drive] warning: a b  c\n");
+    EXPECT_EQ(readFile(log()), "2026-03-01T10:00:00Z [drive] warning: a b  c\n");
     EXPECT_EQ(StatusStore::loadHistory().first().message, QStringLiteral("a\nb\n\nc"));
 }
 
@@ -123,7 +111,7 @@ TEST(StatusStore, theLogIsInUTCWithWholeSeconds)
     RunRecord abroad = record(DestinationID::Local, Outcome::Ok, "x");
     abroad.date = QDateTime(QDate(2026, 7, 1), QTime(1, 2, 3, 999), Qt::OffsetFromUTC, 7200);
     StatusStore::append(abroad);
-    EXPECT_EQ(content(log()), "2026-06-30T23:02:03Z [local] ok: x\n");
+    EXPECT_EQ(readFile(log()), "2026-06-30T23:02:03Z [local] ok: x\n");
 }
 
 TEST(StatusStore, theHistoryKeepsTheNewest300)
@@ -134,7 +122,7 @@ TEST(StatusStore, theHistoryKeepsTheNewest300)
         records.append(record(DestinationID::Local, Outcome::Ok));
         list.append(records.last().toJSON());
     }
-    put(QStringLiteral("history.json"), QJsonDocument(list).toJson());
+    writeSupportFile("history.json", QJsonDocument(list).toJson());
     const RunRecord newest = record(DestinationID::Local, Outcome::Ok);
     StatusStore::append(newest);
     records.prepend(newest);
@@ -144,7 +132,7 @@ TEST(StatusStore, theHistoryKeepsTheNewest300)
     // A longer one that somebody else made is cut too.
     list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
     list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
-    put(QStringLiteral("history.json"), QJsonDocument(list).toJson());
+    writeSupportFile("history.json", QJsonDocument(list).toJson());
     StatusStore::append(newest);
     EXPECT_EQ(StatusStore::loadHistory(), records);
 }
@@ -222,7 +210,7 @@ TEST(StatusStore, aDamagedHistoryIsEmptyAndReplacedByTheNextRecord)
     oneBad.append(7);
     for (const QByteArray &text : {unknown, QByteArray(), QByteArray("{}"), good.chopped(4),
                                    QByteArray("\xff\xfe"), QJsonDocument(oneBad).toJson()}) {
-        put(QStringLiteral("history.json"), text);
+        writeSupportFile("history.json", text);
         EXPECT_EQ(StatusStore::loadHistory(), QList<RunRecord>()) << text.toStdString();
         const RunRecord next = record(DestinationID::Local, Outcome::Ok);
         StatusStore::append(next);
@@ -253,7 +241,7 @@ TEST(StatusStore, theEnginesStateComesBackAndADamagedOneIsEmpty)
     state.lastCheck[QStringLiteral("local")] = QDateTime(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
     StatusStore::save(state);
     EXPECT_EQ(StatusStore::loadState(), state);
-    EXPECT_EQ(content(Paths::supportFile(QStringLiteral("state.json"))), R"({
+    EXPECT_EQ(readFile(Paths::supportFile(QStringLiteral("state.json"))), R"({
     "lastCheck": {
         "local": "2026-03-01T10:00:00Z"
     },
@@ -262,7 +250,7 @@ TEST(StatusStore, theEnginesStateComesBackAndADamagedOneIsEmpty)
 }
 )");
     for (const char *text : {"", "{}", "[]", "{\"lastCheck\": 7}", "{\"lastCheck\": "}) {
-        put(QStringLiteral("state.json"), text);
+        writeSupportFile("state.json", text);
         EXPECT_EQ(StatusStore::loadState(), EngineState()) << text;
     }
 }
@@ -271,7 +259,8 @@ TEST(StatusStore, removesWhatAKilledWriterLeft)
 {
     StatusStore::write(status());
     for (const char *name : {"status", "history", "state"}) {
-        put(QLatin1String(name) + QLatin1String(".json.abcdef.vellomar-partial"), "{");
+        const QByteArray left = QByteArray(name) + ".json.abcdef.vellomar-partial";
+        writeSupportFile(left.constData(), "{");
     }
     StatusStore::removeAbandoned();
     EXPECT_EQ(QDir(Paths::support()).entryList(QDir::Files | QDir::Hidden),

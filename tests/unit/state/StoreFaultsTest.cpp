@@ -3,6 +3,7 @@
 #include "platform/AtomicFile.h"
 #include "state/ConfigStore.h"
 #include "state/StatusStore.h"
+#include "tests/support/Files.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/SmallDisk.h"
 
@@ -91,10 +92,7 @@ TEST(StoreFaults, filesThatCannotBeReadAreAsMissing)
 
 TEST(StoreFaults, aSupportFolderThatIsAFileDoesNoHarm)
 {
-    ASSERT_TRUE(QDir().mkpath(Paths::home() + QLatin1String("/.local/share")));
-    QFile file(Paths::home() + QLatin1String("/.local/share/Vellomar"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
+    ASSERT_TRUE(writeFile(Paths::home() + QLatin1String("/.local/share/Vellomar")));
     writeEverything();
     StatusStore::clear();
     StatusStore::removeAbandoned();

@@ -1,6 +1,7 @@
 #include "state/SupportFolder.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/SmallDisk.h"
 
@@ -30,16 +31,13 @@ TEST(SupportFolder, aGoodOneHasNoFaultAndNothingIsLeftInIt)
 
 TEST(SupportFolder, oneThatIsAFileIsNoFolder)
 {
-    ASSERT_TRUE(QDir().mkpath(Paths::home() + QLatin1String("/.local/share")));
-    QFile file(folder());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(folder()));
     EXPECT_EQ(SupportFolder::fault(), QStringLiteral("non è una cartella"));
 }
 
 TEST(SupportFolder, oneThatCannotBeMadeIsTold)
 {
-    QFile file(Paths::home() + QLatin1String("/.local"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(Paths::home() + QLatin1String("/.local")));
     EXPECT_EQ(SupportFolder::fault(), QStringLiteral("non è una cartella"));
 }
 

@@ -1,5 +1,6 @@
 #include "tools/ChildEnvironment.h"
 
+#include "tests/support/Files.h"
 #include "tools/ProcessRunner.h"
 
 #include <QFile>
@@ -28,9 +29,7 @@ void expectInChild(const char *name, bool isThere)
 
 QString document()
 {
-    QFile file(QStringLiteral(VELLOMAR_SOURCE_DIR "/docs/environment.md"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return QString::fromUtf8(file.readAll());
+    return QString::fromUtf8(readFile(QStringLiteral(VELLOMAR_SOURCE_DIR "/docs/environment.md")));
 }
 
 /// The names in the table below a heading of the document.

@@ -1,6 +1,7 @@
 #include "tools/OneShotSecret.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tools/ProcessRunner.h"
 
@@ -210,10 +211,7 @@ TEST(OneShotSecret, aLinkToAPipeIsRefusedOfEitherKind)
 TEST(OneShotSecret, onlyAPipeIsRead)
 {
     const QString regular = Paths::supportFile(QStringLiteral("k-regular"));
-    QFile file(regular);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write("not for you"), 11);
-    file.close();
+    ASSERT_TRUE(writeFile(regular, "not for you"));
     expectRefused(delivered(regular));
     const QString folder = Paths::supportFile(QStringLiteral("k-folder"));
     ASSERT_TRUE(QDir().mkpath(folder));

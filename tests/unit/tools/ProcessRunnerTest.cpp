@@ -1,4 +1,5 @@
 #include "tools/ProcessRunner.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,10 +20,8 @@ ProcessResult shell(const QString &script, const ProcessOptions &options = {})
 QString fileWith(const QByteArray &content, QFileDevice::Permissions permissions)
 {
     const QString path = QDir::homePath() + QLatin1String("/a tool");
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    file.setPermissions(permissions);
+    writeFile(path, content);
+    QFile::setPermissions(path, permissions);
     return path;
 }
 

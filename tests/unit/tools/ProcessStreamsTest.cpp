@@ -1,3 +1,4 @@
+#include "tests/support/Files.h"
 #include "tools/GatheredOutput.h"
 #include "tools/ProcessRunner.h"
 
@@ -59,8 +60,7 @@ TEST(ProcessStreams, aLineOverTwoReadsIsWholeAndOnce)
                 sign},
                {.onLine = [&](const QString &line) {
                    lines.append(line);
-                   QFile file(sign);
-                   EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+                   writeFile(sign);
                }});
     EXPECT_EQ(lines, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/RcloneEnvelope.h"
 #include "tools/Rclone.h"
@@ -58,10 +59,9 @@ protected:
     /// Writes the file, dated so many seconds back.
     static void writeConfig(const QByteArray &content, int age = 0)
     {
+        ASSERT_TRUE(writeFile(configFile(), content));
         QFile file(configFile());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        ASSERT_EQ(file.write(content), content.size());
-        file.flush();
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTimeUtc().addSecs(-age),
                                      QFileDevice::FileModificationTime));
     }

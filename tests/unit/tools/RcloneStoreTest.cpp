@@ -1,3 +1,4 @@
+#include "tests/support/Files.h"
 #include "tests/unit/tools/RcloneFixture.h"
 
 #include <QRegularExpression>
@@ -21,9 +22,7 @@ protected:
         if (call.words() == show) {
             return {showStatus, QStringLiteral("[old]\ntype = x\n"), QString()};
         }
-        QFile file(call.config());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        plain = file.readAll();
+        plain = readFile(call.config());
         struct stat status = {};
         EXPECT_EQ(::stat(call.config().toUtf8().constData(), &status), 0);
         mode = status.st_mode & 07777U;

@@ -1,3 +1,4 @@
+#include "tests/support/Files.h"
 #include "tests/unit/tools/RcloneFixture.h"
 
 #include <thread>
@@ -57,8 +58,8 @@ TEST_F(RcloneTest, aFileThatRcloneHadSetAsideWhenItWasKilledComesBack)
 {
     writeConfig(envelope);
     ASSERT_TRUE(QFile::rename(configFile(), configFile() + QLatin1String(".old3373816731")));
-    QFile empty(configFile() + QLatin1String(".old4221691"));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly)); // from before the setting aside
+    ASSERT_TRUE(
+        writeFile(configFile() + QLatin1String(".old4221691"))); // from before the setting aside
     EXPECT_TRUE(Rclone::encrypted());
     EXPECT_TRUE(calls.isEmpty());
     EXPECT_EQ(config(), envelope);

@@ -1,6 +1,7 @@
 #include "tools/Restic.h"
 
 #include "state/StatusStore.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/RcloneEnvelope.h"
 #include "tools/Tools.h"
@@ -257,8 +258,7 @@ TEST_F(ResticRunTest, prepareUnlocksARepositoryThatIsLockedAndThenWaitsForItsLoc
 TEST_F(ResticRunTest, aDiskWhoseFolderIsNoneIsToldAtOnce)
 {
     const QString path = Paths::home() + QLatin1String("/disk");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(path));
     restic.config.localFolder = path;
     const ResticError error{
         QStringLiteral("Il backup non può stare in ~/disk/Vellomar.backup: non è una cartella")};
@@ -266,13 +266,12 @@ TEST_F(ResticRunTest, aDiskWhoseFolderIsNoneIsToldAtOnce)
     EXPECT_EQ(restic.prepare().error(), error);
     EXPECT_EQ(restic.snapshots().error(), error);
 
-    ASSERT_TRUE(file.remove());
+    ASSERT_TRUE(QFile::remove(path));
     ASSERT_TRUE(QDir().mkdir(path));
     const QString repository = path + QLatin1String("/Vellomar.backup");
-    QFile inside(repository);
-    ASSERT_TRUE(inside.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(repository));
     EXPECT_EQ(restic.prepare().error(), error);
-    ASSERT_TRUE(inside.remove());
+    ASSERT_TRUE(QFile::remove(repository));
     ASSERT_TRUE(QFile::link(repository, repository));
     EXPECT_EQ(restic.prepare().error(), error);
     EXPECT_TRUE(calls.isEmpty());

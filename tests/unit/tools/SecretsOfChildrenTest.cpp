@@ -1,4 +1,5 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tools/Rclone.h"
 #include "tools/Restic.h"
@@ -28,9 +29,7 @@ protected:
     void plan(const QByteArray &script)
     {
         const QString path = QDir::homePath() + QLatin1String("/plan");
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(script);
+        ASSERT_TRUE(writeFile(path, script));
         qputenv("STANDIN_PLAN", path.toUtf8());
     }
     /// Everything of one kind that the calls of a tool have left, in no order.
@@ -40,9 +39,7 @@ protected:
         const QStringList names = QDir(log).entryList(
             {QString::fromUtf8(tool) + QLatin1String(".*.") + QString::fromUtf8(kind)});
         for (const QString &name : names) {
-            QFile file(log + u'/' + name);
-            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-            contents.append(file.readAll());
+            contents.append(readFile(log + u'/' + name));
         }
         return contents;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Files.h"
 #include "tests/unit/tools/RcloneFixture.h"
 
 /// An rclone and an ssh-keyscan with which a connection to the private server comes about, unless a
@@ -18,18 +19,8 @@ protected:
 
     static QString knownHosts() { return Paths::supportFile(QStringLiteral("known_hosts")); }
     static bool isKnown() { return QFile::exists(knownHosts()); }
-    static QByteArray keys()
-    {
-        QFile file(knownHosts());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
-    static void writeKeys(const QByteArray &content)
-    {
-        QFile file(knownHosts());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        ASSERT_EQ(file.write(content), content.size());
-    }
+    static QByteArray keys() { return readFile(knownHosts()); }
+    static void writeKeys(const QByteArray &content) { writeFile(knownHosts(), content); }
     static ProcessResult said(const QString &output, int status = 0)
     {
         return {status, output, QString()};
@@ -56,9 +47,7 @@ private:
     ProcessResult answer(const Call &call)
     {
         if (call.words() == encryption) {
-            QFile file(call.config());
-            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-            stored = file.readAll();
+            stored = readFile(call.config());
             return encryptedCopy ? *encryptedCopy : encryptAsRcloneDoes(call.env);
         }
         const QMap<QString, ProcessResult> answers{

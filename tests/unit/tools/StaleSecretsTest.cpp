@@ -1,6 +1,7 @@
 #include "tools/OneShotSecret.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 
 #include <QDir>
@@ -14,9 +15,8 @@ namespace {
 
 QString make(const char *name)
 {
-    QFile file(Paths::supportFile(QString::fromUtf8(name)));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name;
-    return file.fileName();
+    writeSupportFile(name);
+    return Paths::supportFile(QString::fromUtf8(name));
 }
 
 bool isThere(const char *name)
