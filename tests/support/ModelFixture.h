@@ -5,9 +5,9 @@
 #include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
-#include "tests/support/ModelTools.h"
 #include "tests/support/ReadySettings.h"
 #include "tests/support/ScriptedDesktop.h"
+#include "tests/support/ScriptedTools.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -99,7 +99,7 @@ protected:
     ScopedClock clockInForce{clock};
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};
-    ModelTools tools;
+    ScriptedTools tools;
     std::shared_ptr<ScriptedDesktop> desktop = std::make_shared<ScriptedDesktop>();
     AppConfig config = readySettings();
     std::unique_ptr<AppModel> model;

@@ -60,8 +60,8 @@ TEST_F(StalledFolder, leavesOnShowWhatWasReadLast)
 {
     tools.answer(
         QStringLiteral("snapshots"),
-        ModelTools::ended(0, u'[' + ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname()) +
-                                 u']'));
+        ScriptedTools::ended(
+            0, u'[' + ScriptedTools::snapshot(QStringLiteral("aa"), Paths::hostname()) + u']'));
     start();
     settle();
     ASSERT_EQ(local().snapshots.size(), 1);

@@ -4,13 +4,15 @@
 #include "state/Keychain.h"
 #include "state/Paths.h"
 #include "tests/support/EventLoop.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/ModelReady.h"
-#include "tests/support/ModelTools.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/Screen.h"
 #include "tests/support/ScriptedDesktop.h"
+#include "tests/support/ScriptedTools.h"
 #include "tests/support/SmallDisk.h"
 
 #include <QAccessible>
@@ -78,11 +80,8 @@ protected:
     {
         secrets.items[{QStringLiteral("it.vellomar.app"), Keychain::repositoryKey}] =
             "the key in use";
-        AppConfig config;
-        config.sources = {QDir::homePath()};
-        config.localEnabled = true;
-        config.localFolder = QDir::homePath() + QLatin1String("/disk");
-        QDir().mkpath(config.localFolder);
+        AppConfig config = readySettings();
+        config.keySaved = false;
         ConfigStore::save(config);
         model = std::make_unique<AppModel>(desktop);
         EXPECT_TRUE(comesUp(*model));
@@ -161,26 +160,13 @@ protected:
                 words->property("color").value<QColor>().name()};
     }
 
-    static QByteArray content(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    static void write(const QString &path, const QByteArray &text)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(text), text.size());
-    }
-
     Stick stick;
     WindowApplication application;
     ManualClock clock;
     ScopedClock clockInForce{clock};
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};
-    ModelTools tools;
+    ScriptedTools tools;
     std::shared_ptr<ScriptedDesktop> desktop = std::make_shared<ScriptedDesktop>();
     std::unique_ptr<AppModel> model;
     QQuickView view;
@@ -218,7 +204,7 @@ TEST_F(KitSheetAndStick, savesTheKitAndSaysWhere)
     click("save");
     EXPECT_EQ(notice(), QStringList({QStringLiteral("Kit salvato in ~/stick/kit.txt."),
                                      QStringLiteral("checkmark.circle"), mint}));
-    EXPECT_EQ(content(kit), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(kit), model->recoveryKitText().toUtf8());
     EXPECT_TRUE(isOpened());
     EXPECT_FALSE(model->config().keySaved);
     EXPECT_TRUE(desktop->started.isEmpty());
@@ -227,14 +213,14 @@ TEST_F(KitSheetAndStick, savesTheKitAndSaysWhere)
 TEST_F(KitSheetAndStick, aFullDiskIsToldAndLosesNothing)
 {
     ASSERT_TRUE(stick.disk->isMounted());
-    write(kit, "an earlier kit");
+    writeFile(kit, "an earlier kit");
     stick.disk->fill();
     askForBackup();
     click("confirmation");
     click("save");
     EXPECT_EQ(notice(), QStringList({QStringLiteral("Kit non salvato: No space left on device"),
                                      QStringLiteral("exclamationmark.triangle"), coral}));
-    EXPECT_EQ(content(kit), "an earlier kit");
+    EXPECT_EQ(readFile(kit), "an earlier kit");
     EXPECT_EQ(QDir(Stick::path()).entryList(QDir::Files | QDir::Hidden),
               QStringList({QStringLiteral("filling"), QStringLiteral("kit.txt")}));
     EXPECT_TRUE(isOpened());
@@ -245,7 +231,7 @@ TEST_F(KitSheetAndStick, aFullDiskIsToldAndLosesNothing)
     stick.disk->makeRoom();
     click("save");
     EXPECT_EQ(notice().value(2), mint);
-    EXPECT_EQ(content(kit), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(kit), model->recoveryKitText().toUtf8());
     click("last");
     EXPECT_TRUE(eventuallyInLoop([this] { return !isOpened(); }));
     EXPECT_TRUE(ConfigStore::load().keySaved);
@@ -256,7 +242,7 @@ TEST_F(KitSheetAndStick, soIsADiskThatCannotBeWrittenOn)
 {
     ASSERT_TRUE(stick.disk->isMounted());
     const QString earlier = Stick::path() + QLatin1String("/earlier.txt");
-    write(earlier, "an earlier kit");
+    writeFile(earlier, "an earlier kit");
     ASSERT_TRUE(stick.disk->makeReadOnly());
     askForBackup();
     click("save");
@@ -266,7 +252,7 @@ TEST_F(KitSheetAndStick, soIsADiskThatCannotBeWrittenOn)
     click("save");
     EXPECT_TRUE(notice().value(0).startsWith(QStringLiteral("Kit non salvato: ")));
     EXPECT_EQ(notice().value(2), coral);
-    EXPECT_EQ(content(earlier), "an earlier kit");
+    EXPECT_EQ(readFile(earlier), "an earlier kit");
     EXPECT_TRUE(isOpened());
     EXPECT_FALSE(model->config().keySaved);
 }
@@ -297,7 +283,7 @@ TEST_F(KitSheet, onThisMachineItWarnsInTheSheet)
               QStringList({QStringLiteral("Il kit è sullo stesso disco dei backup: chi trova il "
                                           "disco può leggerli. Spostalo altrove."),
                            QStringLiteral("exclamationmark.triangle"), coral}));
-    EXPECT_EQ(content(*desktop->savePath), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(*desktop->savePath), model->recoveryKitText().toUtf8());
 }
 
 TEST_F(KitSheet, aCancelledPanelLeavesTheSheetAsItWas)

@@ -111,7 +111,7 @@ TEST_F(CycleLoop, allDestinationsOutOfReachGiveOneSkipEach)
     EXPECT_EQ(history[1].message, QStringLiteral("Google Drive non collegato"));
     EXPECT_EQ(history[0].message, QStringLiteral("Server non collegato"));
     for (const ScriptedTools::Call &call : tools.calls) {
-        EXPECT_EQ(call.tool, QStringLiteral("rclone"));
+        EXPECT_EQ(call.tool(), QStringLiteral("rclone"));
     }
     EXPECT_FALSE(content("status.json"));
 }
@@ -166,7 +166,7 @@ TEST_F(CycleLoop, theKeyIsReadOnceAndGivenToEveryRun)
 {
     EXPECT_EQ(run(), 0);
     for (const ScriptedTools::Call &call : tools.calls) {
-        if (call.tool == QLatin1String("restic")) {
+        if (call.tool() == QLatin1String("restic")) {
             EXPECT_EQ(call.input, QStringLiteral("the key"));
         }
     }

@@ -1,6 +1,6 @@
 #include "engine/Scheduler.h"
 
-#include "tools/ProcessRunner.h"
+#include "tests/support/ScriptedTools.h"
 
 #include <QDir>
 #include <QFile>
@@ -145,16 +145,15 @@ TEST(Scheduler, anEnormousIntervalStaysANumberOfSeconds)
 TEST(Scheduler, theRealJobIsATimerInThePersonsSettings)
 {
     QStringList commands;
-    const ScopedProcessRunner runner([&commands](const QString &path, const QStringList &arguments,
-                                                 const ProcessOptions &options) {
-        EXPECT_EQ(path, QStringLiteral("/usr/bin/systemctl"));
-        EXPECT_TRUE(options.env.empty());
-        EXPECT_EQ(options.input, std::nullopt);
-        EXPECT_EQ(options.handle, nullptr);
-        EXPECT_FALSE(options.onLine);
-        commands.append(arguments.value(1));
-        return ProcessResult{.status = 0, .standardOutput = {}, .standardError = {}};
-    });
+    ScriptedTools tools;
+    tools.before = [&commands](const ScriptedTools::Call &call) {
+        EXPECT_EQ(call.path, QStringLiteral("/usr/bin/systemctl"));
+        EXPECT_TRUE(call.env.empty());
+        EXPECT_EQ(call.input, std::nullopt);
+        EXPECT_EQ(call.handle, nullptr);
+        EXPECT_FALSE(call.isFollowed);
+        commands.append(call.arguments.value(1));
+    };
     const QString folder = QDir::homePath() + QLatin1String("/.config/systemd/user");
     Scheduler::sync(wanted());
     EXPECT_EQ(QDir(folder).entryList(QDir::Files),

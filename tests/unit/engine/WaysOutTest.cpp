@@ -50,7 +50,7 @@ TEST_F(WaysOut, completed)
 TEST_F(WaysOut, completedWithErrorsToldIsStillCompleted)
 {
     tools.progress.append(QStringLiteral(R"({"message_type":"error"})"));
-    tools.backup = ScriptedTools::ended(0, QStringLiteral(R"({"message_type":"error"})"));
+    tools.backup = {0, {}, QStringLiteral(R"({"message_type":"error"})")};
     expectEnd(Outcome::Ok, QStringLiteral("Completato"), 120s);
 }
 

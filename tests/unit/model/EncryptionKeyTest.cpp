@@ -115,7 +115,7 @@ TEST_F(EncryptionKey, installingMovesTheOldKeyAside)
     EXPECT_EQ(told.count(), 1);
     EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
     settle();
-    EXPECT_EQ(tools.calls().last().key, QStringLiteral("new"));
+    EXPECT_EQ(tools.calls.last().input, QStringLiteral("new"));
 }
 
 TEST_F(EncryptionKey, withNoKeyInUseThePreviousOneStays)
@@ -193,7 +193,7 @@ TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
     config.keySaved = false;
     start();
     settle();
-    const qsizetype before = tools.calls().size();
+    const qsizetype before = tools.calls.size();
     tools.hold();
     model->replaceKey(QStringLiteral("new"), receive());
     EXPECT_TRUE(model->isKeyChecking());
@@ -209,7 +209,7 @@ TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
               QStringList({config.repository(DestinationID::Local),
                            config.repository(DestinationID::Drive),
                            config.repository(DestinationID::Server)}));
-    EXPECT_EQ(tools.calls().at(before).key, QStringLiteral("new"));
+    EXPECT_EQ(tools.calls.at(before).input, QStringLiteral("new"));
 }
 
 TEST_F(EncryptionKey, theFirstRefusalEndsTheReplacement)
@@ -219,7 +219,7 @@ TEST_F(EncryptionKey, theFirstRefusalEndsTheReplacement)
     start();
     settle();
     tools.answer(QStringLiteral("cat"), config.repository(DestinationID::Drive),
-                 ModelTools::ended(12));
+                 ScriptedTools::ended(12));
     replaceBy(QStringLiteral("new"));
     EXPECT_EQ(answer.message, refused.arg(title(DestinationID::Drive)));
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 2);
@@ -235,7 +235,7 @@ TEST_F(EncryptionKey, onlyAWrongKeyRefuses)
 {
     start();
     for (const int status : {-1, 1, 3, 10, 11, 13, 130, 137}) {
-        tools.answer(QStringLiteral("cat"), ModelTools::ended(status));
+        tools.answer(QStringLiteral("cat"), ScriptedTools::ended(status));
         replaceBy(QStringLiteral("key %1").arg(status));
         EXPECT_EQ(answer.message, std::nullopt) << status;
         EXPECT_EQ(model->password(), QStringLiteral("key %1").arg(status));
@@ -258,7 +258,7 @@ TEST_F(EncryptionKey, whatIsNotThereIsNotAsked)
     config.serverEnabled = true;
     config.localFolder = QDir::homePath() + QLatin1String("/unplugged");
     tools.setRemotes(QStringLiteral(R"({"vellomar": {"type": "drive"}})"));
-    tools.answer(QStringLiteral("cat"), ModelTools::ended(12));
+    tools.answer(QStringLiteral("cat"), ScriptedTools::ended(12));
     start();
     replaceBy(QStringLiteral("wrong"));
     EXPECT_EQ(answer.message, std::nullopt);
@@ -285,7 +285,7 @@ TEST_F(EncryptionKey, theTrialIsOnTheSettingsThatItBeganWith)
     tools.hold();
     model->replaceKey(QStringLiteral("new"), receive());
     ASSERT_TRUE(eventually([this] { return tools.held() == 1; }));
-    tools.answer(QStringLiteral("cat"), ModelTools::ended(12));
+    tools.answer(QStringLiteral("cat"), ScriptedTools::ended(12));
     change([](AppConfig &settings) { settings.localEnabled = false; });
     tools.letGo();
     settle();

@@ -107,7 +107,7 @@ TEST_F(ModelSummary, theLastRecordIsTheDestinationsOwnWhateverItsOutcome)
 
 TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
 {
-    tools.answer(QStringLiteral("snapshots"), ModelTools::ended(12));
+    tools.answer(QStringLiteral("snapshots"), ScriptedTools::ended(12));
     start();
     settle();
     const auto state = [this] {
@@ -121,7 +121,7 @@ TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
     EXPECT_EQ(state(),
               std::pair(QStringLiteral("Chiave di cifratura errata per questa destinazione"),
                         Tone::Attention));
-    tools.answer(QStringLiteral("snapshots"), ModelTools::ended(0, QStringLiteral("[]")));
+    tools.answer(QStringLiteral("snapshots"), ScriptedTools::ended(0, QStringLiteral("[]")));
     model->refresh(DestinationID::Local);
     settle();
     EXPECT_EQ(state(), std::pair(QStringLiteral("Ultimo backup non riuscito"), Tone::Wrong));

@@ -140,8 +140,8 @@ TEST_F(ModelViews, destinationsComeWithTheirState)
 {
     tools.answer(
         QStringLiteral("snapshots"),
-        ModelTools::ended(0, u'[' + ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname()) +
-                                 u']'));
+        ScriptedTools::ended(
+            0, u'[' + ScriptedTools::snapshot(QStringLiteral("aa"), Paths::hostname()) + u']'));
     start();
     ASSERT_EQ(destinations().size(), 3);
     EXPECT_TRUE(destinations().at(0).isLoading());

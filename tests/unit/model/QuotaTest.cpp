@@ -18,11 +18,12 @@ protected:
     {
         tools.answerOfRclone(
             question(remote),
-            ModelTools::ended(0, QStringLiteral(R"({"total":%1,"used":%2})").arg(total).arg(used)));
+            ScriptedTools::ended(0,
+                                 QStringLiteral(R"({"total":%1,"used":%2})").arg(total).arg(used)));
     }
     void refuse(const QString &remote)
     {
-        tools.answerOfRclone(question(remote), ModelTools::ended(1));
+        tools.answerOfRclone(question(remote), ScriptedTools::ended(1));
     }
     [[nodiscard]] qsizetype questions(const QString &remote)
     {
@@ -35,7 +36,7 @@ protected:
     void tellVersioning(const QString &bucket, const QString &word)
     {
         tools.answerOfRclone(QLatin1String("backend versioning vellomar-server:") + bucket,
-                             ModelTools::ended(0, word + u'\n'));
+                             ScriptedTools::ended(0, word + u'\n'));
     }
 
     const QString drive = QStringLiteral("vellomar");
@@ -131,7 +132,7 @@ TEST_F(Quota, whatIsAskedAndDoesNotAnswerHasNoneAnyMore)
     settle();
     refuse(drive);
     tools.answerOfRclone(QStringLiteral("about vellomar-server: --json"),
-                         ModelTools::ended(0, QStringLiteral(R"({"used":7})")));
+                         ScriptedTools::ended(0, QStringLiteral(R"({"used":7})")));
     model->refreshQuota();
     settle();
     EXPECT_EQ(model->driveQuota(), std::nullopt);
@@ -154,7 +155,7 @@ TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
     settle();
     EXPECT_EQ(model->serverVersioning(), QStringLiteral("Suspended"));
     tools.answerOfRclone(QStringLiteral("backend versioning vellomar-server:bucket"),
-                         ModelTools::ended(1));
+                         ScriptedTools::ended(1));
     model->refreshQuota();
     settle();
     EXPECT_EQ(model->serverVersioning(), std::nullopt);

@@ -1,6 +1,7 @@
 #include "state/ConfigStore.h"
 #include "state/Keychain.h"
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/ModelFixture.h"
 
 #include <QDir>
@@ -12,12 +13,6 @@ namespace {
 class RecoveryKit : public ModelFixture
 {
 protected:
-    static QByteArray content(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     Notice saveTo(const QString &path)
     {
         desktop->savePath = path;
@@ -98,7 +93,7 @@ TEST_F(RecoveryKit, isSavedForItsOwnerAlone)
     EXPECT_EQ(desktop->savePanels,
               QStringList{QStringLiteral("Kit di recupero Vellomar.txt\nScegli una chiavetta o un "
                                          "disco diverso da quello dei backup")});
-    EXPECT_EQ(content(path), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(path), model->recoveryKitText().toUtf8());
     EXPECT_EQ(QFileInfo(path).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
               QFile::ReadOwner | QFile::WriteOwner);
     EXPECT_EQ(QDir(folder("stick")).entryList(QDir::Files | QDir::Hidden),
@@ -109,13 +104,11 @@ TEST_F(RecoveryKit, replacesAnEarlierFileThatOthersCouldRead)
 {
     start();
     const QString path = folder("stick") + QLatin1String("/kit.txt");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(5000, 'x'));
-    file.close();
-    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+    ASSERT_TRUE(writeFile(path, QByteArray(5000, 'x')));
+    ASSERT_TRUE(
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
     saveTo(path);
-    EXPECT_EQ(content(path), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(path), model->recoveryKitText().toUtf8());
     EXPECT_FALSE(QFileInfo(path).permissions() & QFile::ReadOther);
 }
 
@@ -244,7 +237,7 @@ TEST_F(RecoveryKit, theKeyIsTriedAgainWhenItOpens)
     EXPECT_EQ(told.count(), 1);
     EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
     EXPECT_EQ(model->keyError(), std::nullopt);
-    EXPECT_EQ(tools.calls().last().key, QStringLiteral("the key in use"));
+    EXPECT_EQ(tools.calls.last().input, QStringLiteral("the key in use"));
     model->confirmKeySaved();
     EXPECT_TRUE(ConfigStore::load().keySaved);
     // What is known isn't asked for again.

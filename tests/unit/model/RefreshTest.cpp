@@ -22,14 +22,15 @@ protected:
 TEST_F(Refresh, listsThisMachinesVersionsAndTheSizeOfTheWhole)
 {
     const QString own = Paths::hostname();
-    tools.answer(QStringLiteral("snapshots"),
-                 ModelTools::ended(
-                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), own,
-                                                     QStringLiteral("2026-03-01T07:00:00Z")),
-                                ModelTools::snapshot(QStringLiteral("bb"), QStringLiteral("altro")),
-                                ModelTools::snapshot(QStringLiteral("cc"), own),
-                                ModelTools::snapshot(QStringLiteral("dd"), own.toUpper() + u'X'),
-                                ModelTools::snapshot(QStringLiteral("ee"), own + u' ')})));
+    tools.answer(
+        QStringLiteral("snapshots"),
+        ScriptedTools::ended(
+            0, listed({ScriptedTools::snapshot(QStringLiteral("aa"), own,
+                                               QStringLiteral("2026-03-01T07:00:00Z")),
+                       ScriptedTools::snapshot(QStringLiteral("bb"), QStringLiteral("altro")),
+                       ScriptedTools::snapshot(QStringLiteral("cc"), own),
+                       ScriptedTools::snapshot(QStringLiteral("dd"), own.toUpper() + u'X'),
+                       ScriptedTools::snapshot(QStringLiteral("ee"), own + u' ')})));
     start();
     settle();
     ASSERT_EQ(local().snapshots.size(), 2);
@@ -53,8 +54,8 @@ TEST_F(Refresh, anEmptyRepositoryHasNoSizeAndIsNotAskedForIt)
 TEST_F(Refresh, aRepositoryOfOthersAloneShowsItsSize)
 {
     tools.answer(QStringLiteral("snapshots"),
-                 ModelTools::ended(0, listed({ModelTools::snapshot(QStringLiteral("bb"),
-                                                                   QStringLiteral("altro"))})));
+                 ScriptedTools::ended(0, listed({ScriptedTools::snapshot(
+                                             QStringLiteral("bb"), QStringLiteral("altro"))})));
     start();
     settle();
     EXPECT_TRUE(local().snapshots.isEmpty());
@@ -64,9 +65,9 @@ TEST_F(Refresh, aRepositoryOfOthersAloneShowsItsSize)
 TEST_F(Refresh, aSizeThatCannotBeHadIsAbsent)
 {
     tools.answer(QStringLiteral("snapshots"),
-                 ModelTools::ended(
-                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
-    tools.answer(QStringLiteral("stats"), ModelTools::ended(1));
+                 ScriptedTools::ended(0, listed({ScriptedTools::snapshot(QStringLiteral("aa"),
+                                                                         Paths::hostname())})));
+    tools.answer(QStringLiteral("stats"), ScriptedTools::ended(1));
     start();
     settle();
     EXPECT_EQ(local().snapshots.size(), 1);
@@ -77,13 +78,13 @@ TEST_F(Refresh, aSizeThatCannotBeHadIsAbsent)
 TEST_F(Refresh, aFailureEmptiesWhatWasThereAndIsToldInItsWords)
 {
     tools.answer(QStringLiteral("snapshots"),
-                 ModelTools::ended(
-                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+                 ScriptedTools::ended(0, listed({ScriptedTools::snapshot(QStringLiteral("aa"),
+                                                                         Paths::hostname())})));
     start();
     settle();
     ASSERT_EQ(local().snapshots.size(), 1);
     tools.answer(QStringLiteral("snapshots"),
-                 ModelTools::ended(12, {}, QStringLiteral("wrong password")));
+                 ScriptedTools::ended(12, QStringLiteral("wrong password")));
     model->refresh(DestinationID::Local);
     settle();
     EXPECT_TRUE(local().snapshots.isEmpty());
@@ -95,8 +96,8 @@ TEST_F(Refresh, aFailureEmptiesWhatWasThereAndIsToldInItsWords)
 TEST_F(Refresh, whatIsOnShowStaysWhileItReloads)
 {
     tools.answer(QStringLiteral("snapshots"),
-                 ModelTools::ended(
-                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+                 ScriptedTools::ended(0, listed({ScriptedTools::snapshot(QStringLiteral("aa"),
+                                                                         Paths::hostname())})));
     start();
     settle();
     tools.hold();
@@ -112,7 +113,7 @@ TEST_F(Refresh, whatIsOnShowStaysWhileItReloads)
 
 TEST_F(Refresh, anErrorGoesWhenAReadingBegins)
 {
-    tools.answer(QStringLiteral("snapshots"), ModelTools::ended(12));
+    tools.answer(QStringLiteral("snapshots"), ScriptedTools::ended(12));
     start();
     settle();
     ASSERT_TRUE(local().error);
@@ -204,7 +205,7 @@ TEST_F(Refresh, aReadingOfAnEarlierUseDoesNotShowInALaterOne)
     tools.hold();
     start();
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
-    tools.answer(QStringLiteral("snapshots"), disk(), ModelTools::ended(12));
+    tools.answer(QStringLiteral("snapshots"), disk(), ScriptedTools::ended(12));
     change([](AppConfig &settings) { settings.localEnabled = false; });
     change([](AppConfig &settings) {
         settings.localEnabled = true;
@@ -236,9 +237,9 @@ TEST_F(Refresh, aPlaceThatIsBeingLookedForIsNotLookedForASecondTime)
     // What was asked for meanwhile is done once, with what holds then.
     const QString drive = config.repository(DestinationID::Drive);
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).count(drive), 1);
-    for (const ModelTools::Call &call : tools.calls()) {
-        if (call.repository == drive) {
-            EXPECT_EQ(call.key, QStringLiteral("another key"));
+    for (const ScriptedTools::Call &call : tools.calls) {
+        if (call.repository() == drive) {
+            EXPECT_EQ(call.input, QStringLiteral("another key"));
         }
     }
 }
@@ -251,8 +252,8 @@ TEST_F(Refresh, aReadingUnderWayKeepsTheSettingsThatItBeganWith)
     const QString before = disk();
     change([](AppConfig &settings) { settings.localFolder = folder("another"); });
     tools.answer(QStringLiteral("snapshots"), before,
-                 ModelTools::ended(
-                     0, listed({ModelTools::snapshot(QStringLiteral("aa"), Paths::hostname())})));
+                 ScriptedTools::ended(0, listed({ScriptedTools::snapshot(QStringLiteral("aa"),
+                                                                         Paths::hostname())})));
     tools.letGo();
     settle();
     EXPECT_EQ(tools.repositories(QStringLiteral("stats")), QStringList{before});
@@ -283,9 +284,9 @@ TEST_F(Refresh, eachDestinationHasItsOwnRepositoryAndKey)
                          config.repository(DestinationID::Server)};
     expected.sort();
     EXPECT_EQ(repositories, expected);
-    for (const ModelTools::Call &call : tools.calls()) {
-        if (call.tool == QLatin1String("restic")) {
-            EXPECT_EQ(call.key, QStringLiteral("the key in use"));
+    for (const ScriptedTools::Call &call : tools.calls) {
+        if (call.tool() == QLatin1String("restic")) {
+            EXPECT_EQ(call.input, QStringLiteral("the key in use"));
         }
     }
 }

@@ -236,7 +236,7 @@ TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
     EXPECT_EQ(model->password(), QString());
     EXPECT_EQ(model->keyError(), std::nullopt);
     EXPECT_TRUE(QFileInfo::exists(PreviewFolder::path()));
-    EXPECT_TRUE(tools.calls().isEmpty());
+    EXPECT_TRUE(tools.calls.isEmpty());
     EXPECT_EQ(desktop->probes, 0);
     EXPECT_EQ(model->status(), std::nullopt);
     EXPECT_TRUE(model->repos().isEmpty());
@@ -299,7 +299,7 @@ TEST_F(StartUp, aModelMayGoWhileItWaitsForTheKeyring)
     model.reset();
     secrets.letGo();
     settle();
-    EXPECT_TRUE(tools.calls().isEmpty());
+    EXPECT_TRUE(tools.calls.isEmpty());
 }
 
 TEST_F(StartUp, aKeyThatWasInstalledMeanwhileStays)

@@ -1,5 +1,7 @@
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/ScriptedTools.h"
 #include "tools/Rclone.h"
 #include "tools/Restic.h"
 #include "tools/Tools.h"
@@ -48,8 +50,7 @@ TEST(NoTools, noServerCanBeConnectedAndItsFilesAreLeftAlone)
 {
     MemorySecretBackend secrets;
     const ScopedSecretBackend inForce(secrets);
-    QFile hostKeys(Paths::supportFile(QStringLiteral("known_hosts")));
-    ASSERT_TRUE(hostKeys.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeSupportFile("known_hosts"));
     AppConfig config;
     config.serverHost = QStringLiteral("host");
     EXPECT_EQ(Rclone::connectServer(config, QStringLiteral("x")),
@@ -57,26 +58,21 @@ TEST(NoTools, noServerCanBeConnectedAndItsFilesAreLeftAlone)
     Rclone::disconnectServer();
     Rclone::pinServerIfNeeded();
     EXPECT_EQ(Rclone::versioning(QStringLiteral("bucket")), std::nullopt);
-    EXPECT_TRUE(hostKeys.exists());
+    EXPECT_TRUE(QFile::exists(Paths::supportFile(QStringLiteral("known_hosts"))));
     EXPECT_EQ(QDir(Paths::support()).count(), 3U); // this file alone, and the folders' own entries
     EXPECT_EQ(secrets.adds, 0);
 }
 
 TEST(NoTools, driveCannotBeConnectedNorAskedAndNothingIsRun)
 {
-    QStringList programs;
-    const ScopedProcessRunner runner(
-        [&programs](const QString &program, const QStringList &, const ProcessOptions &) {
-            programs.append(program);
-            return ProcessResult{0, {}, {}};
-        });
+    const ScriptedTools tools;
     ProcessHandle handle;
     EXPECT_EQ(Rclone::connect({}, {}, handle), QStringLiteral("rclone non trovato"));
     handle.terminate();
     EXPECT_EQ(Rclone::connect({}, {}, handle), QStringLiteral("rclone non trovato"));
     EXPECT_EQ(Rclone::quota(Rclone::driveRemote), std::nullopt);
     EXPECT_EQ(Rclone::folders(QStringLiteral("Vellomar"), Rclone::driveRemote), QStringList());
-    EXPECT_EQ(programs, QStringList());
+    EXPECT_EQ(tools.commands(), QStringList());
 }
 
 TEST(NoTools, everyOperationOfRcloneIsANo)
@@ -95,13 +91,10 @@ TEST(NoTools, everyOperationOfRcloneIsANo)
 
 TEST(NoTools, aPlainConfigurationStaysAsItIs)
 {
-    QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    file.write("[vellomar]\ntype = drive\n");
-    file.close();
+    const QByteArray plain = "[vellomar]\ntype = drive\n";
+    ASSERT_TRUE(writeSupportFile("rclone.conf", plain));
     Rclone::encrypted();
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "[vellomar]\ntype = drive\n");
+    EXPECT_EQ(readFile(Paths::supportFile(QStringLiteral("rclone.conf"))), plain);
 }
 
 } // namespace

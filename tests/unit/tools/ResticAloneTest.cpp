@@ -1,3 +1,4 @@
+#include "tests/support/ScriptedTools.h"
 #include "tools/ProcessRunner.h"
 #include "tools/Restic.h"
 #include "tools/Tools.h"
@@ -17,19 +18,14 @@ TEST(ResticAlone, isReallyThere)
 TEST(ResticAlone, isStartedWithoutAWordOfRclone)
 {
     for (const DestinationID dest : {DestinationID::Drive, DestinationID::Server}) {
-        QStringList words;
-        ChildProcess::Environment environment;
-        const ScopedProcessRunner runner(
-            [&](const QString &, const QStringList &arguments, const ProcessOptions &options) {
-                words = arguments;
-                environment = options.env;
-                return ProcessResult{1, {}, QStringLiteral("no rclone here")};
-            });
+        ScriptedTools tools;
+        tools.answer({}, ScriptedTools::ended(1, QStringLiteral("no rclone here")));
         Restic restic;
         restic.dest = dest;
         EXPECT_EQ(restic.run({QStringLiteral("snapshots")}).standardError,
                   QStringLiteral("no rclone here"));
-        EXPECT_EQ(words, QStringList{QStringLiteral("snapshots")});
+        EXPECT_EQ(tools.calls.last().arguments, QStringList{QStringLiteral("snapshots")});
+        const ChildProcess::Environment &environment = tools.calls.last().env;
         EXPECT_EQ(environment.value(QStringLiteral("RESTIC_REPOSITORY")),
                   restic.config.repository(dest));
         EXPECT_FALSE(environment.contains(QStringLiteral("RCLONE_CONFIG")));

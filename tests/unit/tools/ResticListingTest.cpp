@@ -1,4 +1,4 @@
-#include "tests/support/ScriptedAnswer.h"
+#include "tests/support/ScriptedTools.h"
 #include "tools/Restic.h"
 
 #include <gtest/gtest.h>
@@ -8,12 +8,12 @@ namespace {
 class ResticListingTest : public testing::Test
 {
 protected:
-    ScriptedAnswer answer;
+    ScriptedTools tools;
     Restic restic;
 
     void give(const char *standardOutput, int status = 0)
     {
-        answer.result = {status, QString::fromUtf8(standardOutput), QStringLiteral("why")};
+        tools.answer({}, {status, QString::fromUtf8(standardOutput), QStringLiteral("why")});
     }
     /// What list() gives for nodes with these names; a leading slash makes a folder.
     QStringList listed(const QStringList &names)
@@ -27,7 +27,7 @@ protected:
                                "\n")
                     .arg(name, isDir ? QLatin1String("dir") : QLatin1String("file"));
         }
-        answer.result = {0, lines, QString()};
+        tools.answer({}, {0, lines, QString()});
         return namesOf(restic.list(QStringLiteral("id"), QStringLiteral("/d")).value());
     }
     static QStringList namesOf(const QList<Node> &nodes)
@@ -57,7 +57,7 @@ TEST_F(ResticListingTest, snapshotsAreReadWhole)
         R"([{"id":"0123456789abcdef","short_id":"01234567","time":"2024-03-01T10:00:00.123456789+01:00",
         "paths":["/a","/b c"],"hostname":"pc","tree":"x","tags":["y"]}])");
     const auto snaps = restic.snapshots();
-    EXPECT_EQ(answer.arguments,
+    EXPECT_EQ(tools.calls.last().arguments,
               QStringList({QStringLiteral("snapshots"), QStringLiteral("--json")}));
     ASSERT_TRUE(snaps.has_value());
     ASSERT_EQ(snaps->size(), 1);
@@ -125,7 +125,7 @@ TEST_F(ResticListingTest, damagedListsAreAFailureWithWhatIsKnown)
         EXPECT_EQ(restic.snapshots().error(), why) << text;
         EXPECT_EQ(restic.find(QStringLiteral("i"), QStringLiteral("t")).error(), why) << text;
     }
-    answer.result = {0, QStringLiteral("["), QString()};
+    tools.answer({}, {0, QStringLiteral("["), QString()});
     EXPECT_EQ(restic.snapshots().error().message, QStringLiteral("Errore sconosciuto (codice 0)"));
 }
 
@@ -133,7 +133,7 @@ TEST_F(ResticListingTest, theRepositorysSizeIsItsTotal)
 {
     give(R"({"total_size":9007199254740993,"total_blob_count":5})");
     EXPECT_EQ(restic.repositorySize(), 9007199254740993);
-    EXPECT_EQ(answer.arguments,
+    EXPECT_EQ(tools.calls.last().arguments,
               QStringList({QStringLiteral("stats"), QStringLiteral("--json"),
                            QStringLiteral("--mode"), QStringLiteral("raw-data")}));
     give("{}");
@@ -156,8 +156,9 @@ TEST_F(ResticListingTest, aNodeIsReadWhole)
         "\n"
         R"({"message_type":"node","name":"l","type":"symlink","path":"/a/l","size":"x","mtime":"bad"})");
     const auto nodes = restic.list(QStringLiteral("id"), QStringLiteral("/a")).value();
-    EXPECT_EQ(answer.arguments, QStringList({QStringLiteral("ls"), QStringLiteral("--json"),
-                                             QStringLiteral("id"), QStringLiteral("/a")}));
+    EXPECT_EQ(tools.calls.last().arguments,
+              QStringList({QStringLiteral("ls"), QStringLiteral("--json"), QStringLiteral("id"),
+                           QStringLiteral("/a")}));
     const QDateTime date =
         QDateTime::fromString(QStringLiteral("2024-03-01T09:00:00Z"), Qt::ISODate);
     ASSERT_EQ(nodes.size(), 3);
@@ -244,12 +245,13 @@ TEST_F(ResticListingTest, findSearchesForTheTermAsItStands)
 {
     give("[]", 1);
     EXPECT_EQ(restic.find(QStringLiteral("id"), QStringLiteral("a*b")).error(), why);
-    EXPECT_EQ(answer.arguments, QStringList({QStringLiteral("find"), QStringLiteral("--json"),
-                                             QStringLiteral("-i"), QStringLiteral("--snapshot"),
-                                             QStringLiteral("id"), QStringLiteral("*a\\*b*")}));
+    EXPECT_EQ(tools.calls.last().arguments,
+              QStringList({QStringLiteral("find"), QStringLiteral("--json"), QStringLiteral("-i"),
+                           QStringLiteral("--snapshot"), QStringLiteral("id"),
+                           QStringLiteral("*a\\*b*")}));
     give("[]");
     EXPECT_EQ(restic.find(QStringLiteral("id"), QString()).value(), QList<Node>());
-    EXPECT_EQ(answer.arguments.last(), QStringLiteral("**"));
+    EXPECT_EQ(tools.calls.last().arguments.last(), QStringLiteral("**"));
 }
 
 TEST(EscapedPattern, takesTheMeaningFromEveryWildcard)

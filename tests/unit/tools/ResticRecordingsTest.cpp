@@ -1,4 +1,4 @@
-#include "tests/support/ScriptedAnswer.h"
+#include "tests/support/ScriptedTools.h"
 #include "tools/Restic.h"
 
 #include <QFile>
@@ -13,9 +13,9 @@ class ResticRecordings : public testing::TestWithParam<const char *>
 protected:
     void play(const char *name)
     {
-        answer.result = {read(name, ".status").trimmed().toInt(),
-                         QString::fromUtf8(read(name, ".out")),
-                         QString::fromUtf8(read(name, ".err"))};
+        answer = {read(name, ".status").trimmed().toInt(), QString::fromUtf8(read(name, ".out")),
+                  QString::fromUtf8(read(name, ".err"))};
+        tools.answer({}, answer);
     }
     static QByteArray read(const char *name, const char *kind)
     {
@@ -30,11 +30,12 @@ protected:
     QString describedAs(const char *name)
     {
         play(name);
-        EXPECT_NE(answer.result.status, 0) << name;
-        return Restic::describe(answer.result).message;
+        EXPECT_NE(answer.status, 0) << name;
+        return Restic::describe(answer).message;
     }
 
-    ScriptedAnswer answer;
+    ProcessResult answer;
+    ScriptedTools tools;
     Restic restic;
     const QString home = QStringLiteral("/tmp/vellomar-recording/home");
 };
@@ -130,7 +131,7 @@ TEST_P(ResticRecordings, failures)
 TEST_P(ResticRecordings, anUnreadableFileIsExitCode3)
 {
     play("backup");
-    EXPECT_EQ(answer.result.status, ResticExit::someFilesUnreadable);
+    EXPECT_EQ(answer.status, ResticExit::someFilesUnreadable);
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, ResticRecordings, testing::Values("restic-0.18", "restic-0.19"),
