@@ -1,5 +1,6 @@
 #include "tests/support/Daemon.h"
 
+#include "tests/support/Files.h"
 #include "tests/support/Waiting.h"
 
 #include <QDir>
@@ -96,12 +97,10 @@ QString Daemon::makeFolder(const QString &name) const
 
 QString Daemon::write(const QString &name, const QByteArray &content) const
 {
-    QFile file(path(name));
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-        file.write(content);
-    }
-    return file.fileName();
+    QString file = path(name);
+    writeFile(file, content);
+    QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    return file;
 }
 
 QString Daemon::output()

@@ -1,5 +1,7 @@
 #include "tests/support/PrivateBus.h"
 
+#include "tests/support/Files.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -30,13 +32,12 @@ constexpr const char *configuration = R"(<busconfig>
 PrivateBus::PrivateBus(Kind kind)
     : m_kind(kind)
 {
-    QFile file(QDir::homePath() + QLatin1String("/bus.conf"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(configuration) < 0) {
+    const QString file = QDir::homePath() + QLatin1String("/bus.conf");
+    if (!writeFile(file, configuration)) {
         return;
     }
-    file.close();
     startWithTest(m_process, QStringLiteral("dbus-daemon"),
-                  {QLatin1String("--config-file=") + file.fileName(), QStringLiteral("--nofork"),
+                  {QLatin1String("--config-file=") + file, QStringLiteral("--nofork"),
                    QStringLiteral("--print-address=1")});
     if (m_process.waitForStarted(patienceMilliseconds) &&
         m_process.waitForReadyRead(patienceMilliseconds)) {

@@ -1,4 +1,5 @@
 #include "engine/Notifier.h"
+#include "tests/support/Files.h"
 #include "tests/support/KeyringSession.h"
 #include "tests/support/Waiting.h"
 
@@ -68,7 +69,7 @@ Dots dotsOf(const QString &screen)
         } else if (red > 220 && green > 140 && green < 220 && blue < 150) {
             ++dots.light; // amber
         } else if (red < 40 && green < 40 && blue > 80) {
-            ++dots.text; // the colour that the service is told to write in
+            ++dots.text; // the text colour of the service's settings
         }
     }
     return dots;
@@ -88,17 +89,15 @@ protected:
         ASSERT_TRUE(server.waitForReadyRead(20000)) << server.errorString().toStdString();
         qputenv("DISPLAY", ':' + server.readLine().trimmed());
 
-        QFile settings(home + QLatin1String("/dunstrc"));
-        ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write(
-            "[global]\nfont = Inter 12\nformat = \"<small>%a</small>\\n<b>%s</b>\\n%b\"\n"
-            "width = 440\nmin_icon_size = 64\nmax_icon_size = 64\nframe_width = 1\n"
-            "frame_color = \"#aaaaaa\"\norigin = top-right\noffset = 16x16\n"
-            "icon_path = /nonexistent\n"
-            "[urgency_normal]\nbackground = \"#ffffff\"\nforeground = \"#101060\"\n"
-            "timeout = 0\n");
-        settings.close();
-        start(service, QStringLiteral("dunst"), {QStringLiteral("-conf"), settings.fileName()});
+        const QString settings = home + QLatin1String("/dunstrc");
+        ASSERT_TRUE(writeFile(
+            settings, "[global]\nfont = Inter 12\nformat = \"<small>%a</small>\\n<b>%s</b>\\n%b\"\n"
+                      "width = 440\nmin_icon_size = 64\nmax_icon_size = 64\nframe_width = 1\n"
+                      "frame_color = \"#aaaaaa\"\norigin = top-right\noffset = 16x16\n"
+                      "icon_path = /nonexistent\n"
+                      "[urgency_normal]\nbackground = \"#ffffff\"\nforeground = \"#101060\"\n"
+                      "timeout = 0\n"));
+        start(service, QStringLiteral("dunst"), {QStringLiteral("-conf"), settings});
         ASSERT_TRUE(service.waitForStarted(20000)) << service.errorString().toStdString();
         ASSERT_EQ(QProcess::execute(QStringLiteral("gdbus"),
                                     {QStringLiteral("wait"), QStringLiteral("--session"),
@@ -134,7 +133,7 @@ TEST_F(NotificationWindow, showsTheIconAndTheText)
     })) << dotsOf(screen).ground
         << ' ' << dotsOf(screen).light << ' ' << dotsOf(screen).text;
 
-    // Kept for whoever wants to look at it.
+    // Kept, to be looked at by hand.
     const QString keep = qEnvironmentVariable("VELLOMAR_KEEP_PICTURES");
     if (!keep.isEmpty()) {
         EXPECT_TRUE(QFile::copy(screen, keep + QLatin1String("/notification.xwd")));

@@ -1,6 +1,7 @@
 #include "engine/Sources.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,7 +32,7 @@ TEST_F(SourcesTest, whatIsMissingIsLeftOut)
 TEST_F(SourcesTest, sourcesKeepTheirOrderAndMayBeFilesAndLinks)
 {
     const QString file = folder("source") + QLatin1String("/file");
-    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    ASSERT_TRUE(writeFile(file));
     const QString link = Paths::home() + QLatin1String("/link");
     const QString dangling = Paths::home() + QLatin1String("/dangling");
     ASSERT_TRUE(QFile::link(folder("z"), link));

@@ -1,6 +1,7 @@
 #include "tools/Tools.h"
 
 #include "state/Paths.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,10 +19,8 @@ const QString tool = QStringLiteral("a-tool-of-the-test");
 void putTool(const QString &folder,
              QFileDevice::Permissions permissions = QFileDevice::ReadOwner | QFileDevice::ExeOwner)
 {
-    ASSERT_TRUE(QDir().mkpath(folder));
-    QFile file(folder + u'/' + tool);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
-    ASSERT_TRUE(file.setPermissions(permissions));
+    ASSERT_TRUE(writeFile(folder + u'/' + tool));
+    ASSERT_TRUE(QFile::setPermissions(folder + u'/' + tool, permissions));
 }
 
 /// A view of the file system of this process's own, with fresh folders in it for the machine's and
