@@ -9,7 +9,7 @@
 
 #include <optional>
 
-/// Something on the screen as a screen reader is told of it.
+/// Something on the screen as a screen reader gets it.
 struct AccessibleObject
 {
     int depth = 0;  ///< 1 for a window
@@ -44,7 +44,8 @@ public:
 
     /// All that a program shows now, each window followed by what is in it.
     QList<AccessibleObject> read(qint64 process);
-    /// What of it has that role and that name, where a name that ends in "*" tells the beginning.
+    /// What of it has that role and that name, where a name that ends in "*" stands for all that
+    /// begin so.
     std::optional<AccessibleObject> find(qint64 process, const QString &role, const QString &name);
     /// Does what a press on such an object does; false when there is none, or it can't be pressed.
     bool press(qint64 process, const AccessibleObject &object);

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The home of the test as that of a person who backs up one folder to a disk and to a server, with
+/// The home of the test as that of a user who backs up one folder to a disk and to a server, with
 /// the real keyring, restic and rclone. The server is a folder behind an rclone remote. Everything
 /// of it lies in the home, temporary files and restic's cache too.
 class BackupHome

@@ -3,8 +3,8 @@
 #include "state/DestinationID.h"
 #include "state/EngineState.h"
 
-/// The memory of an engine that has pruned and verified every destination at a moment, so that
-/// neither is due for a week.
+/// The state of an engine that has just pruned and verified every destination: neither is due for
+/// a week.
 inline EngineState choresDone(const QDateTime &moment)
 {
     EngineState state;

@@ -6,7 +6,7 @@
 
 #include <sys/resource.h>
 
-/// Lets this process, and what it starts, leave as large a core as may be.
+/// Raises the core size limit of this process and its children as far as it may.
 inline void allowCores()
 {
     rlimit limit = {};
@@ -16,7 +16,7 @@ inline void allowCores()
 }
 
 /// How many bytes of its memory a process may leave behind when it crashes, in the words of /proc:
-/// "0", "1", "unlimited". At 1 Linux writes no file, and starts nobody to take it either.
+/// "0", "1", "unlimited". At 1 Linux writes no file, and starts no program to take it either.
 inline QByteArray coreLimit(qint64 process)
 {
     QFile limits(QStringLiteral("/proc/%1/limits").arg(process));

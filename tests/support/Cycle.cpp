@@ -12,7 +12,7 @@ namespace {
 
 constexpr int patienceMilliseconds = 120000;
 
-// What the kernel tells of a process: its state, its parent and more; empty when there is none.
+// What the kernel says of a process: its state, its parent and more; empty when there is none.
 QList<QByteArray> statFields(const QString &process)
 {
     QFile file(QLatin1String("/proc/") + process + QLatin1String("/stat"));
@@ -45,7 +45,7 @@ QList<pid_t> childrenOf(qint64 parent)
 void killWithAllItStarted(qint64 process)
 {
     const auto parent = static_cast<pid_t>(process);
-    // Held still, it starts nothing more, and sees nobody else's end.
+    // Held still, it starts nothing more, and sees no other process end.
     ::kill(parent, SIGSTOP);
     for (const pid_t started : descendants(parent)) {
         ::kill(started, SIGKILL);

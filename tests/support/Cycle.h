@@ -11,7 +11,7 @@
 
 #include <sys/types.h>
 
-/// Whether a process has ended, its parent having asked for that or not.
+/// Whether a process has ended, reaped by its parent or not.
 bool hasEnded(qint64 process);
 
 /// The children that a process has now, started by any of its threads.
@@ -32,10 +32,10 @@ public:
     Cycle(Cycle &&) = delete;
     Cycle &operator=(Cycle &&) = delete;
 
-    /// Starts the program; by default for a backup that the person asked for.
+    /// Starts the program; by default for a backup that the user asked for.
     void start(const QStringList &arguments = {QStringLiteral("--backup"),
                                                QStringLiteral("--manual")});
-    /// Starts it by way of another program, which gets its path and arguments behind its own.
+    /// Starts it through a launcher, which gets the program's path and arguments after its own.
     void startBy(const QString &launcher, const QStringList &arguments);
 
     /// Waits for the end and gives the exit code; -1 when a signal ended it or it didn't end.
@@ -46,7 +46,7 @@ public:
     void send(int signal) const;
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
-    /// What it wrote so far that wasn't asked for yet.
+    /// What it has written since the last call.
     QByteArray output() { return m_process.readAllStandardOutput(); }
     QByteArray errors() { return m_process.readAllStandardError(); }
 

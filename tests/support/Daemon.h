@@ -5,8 +5,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// A server that a test runs on loopback for its own life: a real program in the foreground on a
-/// port of its own, with a folder for its settings and data. Ended with all that it started.
+/// A server on loopback that lives as long as this object: a real program in the foreground on its
+/// own port, with a folder for its settings and data. It is ended with all its children.
 class Daemon
 {
 public:
@@ -17,11 +17,11 @@ public:
     Daemon(Daemon &&) = delete;
     Daemon &operator=(Daemon &&) = delete;
 
-    /// A port that nobody listened on a moment ago.
+    /// A port on which nothing listened a moment ago.
     static quint16 freePort();
 
-    /// Starts the program and waits until it takes connections on the port. False, with its words
-    /// in output(), when that doesn't come about.
+    /// Starts the program and waits until it accepts connections on the port. False when it
+    /// doesn't; output() has the reason.
     bool start(const QString &program, const QStringList &arguments);
     /// Ends the server; start() may follow.
     void stop();
@@ -35,7 +35,7 @@ public:
     /// Writes a file of the server's own folder and gives its full path; only the owner may read
     /// it.
     QString write(const QString &name, const QByteArray &content) const;
-    /// All that the server has said.
+    /// All that the server has written.
     [[nodiscard]] QString output();
 
 private:

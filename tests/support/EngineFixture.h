@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-/// An engine among stand-ins: scripted tools, a key in memory, a clock that stands still. The
-/// settings to start from: a disk and a source that are there, the key saved. No destination is to
-/// be pruned or verified yet, and none has a version of a later date.
+/// An engine with test doubles: scripted tools, a key in memory, a clock that stands still. Its
+/// settings are ready. No destination is due for pruning or verification, and none has a version
+/// of a later date.
 class EngineFixture : public testing::Test
 {
 protected:

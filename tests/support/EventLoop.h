@@ -17,7 +17,7 @@ private:
     QCoreApplication m_application{m_count, m_arguments.data()};
 };
 
-/// Lets the event loop of this thread run until something holds, for as long as a busy machine may
+/// Runs the event loop of this thread until a condition holds, for as long as a busy machine may
 /// need; false when it never did.
 template <typename Condition>
 bool eventuallyInLoop(Condition condition)

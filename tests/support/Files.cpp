@@ -21,7 +21,7 @@ bool writeFile(const QString &path, const QByteArray &content)
 
 bool writeProgram(const QString &path, const QByteArray &content)
 {
-    // Another one under this name may be running.
+    // A program of this name may be running.
     QFile::remove(path);
     return writeFile(path, content) &&
            QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner |

@@ -14,11 +14,11 @@ public:
     /// Whether there is a keyring; it is open from the start.
     enum class Keyring { unlocked, none };
 
-    /// Who answers when the keyring asks the person to unlock it.
+    /// What answers when the keyring asks the user to unlock it.
     enum class Prompter {
         system,   ///< the desktop's own, which finds no screen here
         refusing, ///< one that says no
-        silent,   ///< one that never says anything
+        silent,   ///< one that never answers
     };
 
     explicit KeyringSession(Keyring keyring = Keyring::unlocked);
@@ -31,11 +31,11 @@ public:
     /// Whether all that was asked for came up; a test that needs it must fail otherwise.
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
 
-    /// Stops the keyring and starts it anew on what it had kept, now locked.
+    /// Restarts the keyring with what it had stored, locked.
     void restartLocked();
-    /// Stops the keyring and starts it anew on what it had kept, unlocked.
+    /// Restarts the keyring with what it had stored, unlocked.
     void restartUnlocked();
-    /// Starts somebody who answers the keyring's questions. Without one, nobody does.
+    /// Starts a program that answers the keyring's questions. Without it, nothing does.
     void startPrompter(Prompter prompter);
     /// Whether the stand-in for the prompter was asked something.
     [[nodiscard]] bool wasAsked() const;
@@ -43,7 +43,7 @@ public:
     /// tests/support/hiding_secret_service.py) in place of a keyring.
     void startHidingService(const QStringList &arguments);
 
-    /// Makes the keyring one that answers nobody.
+    /// Makes the keyring answer no call.
     void pauseKeyring();
     void stopKeyring();
     void stopBus();

@@ -33,7 +33,7 @@ public:
         m_steady += time;
     }
 
-    /// Sets the date alone, as when somebody puts the machine's clock right.
+    /// Sets the date alone, as when the machine's clock is corrected.
     void set(const QDateTime &moment)
     {
         const std::lock_guard lock(m_mutex);

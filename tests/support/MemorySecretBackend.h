@@ -24,7 +24,7 @@ public:
     int updates = 0;
     int adds = 0;
 
-    /// Makes the next reading wait, as for a user who is asked.
+    /// Makes the next read wait, as while the user is asked.
     void holdNext();
     /// Lets it go on.
     void letGo();

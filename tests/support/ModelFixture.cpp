@@ -36,7 +36,7 @@ EngineLookalike::EngineLookalike(const QString &name)
     // It waits at its standard input, and doesn't come to its last word.
     m_process.start(program,
                     {QStringLiteral("--"), QStringLiteral("-"), QStringLiteral("--backup")});
-    // Qt tells it started when the new program has taken over.
+    // Qt reports the start once the new program has taken over.
     EXPECT_TRUE(m_process.waitForStarted());
 }
 

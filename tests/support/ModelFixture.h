@@ -51,9 +51,9 @@ private:
     QProcess m_process;
 };
 
-/// A model among stand-ins: scripted tools and desktop, a keyring in memory, a clock that stands
-/// still. It comes up with start(), on the settings and files as they are then: the disk in use and
-/// there, the key saved and stored.
+/// A model with test doubles: scripted tools and desktop, a keyring in memory, a clock that stands
+/// still. Its settings are ready, with the key in the keyring. start() makes it, with the settings
+/// and files as they are then.
 class ModelFixture : public testing::Test
 {
 protected:
@@ -62,13 +62,13 @@ protected:
 
     /// Saves `config` and brings the model up.
     void start();
-    /// The same, up to where it waits for the keyring.
+    /// The same, but returns while it waits for the keyring.
     void begin();
     /// The program ends and is started again; the settings on disk stay as they are.
     void restart();
-    /// Lets everything under way come to its end and be delivered.
+    /// Waits until all background work has ended and been delivered.
     void settle();
-    /// One look at the engine's files, as each second.
+    /// Polls the engine's files, as it does each second.
     void tick();
     /// Makes a change of the model's settings.
     template <typename Change>

@@ -7,16 +7,16 @@
 #include <QCoreApplication>
 #include <QFutureWatcher>
 
-/// Lets a model come up to where its keyring has answered; false when it never did.
+/// Waits until a model's keyring has answered; false when it never did.
 inline bool comesUp(const AppModel &model)
 {
     return eventuallyInLoop([&model] { return !model.isStarting(); });
 }
 
-/// Lets everything under way come to its end and be delivered. `model` may be gone.
+/// Waits until all background work has ended and been delivered. `model` may be null.
 inline void settle(const AppModel *model)
 {
-    // What is delivered may make more work.
+    // A delivery may start more work.
     do {
         Background::waitForAll();
         QCoreApplication::sendPostedEvents();

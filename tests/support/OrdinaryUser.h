@@ -2,8 +2,7 @@
 
 #include <QStringList>
 
-/// Makes this process one of an ordinary user without any privilege, for good: root may read and
-/// write everything, so what depends on permissions shows to nobody else. The home and all in it
-/// go to that user too, and so do `folders`. Does nothing when the process isn't root's. False when
-/// it failed.
+/// Drops root for good and becomes an ordinary user without privileges: permissions have no effect
+/// on root. The home, all in it and `folders` are given to that user. Does nothing when the process
+/// doesn't run as root. False when it failed.
 bool becomeOrdinaryUser(const QStringList &folders = {});

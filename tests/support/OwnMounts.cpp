@@ -15,7 +15,7 @@ bool writeWhole(const QString &path, const QByteArray &text)
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
 }
 
-// Root simply takes a namespace of its own; anybody else becomes root of one first.
+// Root simply takes a namespace of its own; other users become root of one first.
 bool separateMounts()
 {
     if (::geteuid() == 0) {

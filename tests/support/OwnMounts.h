@@ -1,5 +1,5 @@
 #pragma once
 
-/// Gives this process mounts of its own, once, which nobody else sees and which go with it. Threads
-/// that are there already keep the old ones. False when it may not have any.
+/// Moves this process to a mount namespace of its own, once; its mounts end with it. Threads that
+/// already run keep the old one. False when that isn't allowed.
 bool takeOwnMounts();

@@ -2,7 +2,7 @@
 
 #include "model/Desktop.h"
 
-/// A desktop without windows, of which only what is real without them does anything.
+/// A desktop without windows: only what needs none is real, the rest does nothing.
 class PlainDesktop final : public Desktop
 {
 public:

@@ -4,9 +4,8 @@
 #include <QString>
 #include <QStringList>
 
-/// A D-Bus bus of the test's own, in the home of the test. Nothing is on it but what a test starts,
-/// and every user may be. For its own life it is the bus of this process and of those that it
-/// starts.
+/// A private D-Bus bus in the home of the test, open to every user, on which is only what a test
+/// starts. As long as it lives, it is the bus of this process and its children.
 class PrivateBus
 {
 public:
@@ -21,7 +20,7 @@ public:
 
     /// Whether it came up; a test that needs it must fail otherwise.
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
-    /// Waits until somebody on the bus has a name. False when that doesn't come about.
+    /// Waits until a process on the bus owns a name. False when none does in time.
     [[nodiscard]] bool waitForName(const QString &name) const;
     /// Ends the bus; its address stays.
     void stop();
@@ -32,9 +31,9 @@ private:
     bool m_isRunning = false;
 };
 
-/// Starts a process that ends with this one, so that a test that crashes leaves none behind. Its
-/// errors go to our standard error.
+/// Starts a process that ends with this one, also when the test crashes. Its standard error is
+/// ours.
 void startWithTest(QProcess &process, const QString &program, const QStringList &arguments);
 
-/// Ends a process, and waits for that; nothing happens when it has ended.
+/// Ends a process and waits for it; does nothing when it has ended already.
 void endProcess(QProcess &process);

@@ -9,7 +9,7 @@
 /// the real one does, as far as the program can see (EncryptionStandInsTest compares them). It ends
 /// with 0 whether it could save the file or not, and with 1 where it would have to ask for the key.
 ///
-/// What was in the file stands behind the envelope, so that a test can look at it.
+/// The plain text follows the envelope, so that a test can look at it.
 inline ProcessResult encryptAsRcloneDoes(const ChildProcess::Environment &environment)
 {
     if (environment.value(QStringLiteral("RCLONE_PASSWORD_COMMAND")).isEmpty()) {

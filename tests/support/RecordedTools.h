@@ -7,7 +7,8 @@
 
 #include <utility>
 
-/// launchctl as far as one agent is concerned: what it was told, and whether the agent is loaded.
+/// launchctl as far as one agent is concerned: what it was called with, and whether the agent is
+/// loaded.
 class RecordedLaunchctl
 {
 public:

@@ -6,15 +6,15 @@
 
 #include <utility>
 
-/// A desktop without windows: notes what it is asked for, answers as a test wants, and lets time
-/// pass at the test's word.
+/// A desktop without windows: it notes every request, answers as the test wants, and its time
+/// passes only by pass().
 class ScriptedDesktop final : public Desktop
 {
 public:
     bool fullDiskAccess = true;
     int probes = 0; ///< how often it was asked for that
     bool canStart = true;
-    std::optional<QString> savePath; ///< the person's answer; absent cancels
+    std::optional<QString> savePath; ///< the user's answer; absent cancels
     Authentication authentication = Authentication::granted;
     Printing printing;         ///< how it comes out
     bool answersLater = false; ///< whether panels and logins wait for answer()
@@ -33,12 +33,12 @@ public:
 
     /// Answers what waits for an answer.
     void answer();
-    /// What the person does: another text on the clipboard.
+    /// What the user does: a different text on the clipboard.
     void copy(const QString &text);
-    /// Lets time pass, and does what is due within it, in its order.
+    /// Lets time pass and runs the tasks that fall due, in order.
     void pass(std::chrono::milliseconds time);
     [[nodiscard]] qsizetype waitingTasks() const { return m_tasks.size(); }
-    /// Drops what waits, which may hold this very desktop.
+    /// Drops all waiting tasks and answers, which may own this desktop.
     void forget();
 
     void askSavePath(const QString &proposedName, const QString &message,

@@ -3,7 +3,7 @@
 #include "tests/support/Cycle.h"
 #include "tests/support/CycleHome.h"
 
-/// A home whose program has a restic in shell, for what the real one can't be made to do on demand.
+/// A home whose program runs a shell script as restic, for what the real one can't do on demand.
 /// The script notes its commands in the file "commands" of the home, and the signals that it gets
 /// in the file "signals".
 class ScriptedRestic : public CycleHome
@@ -17,7 +17,7 @@ protected:
 
     /// Waits until the script has come to its `await`.
     [[nodiscard]] bool isAwaiting() const;
-    /// Lets it go on, and every later one.
+    /// Lets it and every later one go on.
     void letGo() const;
 
     [[nodiscard]] QByteArray commands() const;

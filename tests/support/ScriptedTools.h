@@ -55,11 +55,11 @@ public:
     QStringList progress = {
         QStringLiteral(R"({"message_type":"summary","snapshot_id":"the new one"})")};
 
-    /// What a call answers whose words, joined by blanks, begin with these; the longest such
-    /// beginning counts. Until then: no snapshots, a size of 1000, and nothing of rclone and the
-    /// system's tools.
+    /// The answer of calls whose words, joined by spaces, begin with `beginning`; the longest match
+    /// counts. By default there are no snapshots, the size is 1000, and rclone and the system's
+    /// tools succeed without output.
     void answer(const QString &beginning, const ProcessResult &result);
-    /// The same for one repository alone.
+    /// The same for one repository only.
     void answer(const QString &beginning, const QString &repository, const ProcessResult &result);
 
     /// Called before each answer is given, when the call has been noted.
@@ -76,9 +76,9 @@ public:
     /// The repositories of such calls of restic, in their order.
     [[nodiscard]] QStringList repositories(const QString &beginning);
 
-    /// Lets rclone tell of both remotes, connected.
+    /// Makes rclone report both remotes, connected.
     void connectRemotes();
-    /// Lets rclone tell of these remotes; a JSON object.
+    /// Makes rclone report these remotes; a JSON object.
     void setRemotes(const QString &object);
 
     /// Makes restic wait in each call from now on.
@@ -89,12 +89,13 @@ public:
     void holdConnections();
     /// Makes the system's tools for the schedule wait.
     void holdSchedule();
-    /// Lets every call go on.
+    /// Releases all calls that wait.
     void letGo();
     /// How many calls of restic and rclone wait now.
     [[nodiscard]] int held();
 
-    /// An end with this status; the text is what was printed, to standard error when it failed.
+    /// A result with this status; the text went to standard output, or to standard error when the
+    /// status isn't 0.
     static ProcessResult ended(int status, const QString &text = {});
     /// One snapshot as restic lists it.
     static QString snapshot(const QString &id, const QString &host,

@@ -5,9 +5,9 @@
 #include <QString>
 #include <QStringList>
 
-/// What a program and all that it starts did, as the kernel saw it: each execution with all its
-/// arguments and its whole environment, each file opened for writing, each write with its bytes and
-/// where they went. Looks for secrets in it.
+/// Runs a program under strace and searches what it and its children did for secrets: each
+/// execution with its arguments and environment, each file opened for writing, each write with its
+/// bytes and its target.
 class SecretWitness
 {
 public:

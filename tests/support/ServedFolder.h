@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// A folder behind `rclone serve` on loopback, for one person with any password at all.
+/// A folder behind `rclone serve` on loopback, for one user with any password at all.
 class ServedFolder
 {
 public:
@@ -16,9 +16,9 @@ public:
 
     static QString user() { return QStringLiteral("anna"); }
     [[nodiscard]] QString password() const { return m_password; }
-    /// What the settings have as the server's address.
+    /// The server's address, as the settings have it.
     [[nodiscard]] QString host() const;
-    /// What the settings have as its port.
+    /// Its port, as the settings have it.
     [[nodiscard]] QString port() const;
     [[nodiscard]] QString output() { return m_daemon.output(); }
 

@@ -10,8 +10,8 @@
 #include <optional>
 #include <string>
 
-/// A home whose only destination is the private server. What the settings say of the server, its
-/// kind, its address and its user, is the test's to fill in.
+/// A home whose only destination is the private server. The test sets the server's kind, address
+/// and user.
 class ServerStory : public CycleHome
 {
 protected:
@@ -25,7 +25,7 @@ protected:
     void expectWholeLife(const QString &secret);
 
     /// Expects that the server isn't connected and that no file is left of a connection or of an
-    /// attempt, and that the last secret that connect() got stands nowhere in the support folder.
+    /// attempt, and that the last secret that connect() got is nowhere in the support folder.
     void expectNothingLeft();
 
     /// The message of an attempt that fails and leaves nothing; empty when it succeeds.

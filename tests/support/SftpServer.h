@@ -4,10 +4,9 @@
 
 #include <QString>
 
-/// A real OpenSSH server on loopback with one user of its own, who has a password and keys. The
-/// user stands in an account file of the server's own, laid over the machine's in a mount
-/// namespace, and is really the one who runs the test. Who logs in begins in data(), and what they
-/// write goes there.
+/// A real OpenSSH server on loopback with one user, who has a password and keys. The user is listed
+/// in an account file of its own, mounted over the machine's in a mount namespace, and has the id
+/// of the user who runs the test. A login starts in data().
 class SftpServer
 {
 public:
@@ -16,7 +15,7 @@ public:
     /// Starts the server on its port; false, with its words in output(), when it doesn't come up.
     bool start();
     void stop() { m_daemon.stop(); }
-    /// Starts it anew on the same port with another host key.
+    /// Restarts it on the same port with a different host key.
     bool restartWithAnotherHostKey();
 
     /// Makes a private key without a passphrase at this path, and lets its owner in.
@@ -29,7 +28,7 @@ public:
 
     [[nodiscard]] QString portText() const { return m_daemon.portText(); }
     [[nodiscard]] QString data() const { return m_daemon.path(QStringLiteral("data")); }
-    /// The host key as a line of known_hosts has it behind the host: its kind and the key.
+    /// The host key as known_hosts has it after the host name: type and key.
     [[nodiscard]] QByteArray hostKey() const;
     [[nodiscard]] QString output() { return m_daemon.output(); }
 

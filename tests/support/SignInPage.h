@@ -5,17 +5,17 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// The page on which a person signs in to Google Drive, and a browser that opens it. For its own
+/// The page on which a user signs in to Google Drive, and a browser that opens it. For its own
 /// life, an rclone that this process starts finds both in place of the real ones.
 class SignInPage
 {
 public:
-    /// What comes of it: see tests/support/authorisation_server.py.
+    /// How the sign-in goes: see tests/support/authorisation_server.py.
     enum class Answer { grant, refuse, deny, empty, stall };
 
     enum class Browser {
-        follows,    ///< the person does what the page asks for
-        unattended, ///< the page is open and nobody looks at it
+        follows,    ///< the user does what the page asks for
+        unattended, ///< the page is open and never answered
         broken,     ///< no page opens
     };
 

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// A disk of a few kilobytes mounted on a folder, for this thread and the processes that it starts
-/// alone. It goes with the object.
+/// A disk of a few kilobytes mounted on a folder, seen by this thread and its children only, and
+/// unmounted with the object.
 class SmallDisk
 {
 public:
@@ -18,11 +18,11 @@ public:
     /// Whether it could be mounted; a test that needs it must fail otherwise.
     [[nodiscard]] bool isMounted() const { return m_mounted; }
 
-    /// Takes what room is left, to the last byte.
+    /// Fills it to the last byte.
     void fill() const;
     /// Gives back what fill() took.
     void makeRoom() const;
-    /// Lets nobody write on it any more; false when that failed.
+    /// Makes it read-only; false when that failed.
     [[nodiscard]] bool makeReadOnly() const;
 
 private:

@@ -52,7 +52,7 @@ bool SmbServer::start()
 void SmbServer::stop()
 {
     m_daemon.stop();
-    // The helpers that tell which shares there are have a session of their own and outlive smbd.
+    // The helpers that list the shares have a session of their own and outlive smbd.
     QFile file(m_daemon.path(QStringLiteral("pid/samba-dcerpcd.pid")));
     const pid_t helpers = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
     if (helpers > 1 && ::getsid(helpers) == helpers) {

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// A disk behind a network that has gone: whoever asks for anything on it waits, until letGo() or
-/// this object's end. It is there for this process and its children alone.
+/// A disk behind a network that has gone: every call on it waits, until letGo() or
+/// this object's end. Only this process and its children see it.
 class StalledDisk
 {
 public:
@@ -17,11 +17,11 @@ public:
 
     /// Whether it is mounted; a test that needs it must fail otherwise.
     [[nodiscard]] bool isMounted() const { return m_mounted; }
-    /// Lets everything on it fail from now on.
+    /// Makes every call on it fail from now on.
     void letGo();
 
 private:
     QString m_folder;
-    int m_server = -1; ///< where the kernel asks for answers, and nobody gives any
+    int m_server = -1; ///< where the kernel asks for answers that never come
     bool m_mounted = false;
 };

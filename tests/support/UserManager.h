@@ -6,8 +6,8 @@
 #include <QString>
 #include <QStringList>
 
-/// A real user manager of systemd on the home of the test, in namespaces of its own: it sees no
-/// other manager and no other sees it, and all that it started ends with it.
+/// A real systemd user manager for the home of the test, in namespaces of its own. All that it
+/// started ends with it.
 class UserManager
 {
 public:
@@ -26,7 +26,7 @@ public:
 
     /// Starts it again after a stop.
     void start();
-    /// Ends it and all that it started at once, as when the machine loses its power.
+    /// Kills it and all that it started at once, as when the machine loses power.
     void stop();
 
     /// Runs a program beside it, to its end.
@@ -35,7 +35,7 @@ public:
     [[nodiscard]] PeriodicJob::RunTool runTool() const;
     /// Runs `systemctl --user` with these words, and gives what it wrote.
     QString systemctl(const QStringList &arguments) const;
-    /// What it tells of a unit.
+    /// A property of a unit, as systemctl prints it.
     [[nodiscard]] QString property(const QString &unit, const QString &name) const;
 
 private:

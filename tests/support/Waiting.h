@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <QThread>
 
-/// Waits until something holds, for as long as a busy machine may need; false when it never did.
+/// Waits until a condition holds, for as long as a busy machine may need; false when it never did.
 template <typename Condition>
 bool eventually(Condition condition)
 {

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-/// A folder that rclone's own WebDAV server offers, as plainly as can be.
+/// A folder served by rclone's own WebDAV server, without encryption.
 class WebdavFolder
 {
 public:

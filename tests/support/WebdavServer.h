@@ -4,13 +4,13 @@
 
 #include <QString>
 
-/// Apache httpd with WebDAV on loopback, for one person with a password.
+/// Apache httpd with WebDAV on loopback, for one user with a password.
 class WebdavServer
 {
 public:
     struct Manner
     {
-        bool isEncrypted = false; ///< https, with a certificate that nobody has signed
+        bool isEncrypted = false; ///< https, with a certificate signed by itself
         bool isGuarded = true;    ///< whether it asks for user and password
     };
 
@@ -27,7 +27,7 @@ public:
 
     /// Address of the server's whole tree.
     [[nodiscard]] QString url() const;
-    /// Address of a folder that is there and that nobody may enter.
+    /// Address of a folder that exists and that no user may enter.
     [[nodiscard]] QString closedUrl() const { return url() + QLatin1String("/closed"); }
     [[nodiscard]] QString portText() const { return m_daemon.portText(); }
     /// The served folder itself.

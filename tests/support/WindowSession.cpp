@@ -41,7 +41,7 @@ QRect geometryOf(const QString &window)
 }
 
 /// What ImageMagick says of a part of the screen. It takes the picture of all of the screen: of a
-/// window that has gone meanwhile it would wait for a click on another one.
+/// window that has gone meanwhile it would wait for a click on a different one.
 std::optional<QString> pictureOf(const QRect &place, const QString &format)
 {
     if (place.isEmpty()) {

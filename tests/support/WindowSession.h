@@ -34,8 +34,8 @@ public:
     /// All that it wrote to standard error.
     QByteArray errors();
 
-    /// Numbers of its windows of that title that are on the screen now, the panel's apart from the
-    /// main one's, which has the same title.
+    /// Numbers of its windows of that title that are on the screen now. The panel has the main
+    /// window's title, and counts only in panels().
     [[nodiscard]] QStringList windows(const QString &title = mainTitle()) const;
     [[nodiscard]] QStringList panels() const;
     /// Waits until there is such a window.
@@ -79,8 +79,8 @@ public:
     static bool click(const QPoint &place);
     /// Whether a window that nothing covers shows anything, which is many colours.
     static bool isPainted(const QString &window);
-    /// What stands for all that the lowest 56 points of a window show now; absent when there is no
-    /// such window.
+    /// A hash of what the lowest 56 points of a window show now; absent when there is no such
+    /// window.
     static std::optional<QString> pictureOfFoot(const QString &window);
     /// Runs a program of the screen's and gives what it prints; absent when it fails.
     static std::optional<QString> run(const QString &program, const QStringList &arguments);
@@ -98,7 +98,7 @@ protected:
 
     /// Closes the main window of a program, which goes on without it.
     static void close(const ShownProgram &program);
-    /// Starts the program once more, which ends and has nothing to say.
+    /// Starts the program once more and expects it to end without errors.
     static void startAgain();
 
     KeyringSession session;

@@ -1,4 +1,4 @@
-"""Stands in for Google's sign-in: the page on which a person lets a program in, and the address at
+"""Stands in for Google's sign-in: the page on which a user lets a program in, and the address at
 which the program then fetches its token.
 
 Usage: authorisation_server.py PORT grant|refuse|deny|empty|stall

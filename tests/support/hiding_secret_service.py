@@ -1,4 +1,4 @@
-"""A Secret Service whose locked collection tells nothing about its items, as some
+"""A Secret Service whose locked collection shows nothing of its items, as some
 password managers' do.
 
 Usage: hiding_secret_service.py default|no-default MANNER [VALUE]

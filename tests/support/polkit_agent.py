@@ -1,4 +1,4 @@
-"""Who asks the person to log in, for one process, on the real polkit.
+"""Asks the user to log in, for one process, on the real polkit.
 
     polkit_agent.py MANNER PROCESS USER
 

@@ -21,7 +21,7 @@ PROPERTIES = "org.freedesktop.DBus.Properties"
 class Watcher(dbus.service.Object):
     item = None
 
-    # Qt reads only properties that are told of here.
+    # Qt reads only properties that are declared here.
     @dbus.service.method(dbus.INTROSPECTABLE_IFACE, out_signature="s",
                          path_keyword="path", connection_keyword="connection")
     def Introspect(self, path, connection):
