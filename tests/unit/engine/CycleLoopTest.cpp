@@ -194,8 +194,8 @@ TEST_F(CycleLoop, oneCycleSharesThePauseAmongItsDestinations)
 {
     tools.progress = {QStringLiteral(R"({"message_type":"status","files_done":1})"),
                       QStringLiteral(R"({"message_type":"status","files_done":2})")};
-    // What is on disk when the next destination's run has begun can't tell; the file's state when
-    // the backup ends can, and a run that fails writes nothing more.
+    // What is on disk when the next destination's run has begun doesn't show it; the file's state
+    // when the backup ends can, and a run that fails writes nothing more.
     tools.backup = ScriptedTools::ended(1);
     class LastStatus final : public Clock
     {

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What the job was told last.
+/// What the job was asked for last.
 class RecordedJob final : public PeriodicJob
 {
 public:
@@ -142,7 +142,7 @@ TEST(Scheduler, anEnormousIntervalStaysANumberOfSeconds)
               std::numeric_limits<qint64>::max() / 3600 * 3600);
 }
 
-TEST(Scheduler, theRealJobIsATimerInThePersonsSettings)
+TEST(Scheduler, theRealJobIsATimerInTheUsersSettings)
 {
     QStringList commands;
     ScriptedTools tools;

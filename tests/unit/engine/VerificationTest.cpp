@@ -146,7 +146,7 @@ TEST_F(VerificationTest, theStatusShowsIt)
     EXPECT_EQ(status->startedAt, clock.moment());
 }
 
-TEST_F(VerificationTest, damageIsToldInOurWords)
+TEST_F(VerificationTest, damageIsReportedInOurWords)
 {
     tools.check = ScriptedTools::ended(1, QStringLiteral("pack 1234: not found\n"
                                                          "Fatal: repository contains errors\n"));

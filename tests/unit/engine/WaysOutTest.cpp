@@ -16,7 +16,7 @@ protected:
         tools.progress = {QStringLiteral(
             R"({"message_type":"summary","files_new":5,"files_changed":6,"data_added":99,)"
             R"("data_added_packed":7})")};
-        // Every call of a tool takes half a minute, during which somebody puts the clock right.
+        // Every call of a tool takes half a minute, during which the clock is corrected.
         tools.before = [this](const ScriptedTools::Call &) {
             clock.advance(30s);
             clock.set(clock.moment().addSecs(-3600));
@@ -47,21 +47,21 @@ TEST_F(WaysOut, completed)
     expectEnd(Outcome::Ok, QStringLiteral("Completato"), 120s);
 }
 
-TEST_F(WaysOut, completedWithErrorsToldIsStillCompleted)
+TEST_F(WaysOut, completedWithReportedErrorsIsStillCompleted)
 {
     tools.progress.append(QStringLiteral(R"({"message_type":"error"})"));
     tools.backup = {0, {}, QStringLiteral(R"({"message_type":"error"})")};
     expectEnd(Outcome::Ok, QStringLiteral("Completato"), 120s);
 }
 
-TEST_F(WaysOut, someFilesUnreadableWithNoErrorTold)
+TEST_F(WaysOut, someFilesUnreadableWithNoErrorReported)
 {
     tools.backup = ScriptedTools::ended(3);
     expectEnd(Outcome::Warning, QStringLiteral("Completato, ma 1 elementi non erano leggibili"),
               120s);
 }
 
-TEST_F(WaysOut, unreadableFilesAreCountedWhereverTheyAreTold)
+TEST_F(WaysOut, unreadableFilesAreCountedWhereverTheyAreReported)
 {
     const QString error = QStringLiteral(
         R"({"message_type":"error","error":{"message":"no"},"during":"archival","item":"/a"})");

@@ -133,7 +133,7 @@ TEST_F(BackupLaunch, aProgramThatCannotBeStartedIsSilent)
     EXPECT_EQ(desktop->waitingTasks(), 0);
 }
 
-TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsToldFromTheStart)
+TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsReportedFromTheStart)
 {
     writeFileInsteadOfTheFolder();
     model = std::make_unique<AppModel>(desktop);
@@ -203,7 +203,7 @@ TEST_F(BackupLaunch, aLiveStatusTakesOver)
     StatusStore::clear();
     tick();
     EXPECT_FALSE(model->isBusy());
-    // Busy from the launch to the end of the run, told once.
+    // Busy from the launch to the end of the run, reported once.
     EXPECT_EQ(busy.count(), 1);
 }
 
@@ -262,8 +262,8 @@ TEST_F(BackupLaunch, aStopNeverReachesAProgramOfAnotherName)
     leaveStatus(engine.pid());
     start();
     ASSERT_TRUE(model->isBusy());
-    // The run dies and its process id is given to somebody else before the next look; as ids can't
-    // be chosen, what changes here is the file.
+    // The run dies and its process id is given to another process before the next look; as ids
+    // can't be chosen, what changes here is the file.
     EngineLookalike foreign(QStringLiteral("somebody-else"));
     engine.kill();
     leaveStatus(foreign.pid());

@@ -56,7 +56,7 @@ TEST_F(EncryptionKey, aCopyIsConcealedAndGoesAfterAMinute)
     EXPECT_FALSE(model->isKeyCopied());
 }
 
-TEST_F(EncryptionKey, whatThePersonCopiedMeanwhileStays)
+TEST_F(EncryptionKey, whatTheUserCopiedMeanwhileStays)
 {
     start();
     model->copyKey();
@@ -266,7 +266,7 @@ TEST_F(EncryptionKey, whatIsNotThereIsNotAsked)
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 0);
 }
 
-TEST_F(EncryptionKey, aReplacementThatCannotBeStoredTellsWhy)
+TEST_F(EncryptionKey, aReplacementThatCannotBeStoredReportsWhy)
 {
     start();
     settle();
@@ -387,7 +387,7 @@ TEST_F(EncryptionKey, aRefusedLoginGoesNotBack)
     EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
 }
 
-TEST_F(EncryptionKey, goingBackThatFailsIsTold)
+TEST_F(EncryptionKey, goingBackThatFailsIsReported)
 {
     storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
     start();

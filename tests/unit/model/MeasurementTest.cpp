@@ -136,7 +136,7 @@ TEST_F(Measurement, otherSettingsDoNotEndIt)
     EXPECT_EQ(model->sourceSizes().size(), 1);
 }
 
-TEST_F(Measurement, tellsHowFarItIs)
+TEST_F(Measurement, reportsHowFarItIs)
 {
     const QString many = folder("many");
     for (int i = 0; i < 20000; ++i) {

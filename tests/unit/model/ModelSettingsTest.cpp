@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(ModelSettings, aChangeIsSavedAndTold)
+TEST_F(ModelSettings, aChangeIsSavedAndReported)
 {
     const SignalCount told(model.get(), &AppModel::configChanged);
     change([](AppConfig &settings) { settings.serverHost = QStringLiteral("nas"); });

@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_F(ModelViews, everyPropertyIsFinalAndTellsOfItsChanges)
+TEST_F(ModelViews, everyPropertyIsFinalAndReportsItsChanges)
 {
     start();
     const QMetaObject *const type = model->metaObject();

@@ -10,14 +10,14 @@ class PendingAction : public ModelFixture
 protected:
     static QVariant pending() { return UserDefaults::value(UserDefaults::pendingAction); }
 
-    /// The person comes back to the program's window.
+    /// The user comes back to the program's window.
     void comeBack()
     {
         model->becomeActive();
         QCoreApplication::sendPostedEvents();
     }
 
-    /// The person is sent to the system's settings for an action.
+    /// The user is sent to the system's settings for an action.
     void sendAway(GatedAction action)
     {
         desktop->fullDiskAccess = false;
@@ -46,7 +46,7 @@ TEST_F(PendingAction, justOpeningTheSettingsRemembersNothing)
     EXPECT_FALSE(pending().isValid());
 }
 
-TEST_F(PendingAction, runsWhenThePersonComesBackWithAccess)
+TEST_F(PendingAction, runsWhenTheUserComesBackWithAccess)
 {
     sendAway(GatedAction::Backup);
     desktop->fullDiskAccess = true;

@@ -12,7 +12,7 @@ namespace {
 class Polling : public ModelFixture
 {
 protected:
-    /// Counts every signal of the model that tells of a change.
+    /// Counts every signal of the model that reports a change.
     class AllSignals : public QObject
     {
     public:
@@ -50,7 +50,7 @@ TEST_F(Polling, aRunThatSomebodyElseStartedShowsAndIsFollowed)
     EXPECT_EQ(busy.count(), 1);
 }
 
-TEST_F(Polling, nothingIsToldWhileNothingChanges)
+TEST_F(Polling, nothingIsReportedWhileNothingChanges)
 {
     const EngineLookalike engine;
     leaveStatus(engine.pid());
@@ -294,7 +294,7 @@ TEST_F(Polling, everyFileMissingChangesNothingElse)
     EXPECT_EQ(model->config().intervalHours, 5);
 }
 
-TEST_F(Polling, aMinuteThatPassesTellsTheAgesAnew)
+TEST_F(Polling, aMinuteThatPassesReportsTheAgesAgain)
 {
     start();
     settle();

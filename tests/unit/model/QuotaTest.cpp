@@ -5,7 +5,7 @@ namespace {
 
 using Room = std::optional<Rclone::Quota>;
 
-/// Connections whose servers tell how much room they have.
+/// Connections whose servers report how much room they have.
 class Quota : public ModelFixture
 {
 protected:
@@ -104,7 +104,7 @@ TEST_F(Quota, theEndOfARunDoesNotAsk)
     EXPECT_EQ(questions(server), 1);
 }
 
-TEST_F(Quota, anotherAnswerReplacesTheOldOneAndIsToldOnce)
+TEST_F(Quota, anotherAnswerReplacesTheOldOneAndIsReportedOnce)
 {
     connectDrive();
     tell(drive, 5, 15);
@@ -211,7 +211,7 @@ TEST_F(Quota, theWindowGoesOnMeanwhileAndTheModelMayGo)
     model.reset();
     tools.letGo();
     settle();
-    // The work came to its end, and nobody was there to take it.
+    // The work ended after its owner was gone.
     EXPECT_EQ(questions(server), 1);
 }
 

@@ -165,7 +165,7 @@ TEST_F(RecoveryKit, savingDoesNotCountAsHavingIt)
     EXPECT_FALSE(model->config().keySaved);
 }
 
-TEST_F(RecoveryKit, aFailureIsToldInTheSystemsWords)
+TEST_F(RecoveryKit, aFailureIsReportedInTheSystemsWords)
 {
     start();
     EXPECT_EQ(saveTo(Paths::home() + QLatin1String("/nowhere/kit.txt")),
@@ -297,7 +297,7 @@ TEST_F(RecoveryKit, isPrintedAsItIsSaved)
     EXPECT_EQ(model->kitNotice(), (Notice{QStringLiteral("Kit stampato."), false}));
 }
 
-TEST_F(RecoveryKit, aPrintThatFailedIsToldUntilOneSucceeds)
+TEST_F(RecoveryKit, aPrintThatFailedIsReportedUntilOneSucceeds)
 {
     start();
     desktop->printing.failure = QStringLiteral("No space left on device");

@@ -75,7 +75,7 @@ TEST_F(Refresh, aSizeThatCannotBeHadIsAbsent)
     EXPECT_EQ(local().error, std::nullopt);
 }
 
-TEST_F(Refresh, aFailureEmptiesWhatWasThereAndIsToldInItsWords)
+TEST_F(Refresh, aFailureEmptiesWhatWasThereAndIsReportedInItsWords)
 {
     tools.answer(QStringLiteral("snapshots"),
                  ScriptedTools::ended(0, listed({ScriptedTools::snapshot(QStringLiteral("aa"),
@@ -140,7 +140,7 @@ TEST_F(Refresh, anErrorStaysUntilTheDestinationIsThere)
     EXPECT_EQ(changes, 2); // it is being looked for, and isn't there
 }
 
-TEST_F(Refresh, aDestinationThatIsNotThereIsToldWithoutAskingAnyTool)
+TEST_F(Refresh, aDestinationThatIsNotThereIsReportedWithoutAskingAnyTool)
 {
     config.driveEnabled = true;
     config.serverEnabled = true;

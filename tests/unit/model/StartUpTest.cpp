@@ -127,7 +127,7 @@ TEST_F(StartUp, noKeyIsMadeWhereThatCannotBeSaved)
     EXPECT_TRUE(ConfigStore::load().keySaved);
 }
 
-TEST_F(StartUp, aKeyThatCannotBeReadIsToldAndTheRestGoesOn)
+TEST_F(StartUp, aKeyThatCannotBeReadIsReportedAndTheRestGoesOn)
 {
     storeKey(QStringLiteral("an older one"), Keychain::previousRepositoryKey);
     secrets.readFailure = 13;
@@ -141,7 +141,7 @@ TEST_F(StartUp, aKeyThatCannotBeReadIsToldAndTheRestGoesOn)
     EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
 }
 
-TEST_F(StartUp, aNewKeyThatCannotBeStoredIsToldAndNotUsed)
+TEST_F(StartUp, aNewKeyThatCannotBeStoredIsReportedAndNotUsed)
 {
     secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
     secrets.writeFailure = 14;

@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-TEST(Clock, tellsTheSystemsTimeInUTC)
+TEST(Clock, givesTheSystemsTimeInUTC)
 {
     const QDateTime before = QDateTime::currentDateTimeUtc();
     const QDateTime now = Clock::now();

@@ -35,7 +35,7 @@ PeriodicJobPlan everyHour()
             .errorLog = QStringLiteral("/Users/anna/backup.log")};
 }
 
-// A property list as somebody else's reader understands it; empty when it doesn't.
+// A property list as an independent reader understands it; empty when it doesn't.
 QJsonObject parsed(const QByteArray &list)
 {
     QProcess reader;

@@ -73,7 +73,7 @@ TEST(PowerSource, withoutUPowerItIsTheMains)
     EXPECT_FALSE(runsOnBattery());
 }
 
-TEST(PowerSource, upowerTellsThatItIsTheBattery)
+TEST(PowerSource, upowerSaysThatItIsTheBattery)
 {
     SystemBus bus;
     ASSERT_TRUE(bus.isRunning());
@@ -81,7 +81,7 @@ TEST(PowerSource, upowerTellsThatItIsTheBattery)
     EXPECT_TRUE(runsOnBattery());
 }
 
-TEST(PowerSource, upowerTellsThatItIsTheMains)
+TEST(PowerSource, upowerSaysThatItIsTheMains)
 {
     SystemBus bus;
     ASSERT_TRUE(bus.isRunning());
@@ -110,9 +110,9 @@ TEST(PowerSource, aServiceThatNeverAnswersHoldsNobodyUp)
     EXPECT_LT(timer.elapsed(), 20000);
 }
 
-TEST(PowerSource, aBusThatNeverAnswersHoldsNobodyUp)
+TEST(PowerSource, aBusThatNeverAnswersHoldsNothingUp)
 {
-    // Whoever connects is let in, and never hears a word.
+    // Connections are accepted and never answered.
     const QByteArray path = QFile::encodeName(QDir::homePath() + QLatin1String("/bus"));
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -127,7 +127,7 @@ TEST(PowerSource, aBusThatNeverAnswersHoldsNobodyUp)
     EXPECT_FALSE(runsOnBattery());
 }
 
-TEST(Pmset, theFirstLineTellsTheSource)
+TEST(Pmset, theFirstLineNamesTheSource)
 {
     EXPECT_TRUE(answer("Now drawing from 'Battery Power'\n"
                        " -InternalBattery-0 (id=4653155)\t85%; discharging; 4:21 remaining "

@@ -133,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Schedule{10, "OnCalendar=*-*-* *:*:04/10 UTC\nPersistent=true"},
                     Schedule{5, "OnCalendar=*-*-* *:*:04/5 UTC\nPersistent=true"}));
 
-// No calendar tells them, so a stopwatch does.
+// A calendar can't express them, so a timer relative to the last run does.
 INSTANTIATE_TEST_SUITE_P(
     intervalsThatDivideNothing, SystemdTimerSchedule,
     testing::Values(Schedule{18000, "OnActiveSec=18000\nOnUnitActiveSec=18000"},

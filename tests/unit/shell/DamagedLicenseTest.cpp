@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A folder of notices in the resources of this program, which have none otherwise.
+/// A folder of notices in this test's resources, which otherwise have none.
 class DamagedLicense : public testing::Test
 {
 protected:

@@ -41,7 +41,7 @@ constexpr qint64 dayLong = 24 * hour;
 
 #define EXPECT_TEXT(actual, expected) EXPECT_EQ((actual).toStdString(), (expected))
 
-TEST_F(FmtTest, thePersonsOwnLocaleHoldsWhileItSpeaksTheProgramsLanguage)
+TEST_F(FmtTest, theUsersOwnLocaleHoldsWhileItSpeaksTheProgramsLanguage)
 {
     const QStringList italian{QStringLiteral("it")};
     EXPECT_TEXT(Fmt::localeFor(italian, QStringLiteral("it_IT.UTF-8")), "it_IT");
@@ -197,7 +197,7 @@ TEST_F(FmtTest, momentsFollowATimeZoneThatChanges)
     EXPECT_TEXT(Fmt::time(moment), "12:05");
 }
 
-TEST_F(FmtTest, daysChangeAtThePersonsMidnight)
+TEST_F(FmtTest, daysChangeAtTheUsersMidnight)
 {
     EXPECT_TEXT(Fmt::day(utc("2026-05-15T22:00:00Z")), "Oggi");
     EXPECT_TEXT(Fmt::day(utc("2026-05-16T21:59:59Z")), "Oggi");

@@ -59,7 +59,7 @@ public:
     {
         QFile::copy(QFileInfo(QStringLiteral("/bin/cat")).canonicalFilePath(), program);
         process.start(program, QStringList{QStringLiteral("--"), QStringLiteral("-")} + words);
-        // Qt tells it started when the new program has taken over.
+        // Qt reports the start once the new program has taken over.
         process.waitForStarted();
     }
     ~Sleeper() { end(); }

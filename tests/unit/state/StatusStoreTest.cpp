@@ -129,7 +129,7 @@ TEST(StatusStore, theHistoryKeepsTheNewest300)
     records.removeLast();
     EXPECT_EQ(StatusStore::loadHistory(), records);
 
-    // A longer one that somebody else made is cut too.
+    // A longer one that another program wrote is cut too.
     list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
     list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
     writeSupportFile("history.json", QJsonDocument(list).toJson());

@@ -35,13 +35,13 @@ TEST(SupportFolder, oneThatIsAFileIsNoFolder)
     EXPECT_EQ(SupportFolder::fault(), QStringLiteral("non è una cartella"));
 }
 
-TEST(SupportFolder, oneThatCannotBeMadeIsTold)
+TEST(SupportFolder, oneThatCannotBeMadeIsReported)
 {
     ASSERT_TRUE(writeFile(Paths::home() + QLatin1String("/.local")));
     EXPECT_EQ(SupportFolder::fault(), QStringLiteral("non è una cartella"));
 }
 
-TEST(SupportFolder, oneThatMayNotBeEnteredOrMadeIsTold)
+TEST(SupportFolder, oneThatMayNotBeEnteredOrMadeIsReported)
 {
     const QByteArray parent = QFile::encodeName(Paths::home() + QLatin1String("/.local/share"));
     ASSERT_TRUE(QDir().mkpath(folder()));
@@ -55,7 +55,7 @@ TEST(SupportFolder, oneThatMayNotBeEnteredOrMadeIsTold)
     ASSERT_EQ(::chmod(parent.constData(), 0700), 0);
 }
 
-TEST(SupportFolder, oneOnADiskThatLetsNobodyWriteIsTold)
+TEST(SupportFolder, oneOnADiskThatLetsNobodyWriteIsReported)
 {
     const SmallDisk disk(folder());
     ASSERT_TRUE(disk.isMounted());

@@ -31,7 +31,7 @@ TEST_F(DialFaceTest, aVersionLightsTheHalfHourOfItsTimeOfDay)
     EXPECT_EQ(slotsOf({at(11, 59)}), QSet<int>({23}));
 }
 
-TEST_F(DialFaceTest, aMomentInUTCIsToldByTheTimeHere)
+TEST_F(DialFaceTest, aMomentInUTCIsShownInLocalTime)
 {
     EXPECT_EQ(slotsOf({at(9, 15).toUTC()}), QSet<int>({18}));
 }

@@ -34,7 +34,7 @@ TEST_F(OverviewTextsTest, afterAGoodBackupAllIsWell)
     EXPECT_EQ(overviewTitle(), QStringLiteral("Backup aggiornato"));
 }
 
-TEST_F(OverviewTextsTest, aStaleBackupIsToldByItsAge)
+TEST_F(OverviewTextsTest, aStaleBackupIsReportedByItsAge)
 {
     enable(DestinationID::Local);
     succeed(10);
@@ -111,7 +111,7 @@ TEST_F(OverviewTextsTest, withoutTheKitBackupsDontStartByThemselves)
               QStringLiteral("I backup automatici partono dopo aver salvato il kit di recupero."));
 }
 
-TEST_F(OverviewTextsTest, theNextBackupIsToldByTheInterval)
+TEST_F(OverviewTextsTest, theNextBackupIsReportedByTheInterval)
 {
     enable(DestinationID::Local);
     situation.config.keySaved = true;
@@ -154,7 +154,7 @@ TEST_F(OverviewTextsTest, signsInAFileNameStayAsTheyAre)
     EXPECT_EQ(OverviewTexts::currentFile(situation), QStringLiteral("/a/%1 <b>%2</b>"));
 }
 
-TEST_F(OverviewTextsTest, waitingForTheKeyringIsTold)
+TEST_F(OverviewTextsTest, waitingForTheKeyringIsReported)
 {
     situation.starting = true;
     for (const bool isReady : {false, true}) {
@@ -176,7 +176,7 @@ TEST_F(OverviewTextsTest, nothingStartsWhileTheKeyringIsWaitedFor)
     EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::starting);
 }
 
-TEST_F(OverviewTextsTest, theFolderThatCannotBeWrittenIsToldBeforeTheKey)
+TEST_F(OverviewTextsTest, theFolderThatCannotBeWrittenIsReportedBeforeTheKey)
 {
     EXPECT_EQ(OverviewTexts::notice(situation), QString());
     situation.keyError = QStringLiteral("the key");

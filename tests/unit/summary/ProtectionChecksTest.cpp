@@ -120,7 +120,7 @@ TEST_F(ProtectionChecksTest, versionsGoByHowLongTheyAreKept)
     expectRow(2, true, "Versioni precedenti", "Conservate per 2 anni", Remedy::none);
 }
 
-TEST_F(ProtectionChecksTest, accessToTheDiskIsTold)
+TEST_F(ProtectionChecksTest, accessToTheDiskIsReported)
 {
     expectRow(3, true, "Accesso completo al disco", "Salvati anche Mail, Safari e Messaggi",
               Remedy::none);
@@ -129,14 +129,14 @@ TEST_F(ProtectionChecksTest, accessToTheDiskIsTold)
               Remedy::access);
 }
 
-TEST_F(ProtectionChecksTest, aGoodVerificationIsToldByItsAge)
+TEST_F(ProtectionChecksTest, aGoodVerificationIsReportedByItsAge)
 {
     verify(Outcome::Ok);
     EXPECT_EQ(ids().last(), QStringLiteral("integrity"));
     expectRow(4, true, "Backup integro", "Verificato 2 ore fa", Remedy::none);
 }
 
-TEST_F(ProtectionChecksTest, anyOtherVerificationIsToldByItsMessage)
+TEST_F(ProtectionChecksTest, anyOtherVerificationIsReportedByItsMessage)
 {
     for (const Outcome outcome :
          {Outcome::Warning, Outcome::Failed, Outcome::Skipped, Outcome::Cancelled}) {

@@ -28,14 +28,14 @@ TEST_F(ShellTextsTest, theSidebarSaysThatThereIsNoBackup)
     expectSidebar("Nessun backup", Tone::Wrong);
 }
 
-TEST_F(ShellTextsTest, theSidebarTellsAGoodBackup)
+TEST_F(ShellTextsTest, theSidebarShowsAGoodBackup)
 {
     enable(DestinationID::Local);
     succeed(5);
     expectSidebar("Backup aggiornato", Tone::Well);
 }
 
-TEST_F(ShellTextsTest, theSidebarTellsAStaleBackup)
+TEST_F(ShellTextsTest, theSidebarShowsAStaleBackup)
 {
     enable(DestinationID::Local);
     succeed(5);
@@ -62,7 +62,7 @@ TEST_F(ShellTextsTest, thePanelOfAFreshInstallation)
               QList({DestinationID::Local, DestinationID::Drive}));
 }
 
-TEST_F(ShellTextsTest, thePanelTellsTheAgeOfTheLastGoodBackup)
+TEST_F(ShellTextsTest, thePanelShowsTheAgeOfTheLastGoodBackup)
 {
     succeed(120);
     EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("2 ore fa"));
@@ -83,7 +83,7 @@ TEST_F(ShellTextsTest, aLaunchIsNoRunYetForThePanel)
     EXPECT_EQ(ShellTexts::panelEyebrow(situation), QStringLiteral("Ultimo backup"));
 }
 
-TEST_F(ShellTextsTest, waitingForTheKeyringIsToldBeforeWhatFollowsFromTheKey)
+TEST_F(ShellTextsTest, waitingForTheKeyringIsReportedBeforeWhatFollowsFromTheKey)
 {
     situation.starting = true;
     EXPECT_EQ(ShellTexts::sidebarState(situation), QStringLiteral("In attesa del Portachiavi"));
@@ -101,7 +101,7 @@ TEST_F(ShellTextsTest, thePanelAsksForTheKit)
     EXPECT_EQ(detail(), QStringLiteral("Salva il kit di recupero per avviare i backup."));
 }
 
-TEST_F(ShellTextsTest, thePanelTellsTheInterval)
+TEST_F(ShellTextsTest, thePanelShowsTheInterval)
 {
     enable(DestinationID::Local);
     situation.config.keySaved = true;

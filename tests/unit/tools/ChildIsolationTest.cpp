@@ -105,7 +105,7 @@ TEST(ChildIsolation, ignoredSignalsAreAtTheirDefaultsInTheChild)
     EXPECT_EQ(shell(QStringLiteral("kill -INT $$; exit 1")).status, 128 + SIGINT);
 }
 
-TEST(ChildIsolation, aProcessThatWasToldToIgnoreItsChildrenStillLearnsTheirEnd)
+TEST(ChildIsolation, aProcessThatIgnoresItsChildrenStillLearnsTheirEnd)
 {
     ASSERT_NE(std::signal(SIGCHLD, SIG_IGN), SIG_ERR);
     EXPECT_EQ(shell(QStringLiteral("exit 7")).status, 7);
@@ -236,7 +236,7 @@ TEST(ChildIsolation, whereNoThreadCanBeMadeNoChildIsStarted)
     EXPECT_EQ(openDescriptors(), descriptors);
 }
 
-TEST(ChildIsolation, noDescriptorsLeftIsAFailureThatIsTold)
+TEST(ChildIsolation, noDescriptorsLeftIsAFailureThatIsReported)
 {
     // The sanitizer needs descriptors of its own at the first sight of a type.
     shell(QStringLiteral("true"));

@@ -21,7 +21,7 @@ TEST(NoTools, areReallyThere)
     EXPECT_EQ(Tools::find(QStringLiteral("rclone")), std::nullopt);
 }
 
-TEST(NoTools, resticsAbsenceIsTold)
+TEST(NoTools, resticsAbsenceIsReported)
 {
     for (const DestinationID dest :
          {DestinationID::Local, DestinationID::Drive, DestinationID::Server}) {

@@ -8,7 +8,7 @@ namespace {
 class PinServer : public ServerFixture
 {
 protected:
-    /// Has rclone tell of one remote with these settings, and pins.
+    /// Makes rclone report one remote with these settings, and pins.
     void pin(const char *settings, const char *name = "vellomar-server")
     {
         writeConfig(envelope, age += 100);

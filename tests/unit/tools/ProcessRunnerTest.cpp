@@ -130,29 +130,29 @@ TEST(ProcessRunner, everyExitCodeComesBack)
     }
 }
 
-TEST(ProcessRunner, aPathThatDoesNotExistIsTold)
+TEST(ProcessRunner, aPathThatDoesNotExistIsReported)
 {
     expectNotStarted(runProcess(QStringLiteral("/nonexistent/tool"), {}));
     expectNotStarted(runProcess(QString(), {}));
 }
 
-TEST(ProcessRunner, aFileThatIsNotExecutableIsTold)
+TEST(ProcessRunner, aFileThatIsNotExecutableIsReported)
 {
     expectNotStarted(
         runProcess(fileWith("#!/bin/sh\n", QFileDevice::ReadOwner | QFileDevice::WriteOwner), {}));
 }
 
-TEST(ProcessRunner, aFolderIsTold)
+TEST(ProcessRunner, aFolderIsReported)
 {
     expectNotStarted(runProcess(QDir::homePath(), {}));
 }
 
-TEST(ProcessRunner, aScriptWithAMissingInterpreterIsTold)
+TEST(ProcessRunner, aScriptWithAMissingInterpreterIsReported)
 {
     expectNotStarted(runProcess(fileWith("#!/nonexistent/interpreter\n", owner), {}));
 }
 
-TEST(ProcessRunner, aFileThatIsNoProgramIsTold)
+TEST(ProcessRunner, aFileThatIsNoProgramIsReported)
 {
     expectNotStarted(runProcess(fileWith(QByteArray("\0\1\2\3 nothing", 12), owner), {}));
 }
@@ -166,7 +166,7 @@ TEST(ProcessRunner, aPathWithBlanksAndOtherLettersWorks)
               QStringLiteral("hi\n"));
 }
 
-TEST(ProcessRunner, aFailedStartTellsTheHandleNothing)
+TEST(ProcessRunner, aFailedStartLeavesTheHandleAsItWas)
 {
     ProcessHandle handle;
     handle.terminate();

@@ -44,7 +44,7 @@ protected:
         ended = result;
         return connect();
     }
-    /// What rclone was told when it was to sign in.
+    /// The arguments with which rclone was to sign in.
     [[nodiscard]] QStringList creation() const
     {
         for (const Call &call : calls) {
@@ -229,7 +229,7 @@ TEST_F(RcloneDrive, aTokenDoesNotCountWhenRcloneFailed)
     }
 }
 
-TEST_F(RcloneDrive, aFailureIsToldInRclonesLastLine)
+TEST_F(RcloneDrive, aFailureIsReportedInRclonesLastLine)
 {
     EXPECT_EQ(connectEndingIn(failed(
                   QStringLiteral("2026/01/02 03:04:05 NOTICE: Waiting for code...\n"
@@ -240,19 +240,19 @@ TEST_F(RcloneDrive, aFailureIsToldInRclonesLastLine)
     EXPECT_EQ(connectEndingIn(failed(QStringLiteral("\n\n"))), unfinished);
     EXPECT_EQ(connectEndingIn(failed(QStringLiteral("2026/01/02 03:04:05 ERROR : \n"))),
               unfinished);
-    // As when the person refuses in the browser.
+    // As when the user refuses in the browser.
     EXPECT_EQ(connectEndingIn(failed(QStringLiteral("Error: access_denied\nHelp: \n"))),
               unfinished);
 }
 
-TEST_F(RcloneDrive, aMissingTokenIsToldInRclonesLastLineToo)
+TEST_F(RcloneDrive, aMissingTokenIsReportedInRclonesLastLineToo)
 {
     remotes = QStringLiteral("{}");
     ended.standardError = QStringLiteral("2026/01/02 03:04:05 NOTICE: Something\n");
     EXPECT_EQ(connect(), QStringLiteral("Something"));
 }
 
-TEST_F(RcloneDrive, aTakenPortIsToldWhereverItStands)
+TEST_F(RcloneDrive, aTakenPortIsReportedWhereverItStands)
 {
     EXPECT_EQ(connectEndingIn(failed(
                   QStringLiteral("listen tcp 127.0.0.1:53682: bind: address already in use\n"))),
@@ -265,7 +265,7 @@ TEST_F(RcloneDrive, aTakenPortIsToldWhereverItStands)
     EXPECT_EQ(commands().last(), deletion);
 }
 
-TEST_F(RcloneDrive, aCancelledSignInIsToldAsThatWhateverRcloneSaid)
+TEST_F(RcloneDrive, aCancelledSignInIsReportedAsThatWhateverRcloneSaid)
 {
     duringRun = [this] { handle.terminate(); };
     for (const char *error : {"", "address already in use", "2026/01/02 03:04:05 ERROR : x"}) {
@@ -275,7 +275,7 @@ TEST_F(RcloneDrive, aCancelledSignInIsToldAsThatWhateverRcloneSaid)
     }
 }
 
-TEST_F(RcloneDrive, aCancelledSignInThatEndsWithoutATokenIsToldAsCancelled)
+TEST_F(RcloneDrive, aCancelledSignInThatEndsWithoutATokenIsReportedAsCancelled)
 {
     duringRun = [this] { handle.terminate(); };
     remotes = QStringLiteral("{}");
@@ -322,7 +322,7 @@ TEST_F(RcloneDrive, theRoomIsWhatIsUsedAndTheTotal)
     EXPECT_EQ(quotaFrom(R"({"total":1e300,"used":1e3})"), (Quota{1000, most}));
 }
 
-TEST_F(RcloneDrive, theRoomIsAbsentWhenItIsNotTold)
+TEST_F(RcloneDrive, theRoomIsAbsentWhenItIsNotReported)
 {
     for (const char *json : {R"({"used":5})", "{}", "", "[]", R"([{"total":5}])", "5", "null",
                              R"({"total":5)", R"(x{"total":5})", R"({"Total":5})"}) {

@@ -14,8 +14,8 @@
 #include <functional>
 #include <mutex>
 
-/// An rclone, and the other tools that are run beside it, that do what the test says, and a key in
-/// memory; every call is kept.
+/// An rclone and other tools that the test scripts by functions, and a key in memory; every call is
+/// kept.
 class RcloneFixture : public testing::Test
 {
 protected:

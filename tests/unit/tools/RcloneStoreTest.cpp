@@ -7,7 +7,7 @@
 
 namespace {
 
-/// An rclone whose encryption of a file is told from its plain form, with a hand in each failure.
+/// An rclone whose encrypted file differs from the plain one, and that fails at any step on demand.
 class RcloneStoreTest : public RcloneFixture
 {
 protected:

@@ -101,7 +101,7 @@ TEST_F(RcloneTest, withoutAKeyTheFileStaysAsItIs)
     EXPECT_EQ(config(), QByteArray("[vellomar]\n"));
 }
 
-TEST_F(RcloneTest, aFailureToEncryptIsToldHoweverRcloneEnds)
+TEST_F(RcloneTest, aFailureToEncryptIsReportedHoweverRcloneEnds)
 {
     for (const int status : {0, 1, -1}) {
         rclone = [status](const Call &) { return ProcessResult{status, {}, {}}; };

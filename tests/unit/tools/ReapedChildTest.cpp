@@ -9,7 +9,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// Once a child is reaped its number may be anybody's.
+// Once a child is reaped its id may belong to any process.
 
 namespace {
 

@@ -25,7 +25,7 @@ TEST(ResticFailure, threeExitCodesHaveWordsWhateverResticWrote)
     }
 }
 
-TEST(ResticFailure, aChangedHostKeyIsTold)
+TEST(ResticFailure, aChangedHostKeyIsReported)
 {
     EXPECT_EQ(said(1, "knownhosts"), otherHostKey);
     EXPECT_EQ(said(1, "rclone: ssh: handshake failed: knownhosts: key mismatch\nFatal: later"),
@@ -80,7 +80,7 @@ TEST(ResticFailure, whatIsNoObjectIsALine)
     }
 }
 
-TEST(ResticFailure, aCrashIsToldByWhatResticPanickedWith)
+TEST(ResticFailure, aCrashIsReportedByWhatResticPanickedWith)
 {
     EXPECT_EQ(said(2, "panic: runtime error: index out of range [3] with length 3\n\n"
                       "goroutine 1 [running]:\nmain.main()\n\t/src/main.go:9 +0x1d\n"),
@@ -122,7 +122,7 @@ TEST(ResticFailure, anErrorWithATraceBelowItIsTheError)
     EXPECT_EQ(said(1, "\tfile.go:12\n"), QStringLiteral("\tfile.go:12"));
 }
 
-TEST(ResticFailure, aRepositoryThatCannotBeEnteredIsToldAndNotItsPlaceAlone)
+TEST(ResticFailure, aRepositoryThatCannotBeEnteredIsReportedAndNotItsPlaceAlone)
 {
     EXPECT_EQ(said(1, "Stat(<config/>) failed: stat /disk/a b/r/config: permission denied\n"
                       "Fatal: unable to open config file: stat /disk/a b/r/config: permission "
@@ -133,7 +133,7 @@ TEST(ResticFailure, aRepositoryThatCannotBeEnteredIsToldAndNotItsPlaceAlone)
                              "error"));
 }
 
-TEST(ResticFailure, aMissingResticIsTold)
+TEST(ResticFailure, aMissingResticIsReported)
 {
     EXPECT_EQ(said(-1, "restic non trovato"), QStringLiteral("restic non trovato"));
 }

@@ -110,7 +110,7 @@ TEST_F(ResticListingTest, noRepositoryMeansNoSnapshots)
     EXPECT_EQ(restic.snapshots().value(), QList<Snap>());
 }
 
-TEST_F(ResticListingTest, aFailureOfSnapshotsIsTold)
+TEST_F(ResticListingTest, aFailureOfSnapshotsIsReported)
 {
     give("[]", 1);
     EXPECT_EQ(restic.snapshots().error(), why);
@@ -186,7 +186,7 @@ TEST_F(ResticListingTest, linesThatAreNoNodesAreDropped)
     EXPECT_EQ(namesOf(nodes), QStringList({QStringLiteral("good")}));
 }
 
-TEST_F(ResticListingTest, aFailureOfListIsTold)
+TEST_F(ResticListingTest, aFailureOfListIsReported)
 {
     give(R"({"message_type":"node","name":"a","path":"/a"})", 1);
     EXPECT_EQ(restic.list(QStringLiteral("id"), QStringLiteral("/")).error(), why);

@@ -216,7 +216,7 @@ TEST_F(ResticRunTest, prepareMakesARepositoryThatIsNotThereAndUnlocksNothing)
                   {{QStringLiteral("cat"), QStringLiteral("config")}, {QStringLiteral("init")}}));
 }
 
-TEST_F(ResticRunTest, prepareTellsWhyItCouldNotMakeARepository)
+TEST_F(ResticRunTest, prepareReportsWhyItCouldNotMakeARepository)
 {
     answers = {{10, {}, QStringLiteral("first")}, {1, {}, QStringLiteral("no room")}};
     const auto prepared = restic.prepare();
@@ -225,7 +225,7 @@ TEST_F(ResticRunTest, prepareTellsWhyItCouldNotMakeARepository)
     EXPECT_EQ(calls.size(), 2);
 }
 
-TEST_F(ResticRunTest, prepareTellsAnyOtherFailureAndDoesNothingMore)
+TEST_F(ResticRunTest, prepareReportsAnyOtherFailureAndDoesNothingMore)
 {
     for (const int status : {1, 3, 12, 130, -1}) {
         calls.clear();
@@ -255,7 +255,7 @@ TEST_F(ResticRunTest, prepareUnlocksARepositoryThatIsLockedAndThenWaitsForItsLoc
     EXPECT_EQ(argumentLists(), QList<QStringList>({open, unlock, wait}));
 }
 
-TEST_F(ResticRunTest, aDiskWhoseFolderIsNoneIsToldAtOnce)
+TEST_F(ResticRunTest, aDiskWhoseFolderIsNoneIsReportedAtOnce)
 {
     const QString path = Paths::home() + QLatin1String("/disk");
     ASSERT_TRUE(writeFile(path));
