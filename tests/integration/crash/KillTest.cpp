@@ -149,7 +149,7 @@ class KillTest : public testing::Test
 protected:
     void SetUp() override
     {
-        // A killed process that nobody buries still has its id, and restic takes its lock for one
+        // A killed process that isn't reaped still has its id, and restic takes its lock for one
         // in use.
         ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
         ASSERT_TRUE(home.isReady());

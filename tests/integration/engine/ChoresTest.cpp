@@ -134,7 +134,7 @@ protected:
 
 const QString local = QStringLiteral("local");
 
-TEST_F(Chores, aDeletedPackIsFoundByTheNextCheckAndTold)
+TEST_F(Chores, aDeletedPackIsFoundByTheNextCheckAndReported)
 {
     ASSERT_EQ(run(), 0);
     ASSERT_TRUE(QFile::remove(biggestPack().filePath()));

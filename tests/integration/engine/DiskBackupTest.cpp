@@ -22,7 +22,7 @@ protected:
         return target + path;
     }
 
-    /// What differs between two trees, told by diff; empty when nothing does.
+    /// What differs between two trees, as diff prints it; empty when nothing does.
     static QByteArray difference(const QString &left, const QString &right)
     {
         QProcess diff;

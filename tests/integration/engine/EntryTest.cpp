@@ -201,7 +201,7 @@ TEST_F(Entry, closedStandardDescriptorsDoNoHarm)
     EXPECT_EQ(newestRecord().filesNew, 3);
 }
 
-TEST_F(Entry, withoutAHomeInTheEnvironmentTheListOfUsersTellsIt)
+TEST_F(Entry, withoutAHomeInTheEnvironmentTheListOfUsersGivesIt)
 {
     for (const QString &missing : {QStringLiteral("-u HOME"), QStringLiteral("HOME=")}) {
         const Ending ending = runHomeless(userWithHome(home()), missing);
@@ -261,7 +261,7 @@ TEST_F(Entry, fewOpenFilesAreRaisedToWhatTheSystemLets)
     EXPECT_EQ(newestRecord().outcome, Outcome::Ok);
 }
 
-TEST_F(Entry, tooFewOpenFilesAreToldAndNoLibraryMeetsThem)
+TEST_F(Entry, tooFewOpenFilesAreReportedAndNoLibraryMeetsThem)
 {
     for (const char *limit : {"12", "16", "20", "40"}) {
         Cycle cycle(installation.program());

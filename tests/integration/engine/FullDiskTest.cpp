@@ -60,7 +60,7 @@ TEST_F(FullDisk, theRunFailsWithResticsWordsAndTheNextOneWithRoomIsWell)
     EXPECT_EQ(history[0].outcome, Outcome::Ok);
     EXPECT_EQ(history[0].filesNew, 3);
     EXPECT_FALSE(isThere("status.json"));
-    // The failed run had told the window so before the next one began.
+    // The failed run had reported it to the window before the next one began.
     EXPECT_TRUE(readFile(home() + QLatin1String("/first.json")).contains("\"failed\""));
 }
 

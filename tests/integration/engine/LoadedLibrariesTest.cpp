@@ -40,7 +40,7 @@ TEST_F(LoadedLibraries, theDeliveryOfASecretHasNoWindowToolkit)
 {
     const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
     ASSERT_TRUE(secret);
-    // It is over too quickly to be looked at, so the loader tells.
+    // It ends too quickly to be looked at, so the loader's own log is read.
     qputenv("LD_DEBUG", "files");
     Cycle delivery(installation.program());
     delivery.start({QStringLiteral("--secret"), secret->path()});

@@ -144,7 +144,7 @@ TEST_F(OrdinaryUser, aDiskThatVanishesDuringTheRunFailsIt)
     QRandomGenerator::system()->fillRange(reinterpret_cast<quint32 *>(bytes.data()),
                                           bytes.size() / 4);
     writeFile(source + QLatin1String("/z"), bytes);
-    // As with the folder of mount points, nobody but the system can make the disk's folder anew.
+    // As with the folder of mount points, only the system can make the disk's folder again.
     const QString media = folder(QStringLiteral("media"));
     config.localFolder = folder(QStringLiteral("media/disk"));
     saveSettings();

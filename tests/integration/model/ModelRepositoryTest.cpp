@@ -153,7 +153,7 @@ TEST_F(ModelRepository, aKeyringThatGoesInBetweenFailsTheReplacementAlone)
     EXPECT_TRUE(model->config().keySaved);
 }
 
-TEST_F(ModelRepository, aDiskThatIsPulledOutIsTold)
+TEST_F(ModelRepository, aDiskThatIsPulledOutIsReported)
 {
     makeRepository(repository);
     start();
@@ -166,7 +166,7 @@ TEST_F(ModelRepository, aDiskThatIsPulledOutIsTold)
     EXPECT_EQ(replacedBy(QStringLiteral("another key")), std::nullopt);
 }
 
-TEST_F(ModelRepository, aKitOnAFullDiskIsToldAndLeavesNothing)
+TEST_F(ModelRepository, aKitOnAFullDiskIsReportedAndLeavesNothing)
 {
     const QString stick = folder(QStringLiteral("stick"));
     const SmallDisk small(stick);

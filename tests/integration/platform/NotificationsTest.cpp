@@ -282,7 +282,7 @@ TEST(NotificationsWithoutABus, areDropped)
 
 TEST(NotificationsWithoutABus, areDroppedWhenTheBusNeverAnswers)
 {
-    // Calls are taken, and nobody says a word.
+    // Calls are accepted and never answered.
     const QByteArray path = QDir::homePath().toUtf8() + "/bus";
     sockaddr_un address{};
     address.sun_family = AF_UNIX;

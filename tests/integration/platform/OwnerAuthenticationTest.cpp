@@ -123,7 +123,7 @@ protected:
     QProcess service;
 };
 
-TEST_F(OwnerAuthenticationTest, aPersonWhoLogsInGrantsIt)
+TEST_F(OwnerAuthenticationTest, aUserWhoLogsInGrantsIt)
 {
     EXPECT_EQ(answerOf(QStringLiteral("granting")), OwnerLogin::granted);
     const QList<QJsonObject> all = questions();
@@ -140,7 +140,7 @@ TEST_F(OwnerAuthenticationTest, aPersonWhoLogsInGrantsIt)
     }
 }
 
-TEST_F(OwnerAuthenticationTest, aPersonWhoDoesNotLogInRefusesIt)
+TEST_F(OwnerAuthenticationTest, aUserWhoDoesNotLogInRefusesIt)
 {
     EXPECT_EQ(answerOf(QStringLiteral("refusing")), OwnerLogin::refused);
 }
@@ -157,7 +157,7 @@ TEST_F(OwnerAuthenticationTest, whatIsForbiddenIsRefusedUnasked)
     EXPECT_EQ(questions().size(), 1);
 }
 
-TEST_F(OwnerAuthenticationTest, withoutAnyoneToAskThePersonItIsImpossible)
+TEST_F(OwnerAuthenticationTest, withoutAnyoneToAskTheUserItIsImpossible)
 {
     EXPECT_EQ(answerOf(QStringLiteral("agentless")), OwnerLogin::impossible);
 }
@@ -187,7 +187,7 @@ TEST_F(OwnerAuthenticationTest, anAuthorityThatNeverAnswersRefusesIt)
     EXPECT_EQ(answerOf(QStringLiteral("mute")), OwnerLogin::refused);
 }
 
-TEST_F(OwnerAuthenticationTest, anAuthorityThatEndsWhileThePersonIsAskedRefusesIt)
+TEST_F(OwnerAuthenticationTest, anAuthorityThatEndsWhileTheUserIsAskedRefusesIt)
 {
     EXPECT_EQ(answerOf(QStringLiteral("leaving")), OwnerLogin::refused);
     EXPECT_EQ(questions().size(), 2);
@@ -212,7 +212,7 @@ TEST_F(OwnerAuthenticationTest, aBusThatHasEndedRefusesIt)
     EXPECT_EQ(question.answer(), OwnerLogin::refused);
 }
 
-TEST_F(OwnerAuthenticationTest, aBusThatEndsWhileThePersonIsAskedRefusesIt)
+TEST_F(OwnerAuthenticationTest, aBusThatEndsWhileTheUserIsAskedRefusesIt)
 {
     ASSERT_TRUE(startAuthority(QStringLiteral("hanging")));
     OwnerAuthentication owner;
@@ -223,7 +223,7 @@ TEST_F(OwnerAuthenticationTest, aBusThatEndsWhileThePersonIsAskedRefusesIt)
     EXPECT_EQ(question.answer(), OwnerLogin::refused);
 }
 
-TEST_F(OwnerAuthenticationTest, thePersonIsAskedAnewEachTime)
+TEST_F(OwnerAuthenticationTest, theUserIsAskedAnewEachTime)
 {
     ASSERT_TRUE(startAuthority(QStringLiteral("granting")));
     OwnerAuthentication owner;
@@ -235,7 +235,7 @@ TEST_F(OwnerAuthenticationTest, thePersonIsAskedAnewEachTime)
     }
 }
 
-TEST_F(OwnerAuthenticationTest, whoAsksGoesOnWhileThePersonThinks)
+TEST_F(OwnerAuthenticationTest, whoAsksGoesOnWhileTheUserThinks)
 {
     ASSERT_TRUE(startAuthority(QStringLiteral("hanging")));
     OwnerAuthentication owner;
@@ -256,7 +256,7 @@ TEST_F(OwnerAuthenticationTest, theEndTakesAnOpenQuestionBack)
     }
     EXPECT_TRUE(question.isAnswered());
     EXPECT_EQ(question.answer(), OwnerLogin::refused);
-    // The authority sees whoever asked leave the bus, and takes its dialog away.
+    // The authority sees the asking process leave the bus, and closes its dialog.
     EXPECT_TRUE(
         eventually([this] { return notes().last().value(QLatin1String("left")).toBool(); }));
 }

@@ -91,7 +91,7 @@ protected:
         endProcess(polkit);
     }
 
-    /// Puts somebody in place who asks the user on behalf of a process.
+    /// Starts an agent that asks the user on behalf of a process.
     void startAgent(const QString &manner, pid_t process)
     {
         startWithTest(agent, QStringLiteral("/usr/bin/python3"),
@@ -136,7 +136,7 @@ TEST_F(PolkitTest, knowsTheActionOfEachReasonAndAsksForTheOwnLogin)
     }
 }
 
-TEST_F(PolkitTest, aPersonWhoLogsInIsGrantedEachReasonInItsOwnWords)
+TEST_F(PolkitTest, aUserWhoLogsInIsGrantedEachReasonInItsOwnWords)
 {
     const std::pair<OwnerReason, const char *> reasons[] = {
         {OwnerReason::showKey, "Vellomar vuole mostrare la chiave di cifratura.\n"},
@@ -150,13 +150,13 @@ TEST_F(PolkitTest, aPersonWhoLogsInIsGrantedEachReasonInItsOwnWords)
     }
 }
 
-TEST_F(PolkitTest, aPersonWhoCannotLogInIsRefused)
+TEST_F(PolkitTest, aUserWhoCannotLogInIsRefused)
 {
     EXPECT_EQ(answerOf(QStringLiteral("refusing")), OwnerLogin::refused);
     EXPECT_EQ(nextLine(), question);
 }
 
-TEST_F(PolkitTest, aPersonWhoCancelsIsRefused)
+TEST_F(PolkitTest, aUserWhoCancelsIsRefused)
 {
     EXPECT_EQ(answerOf(QStringLiteral("cancelling")), OwnerLogin::refused);
     EXPECT_EQ(nextLine(), question);

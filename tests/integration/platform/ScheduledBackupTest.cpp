@@ -78,7 +78,7 @@ TEST_F(ScheduledBackup, comesByItselfWithNoWindowEverStarted)
 
 TEST_F(ScheduledBackup, endsCleanlyWhenTheSystemStopsIt)
 {
-    // The tool tells which signal reached it.
+    // The tool notes which signal reached it.
     installation.addScript(QStringLiteral("restic"), "#!/bin/sh\n"
                                                      "[ \"$1\" = backup ] || exit 0\n"
                                                      "trap 'echo INT >>~/signals; exit 130' INT\n"

@@ -172,7 +172,7 @@ TEST_F(SystemdTimerIntegration, theFirstRunComesOneIntervalAfterLoading)
         EXPECT_NEAR(static_cast<double>(secondsToNextRun()), static_cast<double>(hours * hour), 60)
             << hours;
     }
-    // No calendar tells five hours; the stopwatch runs from the loading.
+    // A calendar can't say every five hours; the interval runs from the loading.
     job().establish(planOf(program, 5 * hour));
     EXPECT_EQ(manager.property(timerUnit, QStringLiteral("ActiveState")), QStringLiteral("active"));
     EXPECT_TRUE(manager.property(timerUnit, QStringLiteral("TimersMonotonic"))

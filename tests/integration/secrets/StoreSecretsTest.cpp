@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 
 // Adding a remote is the one moment at which a secret stands in a file in plain: rclone encrypts
-// that file then. Nobody else may read it, from its first byte to its last.
+// that file then. Only its owner may read it, from its first byte to its last.
 namespace {
 
 using testing::HasSubstr;
@@ -28,7 +28,7 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(home.isReady());
-        // Not the remote's own section: another one of the same name must not be there.
+        // Not the remote's own section: a second one of the same name must not be there.
         ASSERT_TRUE(QFile::remove(Paths::supportFile(QStringLiteral("rclone.conf"))));
     }
 

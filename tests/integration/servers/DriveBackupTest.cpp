@@ -166,7 +166,7 @@ protected:
         }
     }
 
-    /// Has one of the two remotes be a place on the network at which nobody answers.
+    /// Makes one of the two remotes an address on the network that doesn't answer.
     static void takeDown(const QByteArray &remote)
     {
         const QByteArray address = "http://127.0.0.1:" + QByteArray::number(Daemon::freePort());

@@ -38,7 +38,7 @@ sockaddr_in signInAddress()
     return address;
 }
 
-/// Whether somebody takes connections there.
+/// Whether a process accepts connections there.
 bool isAnswered()
 {
     const FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
@@ -47,7 +47,7 @@ bool isAnswered()
            0;
 }
 
-/// The place taken by somebody else.
+/// The port taken by another process.
 class HeldPort
 {
 public:
@@ -151,7 +151,7 @@ protected:
         return QDir(Paths::support())
             .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     }
-    /// Expects that the encrypted file is all there is and that nothing of the person's access
+    /// Expects that the encrypted file is all there is and that nothing of the user's access
     /// stands anywhere else.
     static void expectKept()
     {
@@ -175,7 +175,7 @@ protected:
     ScopedSecretBackend secretsInForce{secrets};
 };
 
-TEST_F(Drive, isConnectedWhenThePersonAgrees)
+TEST_F(Drive, isConnectedWhenTheUserAgrees)
 {
     SignInPage page;
     ASSERT_TRUE(page.isRunning());
@@ -201,7 +201,7 @@ TEST_F(Drive, isConnectedWhenThePersonAgrees)
     expectNothingLeft();
 }
 
-TEST_F(Drive, isConnectedByWayOfAClientOfThePersonsOwn)
+TEST_F(Drive, isConnectedByWayOfAClientOfTheUsersOwn)
 {
     SignInPage page;
     ASSERT_TRUE(page.isRunning());
@@ -245,7 +245,7 @@ TEST_F(Drive, replacesAnEarlierConnectionAndLeavesTheServersAlone)
     expectKept();
 }
 
-TEST_F(Drive, isNotConnectedWhenThePersonRefuses)
+TEST_F(Drive, isNotConnectedWhenTheUserRefuses)
 {
     SignInPage page(Answer::refuse);
     ASSERT_TRUE(page.isRunning());
@@ -275,11 +275,11 @@ TEST_F(Drive, isNotConnectedWhenGoogleGivesNoToken)
     expectNothingLeft();
 }
 
-TEST_F(Drive, isConnectedByThePersonThoughTheSessionHasAWayInOfItsOwn)
+TEST_F(Drive, isConnectedByTheUserThoughTheSessionHasAWayInOfItsOwn)
 {
     SignInPage page;
     ASSERT_TRUE(page.isRunning());
-    // rclone would sign in as a machine of Google's, or take that token, and ask nobody.
+    // rclone would sign in as a machine of Google's, or take that token, without asking.
     qputenv("RCLONE_DRIVE_ENV_AUTH", "true");
     qputenv("RCLONE_DRIVE_TOKEN", "{\"access_token\":\"theirs\"}");
     EXPECT_EQ(connect(), std::nullopt);
@@ -325,7 +325,7 @@ TEST_F(Drive, isConnectedThoughAnInterruptedAttemptStillWaits)
     expectKept();
 }
 
-TEST_F(Drive, waitsForThePersonWhenNoBrowserOpens)
+TEST_F(Drive, waitsForTheUserWhenNoBrowserOpens)
 {
     SignInPage page(Answer::grant, Browser::broken);
     ASSERT_TRUE(page.isRunning());

@@ -55,7 +55,7 @@ protected:
     ScopedSecretBackend secretsInForce{secrets};
 };
 
-TEST_F(FullDiskConnection, aConfigurationThatCannotBeEncryptedIsToldAndEncryptedLater)
+TEST_F(FullDiskConnection, aConfigurationThatCannotBeEncryptedIsReportedAndEncryptedLater)
 {
     writeFile(configFile(), "[vellomar]\ntype = drive\ntoken = old-token\n");
     disk.fill();

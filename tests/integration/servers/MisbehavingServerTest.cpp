@@ -12,7 +12,7 @@
 #include <chrono>
 #include <csignal>
 
-// A server that never says a word, one that is cut off in the midst of a backup, one that fills up.
+// A server that never answers, one that is cut off in the midst of a backup, one that fills up.
 namespace {
 
 using std::chrono_literals::operator""s;
@@ -74,7 +74,7 @@ protected:
     const QString unreachable = QString::fromLatin1(unreachableText);
 };
 
-// --- One that takes connections and never says a word ---
+// --- One that accepts connections and never answers ---
 
 class MuteServer : public MisbehavingServer
 {
@@ -128,7 +128,7 @@ TEST_F(MuteServer, leavesShortQuestionsWithoutAnAnswerWithinTheirLimits)
               90s);
 }
 
-TEST_F(MuteServer, leavesTheVersioningOfABucketUntoldWithinItsLimits)
+TEST_F(MuteServer, leavesTheVersioningOfABucketUnknownWithinItsLimits)
 {
     ASSERT_TRUE(Rclone::store(Rclone::serverRemote,
                               {{QStringLiteral("type"), QStringLiteral("s3")},
@@ -140,7 +140,7 @@ TEST_F(MuteServer, leavesTheVersioningOfABucketUntoldWithinItsLimits)
               120s);
 }
 
-TEST_F(MuteServer, isToldInTheHistoryAndTheOthersRunBeforeItAndAfterIt)
+TEST_F(MuteServer, isReportedInTheHistoryAndTheOthersRunBeforeItAndAfterIt)
 {
     WebdavFolder server(served);
     ASSERT_TRUE(server.start()) << qPrintable(server.output());
@@ -218,7 +218,7 @@ TEST_F(CutServer, isBackedUpToWhenItComesBackInTheSameRun)
     expectSoundRepository();
 }
 
-TEST_F(CutServer, isGivenUpWhenThePersonStopsTheRunAndIsSoundAfterwards)
+TEST_F(CutServer, isGivenUpWhenTheUserStopsTheRunAndIsSoundAfterwards)
 {
     ASSERT_TRUE(passOn(8'000'000));
     Cycle cycle;

@@ -132,7 +132,7 @@ TEST_F(S3, theVersioningOfNoBucketAsksNobody)
     EXPECT_FALSE(isThere("rclone.conf")); // any run of rclone would have made it
 }
 
-TEST_F(S3, theVersioningOnAServerThatIsDownIsUntoldAtOnce)
+TEST_F(S3, theVersioningOnAServerThatIsDownIsUnknownAtOnce)
 {
     startConnected();
     server.stop();

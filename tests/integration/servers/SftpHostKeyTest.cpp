@@ -90,7 +90,7 @@ TEST_F(SftpHostKey, aServerThatIsOffLeavesTheKnownOneAsItWas)
     EXPECT_EQ(readFile(knownHosts()), expectedHosts());
 }
 
-TEST_F(SftpHostKey, anotherKeyIsRefusedUntilThePersonConnectsAnew)
+TEST_F(SftpHostKey, anotherKeyIsRefusedUntilTheUserConnectsAnew)
 {
     ASSERT_EQ(connect(SftpServer::password()), std::nullopt);
     EXPECT_EQ(readFile(knownHosts()), expectedHosts());

@@ -14,7 +14,7 @@
 
 namespace {
 
-// Really runs what is to be run, and notes it.
+// Runs every program for real, and notes it.
 class NotedTools
 {
 public:
@@ -46,7 +46,7 @@ private:
         }};
 };
 
-// Takes connections, as far as the kernel does, and never says a word.
+// The kernel accepts connections to it; it never answers.
 class SilentServer
 {
 public:
@@ -143,7 +143,7 @@ TEST_F(SftpServerTest, aKeyThatTheServerDoesNotKnowIsRefusedAndLeavesNothing)
     expectNothingLeft();
 }
 
-TEST_F(SftpServerTest, aKeyFileThatIsNotThereIsToldInRclonesWordsAndLeavesNothing)
+TEST_F(SftpServerTest, aKeyFileThatIsNotThereIsReportedInRclonesWordsAndLeavesNothing)
 {
     config.serverKeyFile = QStringLiteral("~/.ssh/no such key");
     const std::optional<QString> failure = connect();

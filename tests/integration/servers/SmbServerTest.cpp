@@ -155,7 +155,7 @@ TEST_F(Smb, anotherPortThanTheServersIsUnreachable)
 
 TEST_F(Smb, withoutPortThePortOfTheProtocolIsTried)
 {
-    // An address of this machine on which nobody listens.
+    // An address of this machine on which nothing listens.
     config.serverHost = QStringLiteral("127.9.8.7");
     config.serverUser = QStringLiteral("anna");
     NotedRuns noted;
@@ -163,7 +163,7 @@ TEST_F(Smb, withoutPortThePortOfTheProtocolIsTried)
     EXPECT_THAT(noted.errors().toStdString(), HasSubstr("127.9.8.7:445:"));
 }
 
-TEST_F(Smb, aPortThatIsNoNumberIsToldAsRcloneTellsIt)
+TEST_F(Smb, aPortThatIsNoNumberIsReportedAsByRclone)
 {
     SmbServer server;
     start(server);

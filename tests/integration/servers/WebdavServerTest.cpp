@@ -82,7 +82,7 @@ TEST_F(Webdav, aFolderThatIsForbiddenIsRefused)
     EXPECT_EQ(refusal(WebdavServer::password()), accessText);
 }
 
-TEST_F(Webdav, aFolderThatIsNotThereIsToldAsRcloneTellsIt)
+TEST_F(Webdav, aFolderThatIsNotThereIsReportedAsByRclone)
 {
     WebdavServer server;
     start(server);
@@ -103,7 +103,7 @@ TEST_F(Webdav, aNameThatNobodyHasIsUnreachable)
     EXPECT_EQ(refusal(WebdavServer::password()), unreachableText);
 }
 
-TEST_F(Webdav, anAddressWithoutSchemeIsToldAsRcloneTellsIt)
+TEST_F(Webdav, anAddressWithoutSchemeIsReportedAsByRclone)
 {
     WebdavServer server;
     start(server);
@@ -114,7 +114,7 @@ TEST_F(Webdav, anAddressWithoutSchemeIsToldAsRcloneTellsIt)
     EXPECT_THAT(refusal(WebdavServer::password()), HasSubstr("unsupported protocol scheme"));
 }
 
-TEST_F(Webdav, httpsToAServerThatSpeaksHttpIsToldAsRcloneTellsIt)
+TEST_F(Webdav, httpsToAServerThatSpeaksHttpIsReportedAsByRclone)
 {
     WebdavServer server;
     start(server);

@@ -35,7 +35,7 @@ protected:
         app.reset();
     }
 
-    /// What another program finds there in a form; fails when nobody answers it.
+    /// What another program finds there in a form; fails when there is no answer.
     [[nodiscard]] static QByteArray seenByOthers(const QString &form)
     {
         QProcess reader;

@@ -155,7 +155,7 @@ TEST_F(TextPrinterTest, onSmallPaperItIsSmaller)
     EXPECT_LE(pages.first().first().place.right(), 298);
 }
 
-TEST_F(TextPrinterTest, aFileThatCannotBeWrittenIsTold)
+TEST_F(TextPrinterTest, aFileThatCannotBeWrittenIsReported)
 {
     QPdfWriter writer(QDir::homePath() + QLatin1String("/no such folder/paper.pdf"));
     EXPECT_FALSE(TextPrinter::print(QStringLiteral("text"), writer));

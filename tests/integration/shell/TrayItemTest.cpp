@@ -132,7 +132,7 @@ TEST_F(TrayItemTest, aTrayOnTheBusGetsItsNameAndPicture)
     }
     EXPECT_GT(whole, 0);
 
-    // The item may tell of a change more than once.
+    // The item may report a change more than once.
     QJsonArray latest = pictures;
     const auto shown = [this, &latest] {
         tray.waitForReadyRead(1);

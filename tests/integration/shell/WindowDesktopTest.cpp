@@ -100,7 +100,7 @@ protected:
 TEST_F(WindowDesktopTest, theSavePanelProposesANameAndGivesAPath)
 {
     askSavePath();
-    EXPECT_EQ(answers, 0); // nobody waits for it
+    EXPECT_EQ(answers, 0); // nothing waits for it
     auto *dialog = shownDialog<QFileDialog>();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Scegli una chiavetta"));
@@ -114,7 +114,7 @@ TEST_F(WindowDesktopTest, theSavePanelProposesANameAndGivesAPath)
     static_cast<QDialog *>(dialog)->accept();
     EXPECT_TRUE(eventuallyInLoop([this] { return answers == 1; }));
     EXPECT_EQ(chosen, path);
-    EXPECT_FALSE(QFile::exists(path)); // whoever asked writes it
+    EXPECT_FALSE(QFile::exists(path)); // the caller writes it
 }
 
 TEST_F(WindowDesktopTest, aSavePanelThatIsCancelledOrClosedGivesNothing)
@@ -164,7 +164,7 @@ TEST_F(WindowDesktopTest, whatIsPrintedToAFileIsForItsOwnerAlone)
     EXPECT_TRUE(reader.readAllStandardOutput().contains("Vellomar - Kit di recupero"));
 }
 
-TEST_F(WindowDesktopTest, aFileThatCannotBePrintedToIsTold)
+TEST_F(WindowDesktopTest, aFileThatCannotBePrintedToIsReported)
 {
     print();
     acceptPrintTo(QDir::homePath() + QLatin1String("/nowhere/kit.pdf"));
@@ -172,7 +172,7 @@ TEST_F(WindowDesktopTest, aFileThatCannotBePrintedToIsTold)
     EXPECT_EQ(printing->failure, QStringLiteral("No such file or directory"));
 }
 
-TEST_F(WindowDesktopTest, aPrinterThatTakesNothingIsTold)
+TEST_F(WindowDesktopTest, aPrinterThatTakesNothingIsReported)
 {
     print();
     auto *dialog = shownDialog<QPrintDialog>();

@@ -14,7 +14,7 @@
 
 #include <functional>
 
-// The real rclone killed while it replaces its file, and what the program makes of what it leaves.
+// The real rclone killed while it replaces its file, and how the program repairs what it leaves.
 
 namespace {
 

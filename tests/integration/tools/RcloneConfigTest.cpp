@@ -33,7 +33,7 @@ protected:
     static QByteArray config() { return readFile(configFile()); }
     static bool isInEnvelope() { return config().startsWith("# Encrypted"); }
 
-    /// rclone as somebody else runs it, with a key of theirs.
+    /// rclone as another program runs it, with a key of its own.
     static ProcessResult rclone(const QStringList &arguments, const char *key)
     {
         return runProcess(Installation::realTool(QStringLiteral("rclone")), arguments,

@@ -95,7 +95,7 @@ TEST_F(CutMaking, withDataVersionsOrAnIndexIsNotTouched)
         expectUntouched();
         ASSERT_TRUE(QFile::remove(repository + u'/' + QString::fromUtf8(name)));
     }
-    // What isn't a key of restic's is somebody's.
+    // A file that isn't one of restic's keys belongs to the user.
     write(QStringLiteral("keys/my key"));
     expectUntouched();
 }
@@ -119,7 +119,7 @@ TEST_F(CutMaking, withFoldersThatCannotBeReadIsNotTouched)
     EXPECT_EQ(files(), before);
 }
 
-TEST_F(ResticLocalTest, anotherKeyIsToldAsSuch)
+TEST_F(ResticLocalTest, anotherKeyIsReportedAsSuch)
 {
     ASSERT_TRUE(restic.prepare().has_value());
     restic.password = QStringLiteral("another");
@@ -129,7 +129,7 @@ TEST_F(ResticLocalTest, anotherKeyIsToldAsSuch)
     EXPECT_EQ(restic.repositorySize(), std::nullopt);
 }
 
-TEST_F(ResticLocalTest, aRepositoryOfAnUnknownKindIsToldInResticsWords)
+TEST_F(ResticLocalTest, aRepositoryOfAnUnknownKindIsReportedInResticsWords)
 {
     restic.repositoryOverride = QStringLiteral("nosuchkind:somewhere");
     const auto prepared = restic.prepare();

@@ -119,7 +119,7 @@ TEST_F(ResticLockTest, aLockInUseThatIsGivenBackIsWaitedFor)
                                  &handle));
 }
 
-TEST_F(ResticLockTest, aRepositoryInUseByItsOwnerAloneIsToldAsOccupied)
+TEST_F(ResticLockTest, aRepositoryInUseByItsOwnerAloneIsReportedAsOccupied)
 {
     restic.lockPatience = std::chrono::seconds(0);
     ASSERT_EQ(restic.run({QStringLiteral("backup"), noise}).status, 0);
@@ -141,7 +141,7 @@ TEST_F(ResticLockTest, aRepositoryInUseByItsOwnerAloneIsToldAsOccupied)
          QStringLiteral("--limit-download"), QStringLiteral("5")});
     EXPECT_EQ(checked.status, 128 + SIGKILL);
     observer.join();
-    // Nobody is left to give its lock back, and it shuts everybody out.
+    // Its lock stays, since its process is gone, and keeps every other run out.
     EXPECT_TRUE(isLocked());
     EXPECT_TRUE(restic.prepare().has_value());
     EXPECT_FALSE(isLocked());

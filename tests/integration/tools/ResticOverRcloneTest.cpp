@@ -93,7 +93,7 @@ TEST_F(ResticOverRcloneTest, aMakingThatWasCutShortIsMadeGoodWhereNothingButKeys
     EXPECT_EQ(QDir(repository + QLatin1String("keys")).entryList(QDir::Files).size(), 1);
 }
 
-TEST_F(ResticOverRcloneTest, driveGetsARepositoryOnceAndTellsAWrongKey)
+TEST_F(ResticOverRcloneTest, driveGetsARepositoryOnceAndReportsAWrongKey)
 {
     restic.dest = DestinationID::Drive;
     ASSERT_TRUE(storeRemote(Rclone::driveRemote));
@@ -105,7 +105,7 @@ TEST_F(ResticOverRcloneTest, driveGetsARepositoryOnceAndTellsAWrongKey)
               QStringLiteral("Chiave di cifratura errata per questa destinazione"));
 }
 
-TEST_F(ResticOverRcloneTest, aRemoteThatIsNotThereIsAFailureThatIsTold)
+TEST_F(ResticOverRcloneTest, aRemoteThatIsNotThereIsAFailureThatIsReported)
 {
     restic.dest = DestinationID::Server;
     const auto prepared = restic.prepare();

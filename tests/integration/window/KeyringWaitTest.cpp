@@ -74,7 +74,7 @@ TEST_F(KeyringWait, theProgramCanBeEndedMeanwhile)
     EXPECT_EQ(program.errors(), "");
 }
 
-TEST_F(KeyringWait, aPersonWhoIsAskedAndDoesNotAnswerHoldsNothingUp)
+TEST_F(KeyringWait, aUserWhoIsAskedAndDoesNotAnswerHoldsNothingUp)
 {
     session.restartLocked();
     session.startPrompter(KeyringSession::Prompter::silent);

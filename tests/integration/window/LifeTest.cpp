@@ -46,7 +46,7 @@ TEST_F(Life, aSecondStartBringsTheWindowToTheFront)
 {
     open();
     const QString window = program.windows().value(0);
-    // Another home is another person's window.
+    // A different home is a different user's window.
     const QByteArray home = qgetenv("HOME");
     qputenv("HOME", home + "/other");
     ShownProgram other;
@@ -100,7 +100,7 @@ TEST_F(Life, aMaximisedWindowComesBackMaximised)
     }
 }
 
-TEST_F(Life, aFirstOneThatHangsIsTold)
+TEST_F(Life, aFirstOneThatHangsIsReported)
 {
     open();
     program.send(SIGSTOP);

@@ -74,7 +74,7 @@ TEST_F(MissingDesktop, aPlaceForTheSupportFolder)
     expectWindow();
 }
 
-TEST_F(MissingDesktop, aScreenIsTold)
+TEST_F(MissingDesktop, aScreenIsReported)
 {
     for (const char *display : {"", ":987"}) {
         qputenv("DISPLAY", display);

@@ -131,7 +131,7 @@ TEST_F(Opening, withoutTheModuleItSaysSo)
     EXPECT_TRUE(errors.contains("libvellomar-window.so")) << errors.toStdString();
 }
 
-TEST_F(Opening, aModuleThatIsNoneIsToldLikewise)
+TEST_F(Opening, aModuleThatIsNoneIsReportedLikewise)
 {
     const Installation installation;
     const QString folder =

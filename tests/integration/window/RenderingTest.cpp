@@ -61,7 +61,7 @@ TEST_F(RenderingTest, aScreenWithoutOpenGlHasNone)
     EXPECT_EQ(QQuickWindow::sceneGraphBackend(), QStringLiteral("software"));
 }
 
-TEST_F(RenderingTest, whatQtIsToldByThePersonHolds)
+TEST_F(RenderingTest, whatTheUserTellsQtHolds)
 {
     const Screen screen;
     ASSERT_TRUE(screen.isRunning());

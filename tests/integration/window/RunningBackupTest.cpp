@@ -9,7 +9,7 @@
 #include <csignal>
 #include <functional>
 
-// The window and what is under way when it goes.
+// A backup under way when the window's program ends.
 
 namespace {
 
@@ -75,7 +75,7 @@ TEST_F(RunningBackup, goesOnWhenAKeyInTheTerminalEndsTheWindow)
     });
 }
 
-TEST_F(RunningBackup, beginsWhenThePersonComesBackToTheWindow)
+TEST_F(RunningBackup, beginsWhenTheUserComesBackToTheWindow)
 {
     script("await");
     AccessibleTree reader;
@@ -94,7 +94,7 @@ TEST_F(RunningBackup, beginsWhenThePersonComesBackToTheWindow)
     ASSERT_TRUE(knowsThatItIsActive(true));
     haveBackupPending();
     EXPECT_FALSE(StatusStore::loadStatus());
-    // It is no coming back before the program has seen the person go.
+    // The user can't come back before the program has seen them leave.
     ASSERT_TRUE(
         ManagedScreen::run(QStringLiteral("xdotool"), {QStringLiteral("windowminimize"), window}));
     ASSERT_TRUE(knowsThatItIsActive(false));

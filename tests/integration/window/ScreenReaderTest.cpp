@@ -127,7 +127,7 @@ TEST_F(ScreenReader, findsItsWayThroughEachSection)
          {"Ripristina", "Cartelle", "Destinazioni", "Attività", "Impostazioni", "Panoramica"}) {
         const QString title = QString::fromUtf8(name);
         ASSERT_TRUE(press(tab, title));
-        // One page alone is there when the other one has faded away.
+        // Only one page is there once the previous one has faded out.
         ASSERT_TRUE(eventually([&] {
             const auto chosen = find(tab, title);
             return chosen && chosen->is("selected") &&

@@ -19,7 +19,7 @@
 
 #include <sys/prctl.h>
 
-// From the first start to a finished backup, as a person goes that way: the real program in its
+// From the first start to a finished backup, as a user gets there: the real program in its
 // window with the real restic and a real keyring, by mouse and keyboard, read by a screen reader.
 // Pictures of each step are kept in the folder of the build.
 
@@ -41,7 +41,7 @@ protected:
         ::prctl(PR_SET_CHILD_SUBREAPER, 1);
         tray.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
         tray.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        tray.setStandardOutputFile(QProcess::nullDevice()); // it tells more than a pipe takes
+        tray.setStandardOutputFile(QProcess::nullDevice()); // it writes more than a pipe takes
         QDir().mkpath(pictures);
         writeFiles();
         setSpeed(5000);
@@ -241,7 +241,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
         << told();
     keep(QStringLiteral("2-recovery-kit"));
 
-    // Only the person's word counts, and then the keyboard goes on.
+    // Only the user's confirmation counts; after that the keyboard goes on.
     ASSERT_FALSE(ConfigStore::load().keySaved);
     const QString word =
         QStringLiteral("Ho messo la chiave in un posto sicuro, fuori da questo Mac");
@@ -294,7 +294,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
     EXPECT_THAT(outcomes(), testing::ElementsAre(Outcome::Ok, Outcome::Cancelled));
     keep(QStringLiteral("5-finished"));
 
-    // The tray's panel tells the same.
+    // The tray's panel shows the same.
     toggleTrayPanel();
     ASSERT_TRUE(eventually([this] {
         const QStringList names = panelNames();
