@@ -232,7 +232,7 @@ Item {
             verify(last.mapToItem(item, 0, last.height).y <= item.height);
         }
 
-        function test_aFieldTakesTextAndTellsItsName() {
+        function test_aFieldTakesTextAndReportsItsName() {
             const item = drawn(field);
             compare(ScreenReader.name(item), "Server");
             compare(ScreenReader.role(item), Accessible.EditableText);

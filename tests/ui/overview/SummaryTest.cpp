@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a summary tells of, in order.
+/// What a summary reports, in order.
 class Told
 {
 public:
@@ -199,7 +199,7 @@ TEST_F(SummaryTest, accessToTheDiskReachesIt)
     EXPECT_EQ(detailOf(QStringLiteral("access")), "Mail, Safari e Messaggi restano fuori");
 }
 
-TEST_F(SummaryTest, nothingIsToldWhenAllIsAsBefore)
+TEST_F(SummaryTest, nothingIsReportedWhenAllIsAsBefore)
 {
     run(0.5);
     record(5, Outcome::Ok);
@@ -212,7 +212,7 @@ TEST_F(SummaryTest, nothingIsToldWhenAllIsAsBefore)
     EXPECT_EQ(told.take(), Words());
 }
 
-TEST_F(SummaryTest, aSecondOfARunTellsOfNothingElse)
+TEST_F(SummaryTest, aSecondOfARunReportsNothingElse)
 {
     run(0.51);
     show();

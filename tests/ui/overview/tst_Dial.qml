@@ -207,7 +207,7 @@ Item {
             compare(ScreenReader.tree(item).length, 1);
         }
 
-        function test_theFontsAreToldByTheDesign() {
+        function test_theFontsAreThoseOfTheDesign() {
             const item = made();
             compare(part(item, "value").font.family, Theme.roundedFamily);
             const caption = part(item, "caption");

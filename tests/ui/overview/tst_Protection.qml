@@ -113,7 +113,7 @@ Item {
                     "!Backup sul disco del Mac|Un guasto li porta via insieme ai file>");
         }
 
-        function test_oneCopyAloneIsToldByWhereItIs() {
+        function test_oneCopyAloneIsReportedByWhereItIs() {
             const item = made("well");
             const config = prepared.model.config;
             config.localEnabled = false;
@@ -314,7 +314,7 @@ Item {
             compare(part(part(item, "copies"), "button"), button);
         }
 
-        function test_textsShrinkAsFarAsToldAndAreCutThen() {
+        function test_textsShrinkAsFarAsAllowedAndAreCutThen() {
             const cut = row({title: "Un titolo che per questa riga è troppo lungo davvero tanto",
                 detail: "Un dettaglio che per questa riga è di gran lunga troppo lungo, e di più"});
             const title = part(cut, "title");

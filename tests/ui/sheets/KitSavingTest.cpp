@@ -113,7 +113,7 @@ protected:
         ASSERT_TRUE(eventuallyInLoop([this] { return view.isExposed() && view.isActive(); }));
     }
 
-    /// Brings the sheet up as the person does: by asking for a backup.
+    /// Brings the sheet up as the user does: by asking for a backup.
     void askForBackup()
     {
         showWindow();
@@ -210,7 +210,7 @@ TEST_F(KitSheetAndStick, savesTheKitAndSaysWhere)
     EXPECT_TRUE(desktop->started.isEmpty());
 }
 
-TEST_F(KitSheetAndStick, aFullDiskIsToldAndLosesNothing)
+TEST_F(KitSheetAndStick, aFullDiskIsReportedAndLosesNothing)
 {
     ASSERT_TRUE(stick.disk->isMounted());
     writeFile(kit, "an earlier kit");
@@ -257,7 +257,7 @@ TEST_F(KitSheetAndStick, soIsADiskThatCannotBeWrittenOn)
     EXPECT_FALSE(model->config().keySaved);
 }
 
-TEST_F(KitSheet, soIsAFolderThatIsNotThePersonsOwn)
+TEST_F(KitSheet, soIsAFolderThatIsNotTheUsersOwn)
 {
     const QString folder = QDir::homePath() + QLatin1String("/others");
     QDir().mkpath(folder);

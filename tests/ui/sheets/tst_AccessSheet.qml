@@ -45,7 +45,7 @@ Item {
             return rows;
         }
 
-        // The backup or the measurement runs, and never the other one.
+        // The backup or the measurement runs, and never both.
         function runs(item, action) {
             if (action === AppModel.GatedAction.Backup) {
                 compare(item.prepared.takeAsked(), ["start"]);
@@ -133,7 +133,7 @@ Item {
             tryCompare(item.access, "visible", false);
             compare(measurements.count, 0);
             verify(!item.model.launching);
-            // The person comes back with the access given.
+            // The user comes back with the access given.
             item.prepared.state = "well";
             item.model.becomeActive();
             if (data.action === AppModel.GatedAction.Backup) {
@@ -191,7 +191,7 @@ Item {
 
         function test_accessGivenMeanwhileClosesIt() {
             const item = shown();
-            // Sent to the settings once before, the person comes back with the access.
+            // Sent to the settings once before, the user comes back with the access.
             item.model.requestAccessInSettings(AppModel.GatedAction.Backup);
             item.model.accessRequest = AppModel.GatedAction.Backup;
             tryCompare(item.access, "opened", true);

@@ -5,7 +5,7 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Testing
 
-// What the sheets look like, at whatever number of pixels a point has. Places are told in points.
+// What the sheets look like, at whatever number of pixels a point has. Places are in points.
 Item {
     id: root
 

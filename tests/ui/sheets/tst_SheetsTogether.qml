@@ -132,7 +132,7 @@ Item {
             item.button.forceActiveFocus(Qt.MouseFocusReason);
             raise(item, item[data.sheet]);
             compare(focused().objectName, data.first);
-            verify(!focused().ringed); // the person came by the mouse
+            verify(!focused().ringed); // the user came by the mouse
         }
 
         function test_andBackToWhatHadIt_data() { return test_theKeyboardGoesIn_data(); }

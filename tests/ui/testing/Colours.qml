@@ -32,7 +32,7 @@ QtObject {
         return channels(from).map((level, i) => level + (end[i] - level) * share);
     }
 
-    // A colour of an opacity over another one.
+    // A colour of an opacity over a different colour.
     function over(below, above, opacity) {
         return between(below, above, opacity);
     }

@@ -57,7 +57,7 @@ Item {
             compare(part(view, "tools").selection, "restic");
         }
 
-        function test_itsPartsStandAsTold() {
+        function test_itsPartsStandInTheirPlaces() {
             open(licenses);
             const tools = part(view, "tools");
             const scrolling = part(view, "scrolling");
@@ -236,7 +236,7 @@ Item {
             }
         }
 
-        function test_aboutTellsNameVersionAndCredits() {
+        function test_aboutReportsNameVersionAndCredits() {
             open(about);
             const told = ScreenReader.tree(view).map(line => line.slice(line.indexOf(": ") + 2));
             compare(told, ["Informazioni su Vellomar", "Vellomar", "Versione 1.2.3",

@@ -129,7 +129,7 @@ Item {
             }
         }
 
-        function test_itTellsHowTheBackupsStand_data() {
+        function test_itReportsHowTheBackupsStand_data() {
             return [
                 {tag: "fresh", eyebrow: "Ultimo backup", headline: "Nessuno",
                  detail: "Nessuna destinazione configurata."},
@@ -149,7 +149,7 @@ Item {
                  detail: "Copia dei file"}
             ];
         }
-        function test_itTellsHowTheBackupsStand(data) {
+        function test_itReportsHowTheBackupsStand(data) {
             show(data.tag);
             compare(part(panel, "eyebrow").text, data.eyebrow);
             compare(part(panel, "headline").text, data.headline);
@@ -168,7 +168,7 @@ Item {
             }
         }
 
-        function test_itTellsTheHoursBetweenBackups_data() {
+        function test_itReportsTheHoursBetweenBackups_data() {
             return [
                 {tag: "one", set: {intervalHours: 1}, detail: "Backup automatico ogni ora."},
                 {tag: "two", set: {intervalHours: 2}, detail: "Backup automatico ogni 2 ore."},
@@ -178,7 +178,7 @@ Item {
                  detail: "Salva il kit di recupero per avviare i backup."}
             ];
         }
-        function test_itTellsTheHoursBetweenBackups(data) {
+        function test_itReportsTheHoursBetweenBackups(data) {
             show("well");
             configure(data.set);
             compare(part(panel, "detail").words, data.detail);
@@ -236,7 +236,7 @@ Item {
             }
         }
 
-        function test_aRowTellsTheStateOfItsDestination() {
+        function test_aRowReportsTheStateOfItsDestination() {
             show("failed");
             for (const row of rows()) {
                 const destination = row.destination;

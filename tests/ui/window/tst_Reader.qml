@@ -6,7 +6,7 @@ import Vellomar.Prepared
 import Vellomar.Testing
 import Vellomar.Window
 
-// Whoever can't see the window is told of all that is in it.
+// A screen reader gets all that is in the window.
 Item {
     id: root
 
@@ -108,7 +108,7 @@ Item {
             compare(Array.from(made.prepared.states).sort(), states.slice().sort());
         }
 
-        function test_everySectionIsToldWhole_data() {
+        function test_everySectionIsReportedWhole_data() {
             const rows = [];
             for (const state of states) {
                 for (let section = 0; section < 6; ++section) {
@@ -117,7 +117,7 @@ Item {
             }
             return rows;
         }
-        function test_everySectionIsToldWhole(data) {
+        function test_everySectionIsReportedWhole(data) {
             const made = open(window, data.state);
             made.prepared.model.section = data.section;
             Eye.look(root);
@@ -136,10 +136,10 @@ Item {
             verify(told.indexOf("PageTab: Impostazioni") < told.indexOf("Pane: Panoramica"));
         }
 
-        function test_thePanelIsToldWhole_data() {
+        function test_thePanelIsReportedWhole_data() {
             return states.map(state => ({tag: state}));
         }
-        function test_thePanelIsToldWhole(data) {
+        function test_thePanelIsReportedWhole(data) {
             const made = open(panel, data.tag);
             compare(ScreenReader.faults(made), []);
             const told = ScreenReader.tree(made);
@@ -147,14 +147,14 @@ Item {
             verify(told.includes("Button: Esci da Vellomar"));
         }
 
-        function test_aRowOfThePanelIsToldWithItsState() {
+        function test_aRowOfThePanelIsReportedWithItsState() {
             const told = ScreenReader.tree(open(panel, "fresh"));
             const row = told.indexOf("Grouping: Google Drive");
             compare(told.slice(row + 1, row + 3), ["StaticText: Google Drive",
                                                    "StaticText: Non attiva"]);
         }
 
-        function test_theNoticesAreToldWhole() {
+        function test_theNoticesAreReportedWhole() {
             const made = open(licenses);
             compare(ScreenReader.faults(made), []);
             const told = ScreenReader.tree(made);
@@ -164,7 +164,7 @@ Item {
             }
         }
 
-        function test_aboutIsToldWhole() {
+        function test_aboutIsReportedWhole() {
             compare(ScreenReader.faults(open(about)), []);
         }
     }

@@ -257,7 +257,7 @@ Item {
             compare(prepared.model.section, AppModel.Section.Overview);
         }
 
-        function test_theFootTellsHowTheBackupsStand_data() {
+        function test_theFootReportsHowTheBackupsStand_data() {
             return [
                 {tag: "fresh", text: "Da configurare", colour: Colours.coral},
                 {tag: "kit", text: "Nessun backup", colour: Colours.coral},
@@ -269,7 +269,7 @@ Item {
                 {tag: "staleRunning", text: "Backup in corso", colour: Colours.amber}
             ];
         }
-        function test_theFootTellsHowTheBackupsStand(data) {
+        function test_theFootReportsHowTheBackupsStand(data) {
             prepared.state = data.tag;
             settle();
             const foot = part(sidebar, "state");
@@ -283,7 +283,7 @@ Item {
             }
         }
 
-        function test_theScreenReaderIsToldWhichIsOnShow() {
+        function test_theScreenReaderHearsWhichIsOnShow() {
             prepared.model.section = AppModel.Section.Activity;
             items().forEach((item, i) => {
                 compare(ScreenReader.role(item), Accessible.PageTab);

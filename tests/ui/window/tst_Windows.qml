@@ -74,7 +74,7 @@ Item {
             spy.clear();
         }
 
-        function test_theWindowIsNamedAndSizedAsTold() {
+        function test_theWindowHasItsNameAndItsSizes() {
             const window = open(main);
             compare(window.title, "Vellomar");
             compare(window.width, 1060);
@@ -208,7 +208,7 @@ Item {
             verify(window.visible);
         }
 
-        function test_thePanelGoesWhenThePersonTurnsAway() {
+        function test_thePanelGoesWhenTheUserTurnsAway() {
             const window = open(tray);
             const other = open(plain);
             verify(other.active);
