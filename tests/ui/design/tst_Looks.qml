@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtTest
 import Vellomar.Design
 import Vellomar.Testing
 
@@ -97,7 +96,7 @@ Item {
             const item = drawn(box);
             const mark = seen(item, 2.5, pixel => pixel.r < 0.55);
             standsInTheMiddle(mark, item, "check mark", 0.25); // the ends of its strokes are round
-            const width = (mark.right - mark.left) / pixels;
+            const width = (mark.right - mark.left) / root.pixels;
             verify(width >= 7.9 && width <= 10.1, "it is %1 wide".arg(width));
         }
 

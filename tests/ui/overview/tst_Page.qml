@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtTest
 import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Overview

@@ -1,5 +1,4 @@
 import QtQuick
-import QtTest
 import Vellomar.Glance
 import Vellomar.Testing
 

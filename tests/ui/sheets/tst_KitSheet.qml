@@ -1,8 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtTest
 import Vellomar.Design
-import Vellomar.Glance
 import Vellomar.Testing
 
 Item {

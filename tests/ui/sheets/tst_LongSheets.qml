@@ -1,7 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtTest
-import Vellomar.Glance
 
 // Where a sheet stands in its window, and what it does with texts of any length.
 Item {

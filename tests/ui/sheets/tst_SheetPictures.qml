@@ -1,8 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtTest
-import Vellomar.Design
-import Vellomar.Glance
 import Vellomar.Testing
 
 // What the sheets look like, at whatever number of pixels a point has. Places are in points.

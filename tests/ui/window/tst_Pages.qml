@@ -1,5 +1,4 @@
 import QtQuick
-import QtTest
 import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Overview

@@ -1,6 +1,5 @@
 import QtQuick
 import QtTest
-import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Testing
