@@ -1,8 +1,4 @@
-import QtQuick
-
 // A field for a password: it shows dots.
 TextField {
-    echoMode: TextInput.Password
-    inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
-    passwordMaskDelay: 0
+    secure: true
 }

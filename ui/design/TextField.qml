@@ -2,13 +2,18 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A field of one line.
+// A field of one line. A secure one shows dots instead of what is typed.
 T.TextField {
     id: control
 
     property string name: placeholderText
+    property bool secure: false
     property bool ringed: activeFocus
 
+    echoMode: secure ? TextInput.Password : TextInput.Normal
+    inputMethodHints: secure ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
+                               | Qt.ImhNoAutoUppercase : Qt.ImhNone
+    passwordMaskDelay: 0
     activeFocusOnTab: true
     leftPadding: 11
     rightPadding: 11

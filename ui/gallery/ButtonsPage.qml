@@ -4,20 +4,28 @@ import Vellomar.Design
 
 Page {
     title: "Buttons"
-    subtitle: "At rest, hovered, pressed, with the keyboard on it, disabled"
+    subtitle: "At rest, hovered, pressed, focused, disabled"
+
+    component Pill: PillButton {
+        required property Kinds of
+
+        kind: of.kind
+        text: of.text
+    }
 
     component Kinds: Row {
         id: row
 
         required property int kind
+        readonly property string text: "Esegui backup"
 
         spacing: 22
 
-        PillButton { kind: row.kind; text: "Esegui backup" }
-        PillButton { kind: row.kind; text: "Esegui backup"; hovering: true }
-        PillButton { kind: row.kind; text: "Esegui backup"; down: true }
-        PillButton { kind: row.kind; text: "Esegui backup"; ringed: true }
-        PillButton { kind: row.kind; text: "Esegui backup"; enabled: false }
+        Pill { of: row }
+        Pill { of: row; hovering: true }
+        Pill { of: row; down: true }
+        Pill { of: row; ringed: true }
+        Pill { of: row; enabled: false }
     }
 
     Panel {
@@ -38,20 +46,6 @@ Page {
             PillButton { large: true; text: "Esegui backup ora" }
             PillButton { large: true; kind: PillButton.Kind.Outline; text: "Interrompi" }
             PillButton { large: true; enabled: false; text: "Avvio in corso..." }
-        }
-    }
-
-    Panel {
-        title: "Icon buttons"
-
-        Row {
-            spacing: 22
-
-            IconButton { symbol: "xmark"; help: "Chiudi" }
-            IconButton { symbol: "power"; help: "Esci da Vellomar"; hovering: true }
-            IconButton { symbol: "arrow.clockwise"; help: "Aggiorna"; down: true }
-            IconButton { symbol: "xmark"; help: "Chiudi"; ringed: true }
-            IconButton { symbol: "xmark"; help: "Chiudi"; enabled: false }
         }
     }
 }

@@ -3,7 +3,7 @@ import Vellomar.Design
 
 Page {
     title: "Fields"
-    subtitle: "Plain and secure, empty, filled, with the keyboard in it, disabled"
+    subtitle: "Plain and secure, empty, filled, focused, disabled"
 
     Panel {
         title: "Text fields"
@@ -16,13 +16,22 @@ Page {
             TextField { name: "Server"; text: "nas.example.org" }
             TextField { name: "Server"; text: "nas.example.org"; ringed: true }
             TextField { name: "Server"; text: "nas.example.org"; enabled: false }
-        }
-
-        Row {
-            spacing: 16
-
             SecureField { placeholderText: "Password" }
             SecureField { name: "Password"; text: "password" }
+        }
+    }
+
+    Panel {
+        title: "Labelled fields"
+
+        FlowLayout {
+            width: parent.width
+            spacing: 16
+
+            LabelledField { label: "Indirizzo"; placeholderText: "nas.example.org" }
+            LabelledField { label: "Indirizzo"; text: "nas.example.org"; ringed: true }
+            LabelledField { label: "Password"; text: "password"; secure: true }
+            LabelledField { label: "Porta"; text: "22"; enabled: false }
         }
     }
 }

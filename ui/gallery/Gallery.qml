@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Templates as T
 import Vellomar.Design
 import Vellomar.Glance
 
@@ -20,6 +21,10 @@ Item {
             source: "ButtonsPage.qml"
         },
         GalleryPage {
+            name: "small-buttons"
+            source: "SmallButtonsPage.qml"
+        },
+        GalleryPage {
             name: "choices"
             source: "ChoicesPage.qml"
         },
@@ -34,6 +39,10 @@ Item {
         GalleryPage {
             name: "fields"
             source: "FieldsPage.qml"
+        },
+        GalleryPage {
+            name: "rows"
+            source: "RowsPage.qml"
         },
         GalleryPage {
             name: "rings"
@@ -218,24 +227,31 @@ Item {
         visible: root.listed
         fill: Theme.sidebarGradient
 
-        Column {
-            x: 12
-            y: 12
-            width: parent.width - 24
-            spacing: 4
+        Scroller {
+            anchors.fill: parent
+            contentHeight: names.height
+            T.ScrollBar.vertical: ScrollBar {}
 
-            Repeater {
-                model: root.pages
+            Column {
+                id: names
 
-                PillButton {
-                    required property GalleryPage modelData
-                    required property int index
+                width: list.width
+                padding: 12
+                spacing: 4
 
-                    width: parent ? (parent as Item).width : 0
-                    text: modelData.name
-                    kind: index === root.current ? PillButton.Kind.Primary
-                                                 : PillButton.Kind.Quiet
-                    onClicked: root.current = index
+                Repeater {
+                    model: root.pages
+
+                    PillButton {
+                        required property GalleryPage modelData
+                        required property int index
+
+                        width: list.width - 24
+                        text: modelData.name
+                        kind: index === root.current ? PillButton.Kind.Primary
+                                                     : PillButton.Kind.Quiet
+                        onClicked: root.current = index
+                    }
                 }
             }
         }

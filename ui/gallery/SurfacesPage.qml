@@ -58,25 +58,17 @@ Page {
             StatusDot { text: "In corso"; color: Theme.amber }
             StatusDot { text: "Da configurare"; color: Theme.coral }
         }
+    }
 
-        Divider {}
+    Panel {
+        title: "Spinners"
 
-        FlowLayout {
-            width: parent.width
-            spacing: 8
+        Row {
+            spacing: 22
 
-            Repeater {
-                model: ["node_modules", ".cache", "*.tmp", "Library/Caches", "Trash", "build",
-                    "una voce molto lunga che non sta con le altre", "venv", "DerivedData",
-                    ".DS_Store", "target"]
-
-                PillButton {
-                    required property string modelData
-
-                    kind: PillButton.Kind.Outline
-                    text: modelData
-                }
-            }
+            Spinner { name: "Verifica in corso..." }
+            Spinner { name: "Verifica in corso..."; enabled: false }
+            Spinner { width: 32; height: 32; name: "Caricamento delle versioni..." }
         }
     }
 }
