@@ -34,4 +34,24 @@ Page {
             LabelledField { label: "Porta"; text: "22"; enabled: false }
         }
     }
+
+    Panel {
+        title: "Keys"
+
+        FlowLayout {
+            width: parent.width
+            spacing: 16
+
+            KeyField { name: "Chiave di cifratura"; key: "b7KQ-9fTz-XW3m-Lp4s" }
+            KeyField { name: "Chiave di cifratura"; key: "b7KQ-9fTz-XW3m-Lp4s"; shown: true }
+            KeyField {
+                name: "Chiave di cifratura"
+                key: "b7KQ-9fTz-XW3m-Lp4s"
+                shown: true
+                ringed: true
+                Component.onCompleted: select(5, 14)
+            }
+            KeyField { name: "Chiave di cifratura"; key: "b7KQ-9fTz"; enabled: false }
+        }
+    }
 }

@@ -127,6 +127,23 @@ QString ScreenReader::description(QQuickItem *item)
     return seen(item)->text(QAccessible::Description);
 }
 
+QString ScreenReader::heard(QQuickItem *item)
+{
+    QStringList texts;
+    QAccessibleInterface *element = seen(item);
+    for (const auto part : {QAccessible::Name, QAccessible::Description, QAccessible::Value,
+                            QAccessible::Help, QAccessible::Accelerator}) {
+        texts.append(element->text(part));
+    }
+    if (QAccessibleTextInterface *text = element->textInterface()) {
+        texts.append(text->text(0, text->characterCount()));
+    }
+    if (QAccessibleValueInterface *value = element->valueInterface()) {
+        texts.append(value->currentValue().toString());
+    }
+    return texts.join(u'\n');
+}
+
 bool ScreenReader::checked(QQuickItem *item)
 {
     return seen(item)->state().checked;

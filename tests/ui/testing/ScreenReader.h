@@ -22,6 +22,8 @@ public:
     Q_INVOKABLE static int role(QQuickItem *item);
     Q_INVOKABLE static QString name(QQuickItem *item);
     Q_INVOKABLE static QString description(QQuickItem *item);
+    /// Every text that the item gives to a screen reader, of whatever kind, a line each.
+    Q_INVOKABLE static QString heard(QQuickItem *item);
     Q_INVOKABLE static bool checked(QQuickItem *item);
     Q_INVOKABLE static bool selected(QQuickItem *item);
     Q_INVOKABLE static QVariant value(QQuickItem *item);

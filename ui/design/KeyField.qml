@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellomar.Design
+
+// A key to look at, and to select once it is shown. Hidden, the text is a row of bullets that tells
+// nothing of the key, not even its length: neither the eye nor a screen reader gets at more.
+T.TextArea {
+    id: control
+
+    required property string key
+    required property string name
+    property bool shown: false
+    property bool ringed: activeFocus && shown
+
+    text: shown ? key : "\u2022".repeat(24)
+    readOnly: true
+    selectByMouse: shown
+    selectByKeyboard: shown
+    activeFocusOnPress: shown
+    activeFocusOnTab: shown || activeFocus
+    onSelectedTextChanged: {
+        if (!shown) {
+            deselect(); // the key for "select all" is heard anyway
+        }
+    }
+    wrapMode: TextEdit.WrapAnywhere
+    textFormat: TextEdit.PlainText
+    leftPadding: 11
+    rightPadding: 11
+    topPadding: 8
+    bottomPadding: 8
+    implicitWidth: 320
+    implicitHeight: Math.ceil(contentHeight) + topPadding + bottomPadding
+    font.family: Theme.monospacedFamily
+    font.pixelSize: 13
+    color: Theme.text
+    selectionColor: Theme.amber
+    selectedTextColor: Theme.ink
+    opacity: enabled ? 1 : 0.38
+    Accessible.role: Accessible.EditableText
+    Accessible.name: name
+    Accessible.readOnly: true
+    Accessible.selectableText: shown
+
+    background: FieldSurface {
+        FocusRing {
+            shown: control.ringed
+            around: 9
+            gap: 1
+        }
+    }
+}
