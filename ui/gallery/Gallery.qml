@@ -45,6 +45,10 @@ Item {
             source: "RowsPage.qml"
         },
         GalleryPage {
+            name: "combos"
+            source: "CombosPage.qml"
+        },
+        GalleryPage {
             name: "rings"
             source: "RingsPage.qml"
         },
