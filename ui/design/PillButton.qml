@@ -9,6 +9,7 @@ Pressable {
 
     property int kind: PillButton.Kind.Primary
     property bool large: false
+    property bool destructive: false // takes something away that doesn't come back; not for Primary
 
     // Strength of the hovered look, from 0 to 1.
     property real glow: enabled && hovering ? 1 : 0
@@ -35,7 +36,8 @@ Pressable {
     contentItem: Label {
         text: control.text
         font: control.font
-        color: control.kind === PillButton.Kind.Primary ? Theme.ink : Theme.label
+        color: control.kind === PillButton.Kind.Primary ? Theme.ink
+             : control.destructive ? Theme.coral : Theme.label
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight

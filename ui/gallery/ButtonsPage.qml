@@ -10,6 +10,7 @@ Page {
         required property Kinds of
 
         kind: of.kind
+        destructive: of.destructive
         text: of.text
     }
 
@@ -17,7 +18,8 @@ Page {
         id: row
 
         required property int kind
-        readonly property string text: "Esegui backup"
+        property bool destructive: false
+        readonly property string text: destructive ? "Scollega server" : "Esegui backup"
 
         spacing: 22
 
@@ -34,6 +36,7 @@ Page {
         Kinds { kind: PillButton.Kind.Primary }
         Kinds { kind: PillButton.Kind.Outline }
         Kinds { kind: PillButton.Kind.Quiet }
+        Kinds { kind: PillButton.Kind.Outline; destructive: true }
     }
 
     Panel {

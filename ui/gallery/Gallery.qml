@@ -49,6 +49,10 @@ Item {
             source: "CombosPage.qml"
         },
         GalleryPage {
+            name: "confirmation"
+            source: "ConfirmationPage.qml"
+        },
+        GalleryPage {
             name: "rings"
             source: "RingsPage.qml"
         },
