@@ -115,7 +115,6 @@ T.Popup {
         autoRepeat: false
         enabled: sheet.visible
         onActivated: sheet.dismissed()
-        onActivatedAmbiguously: sheet.dismissed() // an open tooltip has the same shortcut
     }
 
     Shortcut {
