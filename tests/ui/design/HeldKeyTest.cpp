@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 #include <ostream>
 
@@ -33,10 +34,12 @@ protected:
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_QUICK_BACKEND", "software");
         static int count = 1;
-        static char name[] = "test";
-        static char *arguments[] = {name, nullptr};
-        static const QGuiApplication application(count, arguments);
+        static std::array<char, 5> name = {'t', 'e', 's', 't', '\0'};
+        static std::array<char *, 2> arguments = {name.data(), nullptr};
+        application = std::make_unique<QGuiApplication>(count, arguments.data());
     }
+
+    static void TearDownTestSuite() { application.reset(); }
 
     HeldKey()
     {
@@ -58,9 +61,12 @@ protected:
         QCoreApplication::sendEvent(&view, &event);
     }
 
+    static std::unique_ptr<QGuiApplication> application;
     QQuickView view;
     QQuickItem *control = nullptr;
 };
+
+std::unique_ptr<QGuiApplication> HeldKey::application;
 
 TEST_P(HeldKey, pressesOnce)
 {
