@@ -10,11 +10,11 @@
 
 namespace {
 
-// What the name of a temporary file adds to the final one, the six characters between left out. The
-// long ending keeps other people's copies, such as config.json.backup, from being taken for ours.
+// A temporary file has the final name, a dot, six random characters and this. It is long so that no
+// copy of the user's, such as config.json.backup, is taken for one of ours.
 constexpr QLatin1String temporaryEnding(".vellomar-partial");
 
-// A link stays a link: what it points to is what is replaced.
+// A link stays a link: its target is replaced.
 QString replacedFile(const QString &path)
 {
     const QFileInfo info(path);
@@ -36,7 +36,7 @@ bool AtomicFile::write(const QString &path, const QByteArray &content, Lasting l
 {
     const QString target = replacedFile(path);
     QTemporaryFile file(target + QLatin1String(".XXXXXX") + temporaryEnding);
-    // The temporary file deletes itself on every way out but the last.
+    // The temporary file deletes itself on every return but the last.
     if (!file.open() || file.write(content) != content.size()) {
         return false;
     }

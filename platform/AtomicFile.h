@@ -6,10 +6,10 @@
 /// Files that are replaced whole: a reader sees the old content or the new, never a part.
 namespace AtomicFile {
 
-/// What becomes of a new content when the machine itself crashes.
+/// Whether new content must survive a crash of the machine.
 enum class Lasting {
-    throughCrashes, ///< the old or the new one is there afterwards; waits for the disk
-    whileRunning,   ///< it may be lost; for what means nothing after a crash
+    throughCrashes, ///< the old or the new content is there afterwards; waits for the disk
+    whileRunning,   ///< it may be lost; for content that means nothing after a crash
 };
 
 /// Writes a temporary file beside the path and renames it over it. False when that failed; the old
@@ -17,8 +17,8 @@ enum class Lasting {
 bool write(const QString &path, const QByteArray &content,
            Lasting lasting = Lasting::throughCrashes);
 
-/// Deletes the temporary files that a killed process left beside the path. Only for a moment at
-/// which nobody else can be writing it.
+/// Deletes the temporary files that a killed process left beside the path. To be called only when
+/// nobody else can be writing it.
 void removeAbandoned(const QString &path);
 
 } // namespace AtomicFile

@@ -15,7 +15,8 @@ public:
 #ifdef CLOCK_BOOTTIME
         static constexpr clockid_t clock = CLOCK_BOOTTIME;
 #else
-        static constexpr clockid_t clock = CLOCK_MONOTONIC; // where this one counts sleep
+        // Where the other one is missing, this one goes on during sleep.
+        static constexpr clockid_t clock = CLOCK_MONOTONIC;
 #endif
         timespec time = {};
         ::clock_gettime(clock, &time);

@@ -6,8 +6,8 @@
 
 /// The one place that asks what time it is.
 ///
-/// Rules that depend on time (throttles, intervals, ages) ask here, so that a test can hand in a
-/// clock of its own and needs no sleeping. The system clock answers unless a ScopedClock lives.
+/// Rules that depend on time (throttles, intervals, ages) ask here, so that a test can set its own
+/// clock and needn't sleep. It is the system's clock, unless a ScopedClock is alive.
 class Clock
 {
 public:
@@ -20,16 +20,17 @@ public:
 
     /// The present moment, in UTC.
     [[nodiscard]] virtual QDateTime moment() const = 0;
-    /// A reading that never goes back and counts the time asleep, for lengths of time.
+    /// For lengths of time: never goes back, and goes on while the machine sleeps.
     [[nodiscard]] virtual std::chrono::steady_clock::time_point reading() const = 0;
 
-    /// moment() of the clock in force.
+    /// moment() of the current clock.
     static QDateTime now();
-    /// reading() of the clock in force.
+    /// reading() of the current clock.
     static std::chrono::steady_clock::time_point steady();
 };
 
-/// Puts a clock in force for its own life; it must outlive every use of it. Not to be nested.
+/// Replaces the current clock while this object lives. `clock` must outlive every use of it. Not to
+/// be nested.
 class ScopedClock
 {
 public:

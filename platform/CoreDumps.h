@@ -1,5 +1,5 @@
 #pragma once
 
-/// Keeps the memory of this process, and of all that it starts, from being written to a file or
-/// handed to a collector of crashes: it holds keys. Called before anything else is done.
+/// Prevents that a crash writes the memory of this process, or of anything that it starts, to a
+/// file or hands it to a collector of crashes: it holds keys. Called before anything else is done.
 void switchOffCoreDumps();

@@ -2,6 +2,5 @@
 
 #include <QByteArray>
 
-/// The locale in which the user reads dates, as the environment names it: "it_IT.UTF-8", "C". Empty
-/// when it names none.
+/// The locale for dates, as the environment names it: "it_IT.UTF-8", "C". Empty when it names none.
 QByteArray dateLocale();

@@ -9,13 +9,13 @@
 
 /// Which program file runs under a process id.
 
-/// Full path of the executable of a living process; absent when there is no such process, the
-/// number is that of a thread, or the system doesn't say. A file that was replaced or deleted
-/// meanwhile is named by its former path.
+/// Full path of the executable of a running process; absent when there is no such process, when the
+/// number belongs to a thread, or when the system doesn't say. For a file that was replaced or
+/// deleted meanwhile, its former path.
 std::optional<QString> executablePath(pid_t pid);
 
-/// Whether a word is among the arguments that a living process was started with.
+/// Whether a word is among the arguments that a running process was started with.
 bool wasStartedWith(pid_t pid, QByteArrayView word);
 
-/// Full path of this program's own executable; absent when the system doesn't tell.
+/// Full path of this program's own executable; absent when the system doesn't say.
 std::optional<QString> ownExecutablePath();

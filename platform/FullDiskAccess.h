@@ -2,10 +2,10 @@
 
 #include <QString>
 
-/// Whether this program may read all of the files in the person's home. Looked up anew each time,
-/// without a walk through them.
+/// Whether this program may read all files in the user's home folder. Nothing is cached, and the
+/// folder isn't walked through.
 bool hasFullDiskAccess(const QString &home);
 
-/// The same with the file in which a Flatpak sandbox tells what it lets through; where there is no
-/// such file, there is no sandbox.
+/// The same with the path of the file in which a Flatpak sandbox lists its permissions. Where there
+/// is no such file, there is no sandbox.
 bool hasFullDiskAccess(const QString &home, const QString &sandboxFile);

@@ -12,9 +12,10 @@ struct Notification
     QString icon; ///< full path of a picture, empty for none
 };
 
-/// Hands a notification over, and waits for that at most `patience`. False when nobody took it.
+/// Hands a notification to the system, and waits for that at most `patience`. False when no service
+/// took it.
 bool postNotification(const Notification &notification, std::chrono::milliseconds patience);
 
-/// Asks for the right to notify. A freedesktop desktop has no such right to give: there, this wakes
-/// the notification service, so that it is up when it is needed.
+/// Asks for the permission to notify. A freedesktop desktop has no such permission; there this
+/// starts the notification service, so that it runs when it is needed.
 void requestNotificationPermission(std::chrono::milliseconds patience);

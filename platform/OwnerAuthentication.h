@@ -3,33 +3,32 @@
 #include <functional>
 #include <thread>
 
-/// What the user at the machine is asked to log in for once more.
+/// What the user is asked to log in again for.
 enum class OwnerReason {
     showKey,
     copyKey,
     replaceKey,
 };
 
-/// How the question to the person at the machine was answered, whether they can log in once more as
-/// who they are.
+/// How the user answered the request to log in again.
 enum class OwnerLogin {
     granted,
-    refused,    ///< or cancelled, or taken back, or never answered
-    impossible, ///< this machine says that it has no way to ask
+    refused,    ///< or cancelled, or withdrawn, or never answered
+    impossible, ///< this machine reports that it has no way to ask
 };
 
-/// Asks the person at the machine to log in once more, in a dialog of the system's own. One
-/// question is open at a time, for as long as the person takes.
+/// Asks the user to log in again, in a dialog of the system. One request is open at a time, for as
+/// long as the user takes.
 ///
-/// The end of this object takes an open question back, dialog and all, and waits until its answer
-/// has been given.
+/// The destructor withdraws an open request, closes its dialog and waits until it has been
+/// answered.
 class OwnerAuthentication
 {
 public:
     using Answer = std::function<void(OwnerLogin)>;
 
-    /// Returns at once. `answer` is called once, on a thread of its own, on which it mustn't stay.
-    /// A question that is still open is taken back first.
+    /// Returns at once. `answer` is called once, on a thread of its own, and must return soon. A
+    /// request that is still open is withdrawn first.
     void ask(OwnerReason reason, Answer answer);
 
 private:
@@ -38,8 +37,8 @@ private:
 
 namespace Polkit {
 
-/// The action of ours that stands for a reason. Its texts are in resources/it.vellomar.policy,
-/// because polkit takes none from an ordinary program.
+/// The name of polkit's action for a reason. Its texts are in resources/it.vellomar.policy, because
+/// polkit accepts none from an ordinary program.
 const char *action(OwnerReason reason);
 
 } // namespace Polkit

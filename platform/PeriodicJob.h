@@ -8,32 +8,31 @@
 #include <functional>
 #include <optional>
 
-/// What the system is to start again and again, with low priority.
+/// What the system starts at regular intervals, with low priority.
 struct PeriodicJobPlan
 {
     QString executable; ///< full path
     QStringList arguments;
     qint64 intervalSeconds = 0; ///< from the start of one run to the start of the next
-    QString errorLog;           ///< full path of the file that standard error is added to
-    /// Variables that the job gets besides those of the system's own environment.
+    QString errorLog;           ///< full path of the file to which standard error is appended
+    /// Environment variables that the job gets besides those of the system.
     QMap<QString, QString> environment = {};
 
     bool operator==(const PeriodicJobPlan &) const = default;
 };
 
-/// The one periodic job of this program and this user, kept by the operating system: it runs
-/// whether or not the program does. Nothing is reported; what didn't work is tried again at the
-/// next call.
+/// The one periodic job of this program and this user. The operating system keeps it, whether the
+/// program runs or not. No failure is reported; the next call tries again.
 class PeriodicJob
 {
 public:
-    /// How a tool of the system ended and what it wrote to its standard output.
+    /// How a tool of the system ended, and its standard output.
     struct Answer
     {
         int status = -1;
         QString output;
     };
-    /// Runs a tool of the system, by its full path, to its end.
+    /// Runs a tool of the system, given by its full path, and waits for its end.
     using RunTool = std::function<Answer(const QString &path, const QStringList &arguments)>;
 
     PeriodicJob() = default;
@@ -43,11 +42,11 @@ public:
     PeriodicJob(PeriodicJob &&) = delete;
     PeriodicJob &operator=(PeriodicJob &&) = delete;
 
-    /// Sees to it that the job is there and is as planned. A new or changed one runs for the first
-    /// time one interval from now; one that is there already is left alone.
+    /// Makes sure that the job exists as planned. A new or changed one runs for the first time one
+    /// interval from now; one that is already as planned is left alone.
     virtual void establish(const PeriodicJobPlan &plan) = 0;
 
-    /// Sees to it that there is no job.
+    /// Makes sure that there is no job.
     virtual void remove() = 0;
 };
 
@@ -78,16 +77,16 @@ private:
 class SystemdTimer final : public PeriodicJob
 {
 public:
-    /// `configHome` is the folder of the user's settings, in which systemd/user holds the units;
-    /// `dataHome` that of the user's data, in which systemd keeps the date of a timer's last run.
+    /// `configHome` is the folder of the user's settings, which has the units in systemd/user;
+    /// `dataHome` is that of the user's data, where systemd stores when a timer last ran.
     SystemdTimer(const QString &configHome, const QString &dataHome, const QString &name,
                  RunTool runTool);
 
     void establish(const PeriodicJobPlan &plan) override;
     void remove() override;
 
-    /// The folder of settings in which the systemd that runs looks for units, which knows nothing
-    /// of the environment of this process; absent when it doesn't say.
+    /// The folder of settings where the running systemd looks for units: its environment may differ
+    /// from that of this process. Absent when it doesn't say.
     static std::optional<QString> configHome(const RunTool &runTool);
 
 private:
@@ -99,6 +98,6 @@ private:
     QString m_folder;
     QString m_timer;   ///< name of the timer's unit
     QString m_service; ///< name of the service's unit
-    QString m_lastRun; ///< file whose date is that of the timer's last run
+    QString m_lastRun; ///< file whose date says when the timer last ran
     RunTool m_runTool;
 };

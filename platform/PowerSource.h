@@ -5,12 +5,12 @@
 
 #include <functional>
 
-/// Whether this machine runs on its battery at this moment. No answer counts as mains power.
+/// Whether this machine runs on its battery now. No answer counts as mains power.
 bool runsOnBattery();
 
 namespace Pmset {
 
-/// Runs a program with arguments and gives what it wrote to its standard output.
+/// Runs a program with arguments and gives its standard output.
 using OutputOf = std::function<QString(const QString &path, const QStringList &arguments)>;
 
 /// The answer on macOS, from `/usr/bin/pmset -g ps`, whose first line names the source of power:

@@ -6,15 +6,15 @@
 #include <cstdint>
 #include <optional>
 
-/// The platform's store of small secrets, keyed by service and account.
+/// The platform's store of small secrets, which are found by service and account.
 ///
-/// Every operation gives a result code: 0 is success, SecretBackend::itemNotFound says that there
-/// is no such item, anything else is the platform's own code for a failure. The one in force is the
-/// platform's unless a ScopedSecretBackend lives.
+/// Every operation gives a result code: 0 is success, SecretBackend::itemNotFound means that there
+/// is no such item, anything else is the platform's own code for a failure. The current store is
+/// the platform's, unless a ScopedSecretBackend is alive.
 class SecretBackend
 {
 public:
-    /// The code for an item that doesn't exist (the figure is the macOS keychain's).
+    /// The code for an item that doesn't exist (the number is that of the macOS keychain).
     static constexpr std::int32_t itemNotFound = -25300;
 
     struct Match
@@ -30,7 +30,7 @@ public:
     SecretBackend(SecretBackend &&) = delete;
     SecretBackend &operator=(SecretBackend &&) = delete;
 
-    /// The value of one item. A locked store is unlocked first, which may ask the person.
+    /// The value of one item. A locked store is unlocked first, which may ask the user.
     virtual Match copyMatching(const QString &service, const QString &account) = 0;
     /// Replaces the value of an existing item; itemNotFound when there is none.
     virtual std::int32_t update(const QString &service, const QString &account,
@@ -39,11 +39,11 @@ public:
     virtual std::int32_t add(const QString &service, const QString &account,
                              const QByteArray &value) = 0;
 
-    /// The store in force.
+    /// The current store.
     static SecretBackend &current();
 };
 
-/// Puts another store in force for its own life, for tests. Not to be nested.
+/// Replaces the current store while this object lives, for tests. Not to be nested.
 class ScopedSecretBackend
 {
 public:

@@ -7,13 +7,13 @@
 int weekOfYear(const QDateTime &moment)
 {
     UErrorCode failure = U_ZERO_ERROR;
-    // ICU's own default is the locale of messages.
+    // ICU's default would be the locale of messages.
     const QByteArray locale = dateLocale();
     UCalendar *calendar = ucal_open(nullptr, -1, locale.isEmpty() ? nullptr : locale.constData(),
                                     UCAL_DEFAULT, &failure);
     ucal_setMillis(calendar, static_cast<UDate>(moment.toMSecsSinceEpoch()), &failure);
     const int week = ucal_get(calendar, UCAL_WEEK_OF_YEAR, &failure);
     ucal_close(calendar);
-    // Without its data ICU knows no calendar; the week by ISO 8601 is then as good.
+    // Without its data ICU has no calendar; the week of ISO 8601 will do.
     return U_SUCCESS(failure) ? week : moment.toLocalTime().date().weekNumber();
 }

@@ -55,7 +55,7 @@ GVariantPointer BusService::call(const char *method, GVariant *arguments, const 
     GError *failure = nullptr;
     GVariantPointer reply;
     if (m_bus) {
-        // The patience is the one bound; D-Bus would have a second one of its own.
+        // Only the patience limits the wait; D-Bus would have a second limit of its own.
         reply.reset(g_dbus_connection_call_sync(
             m_bus.get(), m_address.name, m_address.path, m_address.interface, method, owned.get(),
             G_VARIANT_TYPE(replyType), G_DBUS_CALL_FLAGS_NONE, std::numeric_limits<int>::max(),

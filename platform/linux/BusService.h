@@ -5,11 +5,11 @@
 
 #include <gio/gio.h>
 
-/// A service on a bus, for calls that wait no longer than one patience. Belongs to one thread.
+/// A service on a bus, for calls that share one time limit. To be used on one thread.
 ///
-/// By GIO and not by Qt's D-Bus: libsecret brings GIO into every process anyway, and a run without
-/// a window is to carry one D-Bus library, not two. That ends with a libsecret that doesn't use
-/// GIO.
+/// Made with GIO and not with Qt's D-Bus: libsecret brings GIO into every process anyway, and a run
+/// without a window should load one D-Bus library, not two. A libsecret without GIO would change
+/// that.
 class BusService
 {
 public:
@@ -22,8 +22,8 @@ public:
     };
 
     enum class Connection {
-        shared, ///< the one of all in this process
-        own,    ///< one for this object; closing it with the object takes back what it has asked
+        shared, ///< the one that the whole process shares
+        own, ///< one for this object; it is closed with the object, which withdraws open requests
     };
 
     /// Connects. The patience must outlive this object.
@@ -35,8 +35,8 @@ public:
     BusService(BusService &&) = delete;
     BusService &operator=(BusService &&) = delete;
 
-    /// Calls a method and waits for its reply, of the type given in D-Bus's own letters. Takes the
-    /// arguments over. Empty when there is no such reply; `error` then has the reason, which may be
+    /// Calls a method and waits for its reply; `replyType` is a D-Bus signature. Takes ownership of
+    /// the arguments. Empty when there is no such reply; `error` then has the reason, which may be
     /// that there is no bus.
     GVariantPointer call(const char *method, GVariant *arguments, const char *replyType,
                          GErrorPointer *error = nullptr);
@@ -52,6 +52,6 @@ private:
     Connection m_connection;
 };
 
-/// The connection to a bus that all of this process shares; null where there is none. GLib would
-/// end the whole program with the bus, as at a log-out in mid-backup: this connection doesn't.
+/// The connection to a bus that the whole process shares; null where there is no bus. By default
+/// GLib ends the program when the bus goes, as at a log-out during a backup: not with this one.
 GObjectPointer<GDBusConnection> sharedBus(GBusType bus, GCancellable *cancellable, GError **error);

@@ -6,9 +6,9 @@
 
 void switchOffCoreDumps()
 {
-    // A file of one byte isn't begun. At 0 Linux would still start the system's collector, at 1 it
-    // doesn't. That /proc keeps telling our executable to ourselves rules out the other way, a
-    // process that isn't dumpable.
+    // With a limit of 1 byte Linux writes no file and starts no collector of crashes; with 0 it
+    // would still start the collector. A process that isn't dumpable is no way out: it couldn't
+    // read its own executable's path in /proc.
     rlimit limit = {};
     if (::getrlimit(RLIMIT_CORE, &limit) == 0) {
         const rlim_t none = std::min<rlim_t>(limit.rlim_max, 1);

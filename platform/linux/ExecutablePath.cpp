@@ -17,7 +17,7 @@ std::optional<QString> linkTarget(const QByteArray &link)
         return std::nullopt;
     }
     QByteArray path(target.data(), length);
-    // The kernel's mark for a file that has no name any more, as after an upgrade.
+    // The kernel's mark for a file that was deleted or replaced, as by an upgrade.
     static constexpr QByteArrayView deletedMark = " (deleted)";
     if (path.endsWith(deletedMark)) {
         path.chop(deletedMark.size());
@@ -25,8 +25,8 @@ std::optional<QString> linkTarget(const QByteArray &link)
     return QFile::decodeName(path);
 }
 
-// A thread other than the first has a number of its own kind, under which the system has entries
-// for its process as well.
+// The number of a thread that isn't its process's first one: /proc has entries of the process under
+// it too.
 bool isThread(pid_t pid)
 {
     QFile file(QStringLiteral("/proc/%1/status").arg(pid));

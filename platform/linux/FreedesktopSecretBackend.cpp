@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::int32_t good = 0;
 
-// Items are found by their two attributes alone, whichever program stored them; ours carry our
-// name.
+// Items are found by these two attributes alone, whichever program stored them. Those that we store
+// carry our name.
 const SecretSchema *schema()
 {
     static const SecretSchema ours = {"it.vellomar.app",
@@ -34,8 +34,8 @@ const SecretSchema *schema()
     return &ours;
 }
 
-// Takes what GLib left in an error pointer as the code of a failure. The sources of errors number
-// theirs from 0 or 1; the thousands keep them apart.
+// The code for what GLib left in an error pointer. Each source of errors counts from 0 or 1; the
+// thousands keep the sources apart.
 std::int32_t failure(GError *taken)
 {
     const GErrorPointer error(taken);
@@ -78,8 +78,8 @@ GHashTablePointer attributes(const QString &service, const QString &account)
                                                      account.toUtf8().constData(), nullptr));
 }
 
-// One operation on the store, from the connection to the end. Nothing may be asked of it unless
-// status() is good.
+// One operation on the store, with a connection of its own. It may be used only while status() is
+// good.
 class Operation
 {
 public:
@@ -87,7 +87,7 @@ public:
         : m_cancellable(given)
     {
         GError *error = nullptr;
-        // libsecret takes this one, too.
+        // libsecret uses this connection too.
         if (!sharedBus(G_BUS_TYPE_SESSION, cancellable(), &error)) {
             m_status = failure(error);
             return;
@@ -102,28 +102,28 @@ public:
     [[nodiscard]] std::int32_t status() const { return m_status; }
     [[nodiscard]] GCancellable *cancellable() const { return m_cancellable; }
 
-    // Finds an item, unlocking what must be for it, and keeps it in item().
+    // Finds an item, unlocks what is needed for that, and keeps it in item().
     std::int32_t find(const QString &service, const QString &account)
     {
         const std::int32_t found = search(service, account);
         if (found != SecretBackend::itemNotFound) {
             return found;
         }
-        // A locked collection may keep even the names of its items to itself: "not there" holds
-        // only once it is open, or a new key would be made over an old one.
+        // A locked collection may hide even the names of its items. Only an unlocked one can say
+        // that an item isn't there; otherwise a new key could replace an old one.
         ObjectList locked;
         const std::int32_t listed = listLocked(locked);
         if (listed != good) {
             return listed;
         }
         const std::int32_t opened = locked ? unlock(locked.get()) : good;
-        // Also when it was open: somebody may have opened it since the first search.
+        // Also when it is open: it may have been opened since the first search.
         return opened == good ? search(service, account) : opened;
     }
 
     [[nodiscard]] SecretItem *item() const { return m_item.get(); }
 
-    // Gives the item found a new value.
+    // Gives the found item a new value.
     std::int32_t replace(const QByteArray &bytes)
     {
         GError *error = nullptr;
@@ -163,8 +163,8 @@ private:
                                                              : good;
     }
 
-    // The collections that could hide an item of ours: the default one, where ours are put, or any
-    // when there is no default one.
+    // The collections that could hide an item of ours: the default one, which ours are stored in,
+    // or all of them when there is no default one.
     std::int32_t listLocked(ObjectList &locked)
     {
         GError *error = nullptr;
@@ -211,10 +211,10 @@ private:
 
 using Match = SecretBackend::Match;
 
-// Runs an operation in a thread of its own and waits for it: as long as the patience lasts, and a
-// little longer for it to take back its question. Not by Patience, as libsecret waits for ever when
-// the service dies over that (gnome-keyring 42 does, libsecret 0.20): the thread is then left to
-// itself. A libsecret that gives up where its service has gone would end this.
+// Runs an operation on a thread of its own and waits for it, at most `patience` and a little
+// longer, in which it can close its dialog. Patience can't do this, as libsecret 0.20 waits for
+// ever when the service dies meanwhile (gnome-keyring 42 does): the thread is then left behind. A
+// libsecret that gives up where its service has gone would make this needless.
 Match withPatience(std::chrono::milliseconds patience,
                    const std::function<Match(Operation &)> &work)
 {

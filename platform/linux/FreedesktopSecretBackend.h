@@ -5,13 +5,13 @@
 #include <chrono>
 
 /// The freedesktop Secret Service of the session bus (gnome-keyring, KWallet …). Each operation
-/// speaks to the service anew, so that one which was restarted meanwhile serves the next operation.
-/// Result codes of failures: libsecret's own from 1, GIO's from 1000, D-Bus's from 2000.
+/// connects anew, so that a service that was restarted meanwhile can serve it. Result codes of
+/// failures: libsecret's from 1, GIO's from 1000, D-Bus's from 2000.
 class FreedesktopSecretBackend final : public SecretBackend
 {
 public:
-    /// `patience` bounds a whole operation, a question to the person included: one that nobody
-    /// answers must not hold a windowless run for ever.
+    /// `patience` limits a whole operation, including a question to the user: an unanswered one
+    /// must not hold up a run without a window for ever.
     explicit FreedesktopSecretBackend(std::chrono::milliseconds patience = std::chrono::minutes(2));
 
     Match copyMatching(const QString &service, const QString &account) override;

@@ -17,7 +17,7 @@ bool canBeListed(const QString &folder)
     return QFileInfo(folder).isExecutable();
 }
 
-/// The folders that the sandbox lets through, as flatpak writes them: "home", "xdg-music:ro",
+/// The folders that the sandbox gives access to, as flatpak writes them: "home", "xdg-music:ro",
 /// "!~/private".
 QList<QByteArray> sharedFolders(QFile &file)
 {
@@ -46,7 +46,7 @@ bool letsHomeThrough(const QString &sandboxFile)
             isThere = true;
         } else if (folder.startsWith("!~") || folder.startsWith("!xdg-") || folder == "!home" ||
                    folder == "!host") {
-            return false; // a part of it, or all of it, is taken out again
+            return false; // the home folder, or a part of it, is excluded again
         }
     }
     return isThere;

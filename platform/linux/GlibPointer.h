@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// Owners for what GLib hands out: each frees its thing the way that thing wants to be freed.
+/// Owning pointers for GLib's types, each with the right function to free it.
 
 struct GlibFree
 {
@@ -22,6 +22,6 @@ struct GObjectUnref
     void operator()(gpointer object) const { g_object_unref(object); }
 };
 
-/// Owns one reference to a GObject of the given C type.
+/// Owns one reference to a GObject of the C type `T`.
 template <typename T>
 using GObjectPointer = std::unique_ptr<T, GObjectUnref>;

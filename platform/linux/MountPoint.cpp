@@ -14,11 +14,11 @@ namespace {
 struct Mount
 {
     QByteArray device; ///< "8:1"
-    QByteArray root;   ///< what of the device's tree is mounted
+    QByteArray root;   ///< which folder of the device is mounted
     QByteArray point;
 };
 
-// In the list blanks, line feeds, backslashes and number signs are written as octal numbers.
+// The list has blanks, line feeds, backslashes and number signs as octal numbers.
 QByteArray unescaped(const QByteArray &text)
 {
     QByteArray result;
@@ -53,7 +53,7 @@ bool holds(const QByteArray &folder, const QByteArray &path)
     return path == folder || folder == "/" || path.startsWith(QByteArray(folder + '/'));
 }
 
-/// The path of something in `from` when `from` stands at `to`.
+/// The path of something inside `from` after `from` is replaced by `to`.
 QByteArray moved(const QByteArray &path, const QByteArray &from, const QByteArray &to)
 {
     const QByteArray rest =
@@ -87,7 +87,7 @@ QStringList otherMountsOf(const QString &path)
     const QList<Mount> all = mounts();
     const Mount *own = nullptr;
     for (const Mount &mount : all) {
-        // Of two at one point the later one is seen.
+        // Of two mounts at one point the later one is visible.
         if (holds(mount.point, folder) && (!own || mount.point.size() >= own->point.size())) {
             own = &mount;
         }
@@ -102,7 +102,7 @@ QStringList otherMountsOf(const QString &path)
             continue;
         }
         const QByteArray other = moved(onDevice, mount.root, mount.point);
-        // A mount over it may hide it.
+        // A different mount may hide it.
         if (other != folder && isSameFolder(other, folder)) {
             others.append(QFile::decodeName(other));
         }

@@ -11,7 +11,7 @@ struct GStringsFree
     void operator()(const gchar **strings) const { g_free(strings); }
 };
 
-/// A text as D-Bus carries it: it can't hold a null.
+/// A text for D-Bus, which allows no null character.
 QByteArray carried(QString text)
 {
     return text.replace(QChar::Null, QChar::ReplacementCharacter).toUtf8();
@@ -30,7 +30,7 @@ public:
     {
     }
 
-    /// Whether bodies are read as markup.
+    /// Whether the service reads bodies as markup.
     bool readsMarkup()
     {
         const GVariantPointer reply = call("GetCapabilities", nullptr, "(as)");
@@ -50,7 +50,7 @@ bool postNotification(const Notification &notification, std::chrono::millisecond
 {
     const Patience limit(patience);
     NotificationService service(limit);
-    // A tool's own words may hold anything; they are meant as they stand.
+    // A tool's messages may hold anything, and are plain text.
     const QString body =
         service.readsMarkup() ? notification.body.toHtmlEscaped() : notification.body;
 
@@ -58,8 +58,8 @@ bool postNotification(const Notification &notification, std::chrono::millisecond
     g_variant_builder_init(&hints, G_VARIANT_TYPE("a{sv}"));
     g_variant_builder_add(&hints, "{sv}", "urgency", g_variant_new_byte(1)); // normal
     g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
-    // No desktop entry: a shell that finds the program by it takes the notification away with the
-    // process, and a run without a window ends right after.
+    // Without a desktop entry: a shell that finds the program by it removes the notification when
+    // the process ends, and a run without a window ends right after this.
     const GVariantPointer reply = service.call(
         "Notify",
         g_variant_new("(susssasa{sv}i)", "Vellomar", 0U, carried(notification.icon).constData(),

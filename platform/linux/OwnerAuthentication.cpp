@@ -15,21 +15,21 @@ struct GlibTextFree
 };
 using GlibText = std::unique_ptr<gchar, GlibTextFree>;
 
-// polkit may have to be started first.
+// Long, as polkit may have to be started first.
 constexpr std::chrono::seconds patienceForPolkit(10);
 
 /// What polkit says of an action.
 struct Verdict
 {
     bool authorized = false;
-    bool challenge = false; ///< the person would have to log in, and wasn't asked
+    bool challenge = false; ///< the user would have to log in, and wasn't asked
 };
 
 /// Why there is no verdict.
 enum class Missing {
     authority, ///< there is no polkit here
-    action,    ///< there is, and it doesn't know the action
-    answer,    ///< whatever else: silence, or an end in the middle
+    action,    ///< polkit is there and doesn't know the action
+    answer,    ///< anything else: no answer, or the connection ended
 };
 
 bool hasName(const GError *error, const char *name)
@@ -38,17 +38,17 @@ bool hasName(const GError *error, const char *name)
     return g_strcmp0(own.get(), name) == 0;
 }
 
-// Only what is said in so many words counts. A bus or a service that is there and doesn't answer
-// may be kept from it by whoever wants the key.
+// Only an explicit answer counts. Where a bus or a service is there and doesn't answer, somebody
+// who wants the key may be keeping it from answering.
 bool saysThereIsNoAuthority(const GError *error)
 {
-    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_FOUND) != FALSE || // not even a bus
+    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_FOUND) != FALSE || // no bus either
            hasName(error, "org.freedesktop.DBus.Error.ServiceUnknown") ||
            hasName(error, "org.freedesktop.systemd1.UnitMasked");
 }
 
-/// The authority on the system bus, over a connection of its own: its end takes an open question
-/// back.
+/// polkit's authority on the system bus, with a connection of its own: closing that withdraws an
+/// open request.
 class Authority : private BusService
 {
 public:
@@ -65,8 +65,8 @@ public:
 
     tl::expected<Verdict, Missing> check(const char *action, Manner manner)
     {
-        // Known by its name on the bus, a process can't be taken for a different one. Without a bus
-        // there is no name, and the call tells why.
+        // The name on the bus can't come to stand for a different process, as a process id can.
+        // Without a bus there is no name, and the call reports why.
         const char *const name = ownName() != nullptr ? ownName() : "";
         GVariantBuilder subject;
         g_variant_builder_init(&subject, G_VARIANT_TYPE("a{sv}"));
@@ -92,13 +92,13 @@ private:
         if (saysThereIsNoAuthority(error)) {
             return Missing::authority;
         }
-        // The error for an action that it doesn't know is the one for much else.
+        // polkit gives the same error for an unknown action as for much else.
         return hasName(error, "org.freedesktop.PolicyKit1.Error.Failed") && lacks(action)
                    ? Missing::action
                    : Missing::answer;
     }
 
-    /// Whether the authority lists what it knows, and the action isn't among it.
+    /// Whether the authority lists its actions and this one isn't among them.
     bool lacks(const char *action)
     {
         const GVariantPointer reply =
@@ -118,7 +118,7 @@ private:
     }
 };
 
-/// What the authority says, waited for until the patience or the stop ends it.
+/// What the authority says; waits for it until the patience or the stop ends that.
 tl::expected<Verdict, Missing> verdictOn(const char *action, Authority::Manner manner,
                                          const Patience &patience, const std::stop_token &stop)
 {
@@ -128,7 +128,7 @@ tl::expected<Verdict, Missing> verdictOn(const char *action, Authority::Manner m
 
 OwnerLogin loginFor(const char *action, const std::stop_token &stop)
 {
-    // Asked silently first: only there does a missing verdict mean that nobody can give one.
+    // First without a dialog: only then does a missing verdict mean that there can be none.
     const auto before =
         verdictOn(action, Authority::Manner::silent, Patience(patienceForPolkit), stop);
     if (stop.stop_requested()) {
@@ -140,7 +140,7 @@ OwnerLogin loginFor(const char *action, const std::stop_token &stop)
     if (before->authorized || !before->challenge) {
         return before->authorized ? OwnerLogin::granted : OwnerLogin::refused;
     }
-    // The user takes the time that the user takes.
+    // Without a limit: the user may take any time.
     const auto verdict = verdictOn(action, Authority::Manner::asking, Patience(std::nullopt), stop);
     if (!verdict) {
         return OwnerLogin::refused;
@@ -148,7 +148,7 @@ OwnerLogin loginFor(const char *action, const std::stop_token &stop)
     if (verdict->authorized) {
         return OwnerLogin::granted;
     }
-    // Nobody shows the dialog in this session.
+    // Nothing in this session can show the dialog.
     return verdict->challenge ? OwnerLogin::impossible : OwnerLogin::refused;
 }
 

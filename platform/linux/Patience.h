@@ -10,17 +10,18 @@
 #include <optional>
 #include <thread>
 
-/// How long to wait for answers over D-Bus: cancels what waits by it when the time has passed. All
-/// calls that share it share the limit, which runs from its making. May be ended from any thread.
+/// How long to wait for answers over D-Bus: cancels the calls that use it when the time has passed.
+/// The time runs from the construction, for all calls that share the object. end() may be called
+/// from any thread.
 class Patience
 {
 public:
-    /// Without a limit only end() ends it.
+    /// Without a limit only end() cancels.
     explicit Patience(std::optional<std::chrono::milliseconds> limit);
 
     [[nodiscard]] GCancellable *cancellable() const { return m_cancellable.get(); }
 
-    /// Cancels at once what waits by it, and all that is asked later.
+    /// Cancels at once the calls that use it, and all later ones.
     void end() const { g_cancellable_cancel(m_cancellable.get()); }
 
 private:

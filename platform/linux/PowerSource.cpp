@@ -4,7 +4,7 @@
 
 bool runsOnBattery()
 {
-    // UPower answers at once or not at all; a run must not wait for it.
+    // UPower answers at once or not at all, and a run must not wait for it.
     const Patience patience(std::chrono::seconds(3));
     BusService power(G_BUS_TYPE_SYSTEM,
                      {.name = "org.freedesktop.UPower",

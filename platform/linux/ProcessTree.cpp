@@ -11,8 +11,8 @@
 
 namespace {
 
-// The fields behind a process's name, which stands in brackets and may hold some: its state, its
-// parent and more. Empty when it has ended.
+// The fields of a process's stat file behind its name: its state, its parent and more. Empty when
+// it has ended. The name is in brackets and may contain brackets itself.
 QByteArrayList fieldsOf(const QString &process)
 {
     QFile file(QLatin1String("/proc/") + process + QLatin1String("/stat"));
@@ -25,7 +25,7 @@ pid_t parentOf(const QString &process)
     return fieldsOf(process).value(1).toInt();
 }
 
-// Stopped, or at its end.
+// Whether it is stopped or has ended.
 bool isStill(pid_t process)
 {
     const QByteArray state = fieldsOf(QString::number(process)).value(0);
@@ -52,7 +52,7 @@ QList<pid_t> descendants(pid_t ancestor)
 
 void killTree(pid_t ancestor)
 {
-    // Stopped, a process starts nothing more. The signal takes a moment, in which it may.
+    // A stopped process starts nothing more, but it may until the signal has reached it.
     constexpr int looks = 100;
     QList<pid_t> held;
     QList<pid_t> found{ancestor};
@@ -67,7 +67,7 @@ void killTree(pid_t ancestor)
         if (isAll && found.isEmpty()) {
             break;
         }
-        QThread::msleep(1); // one that waits for a disk stops when it gets an answer
+        QThread::msleep(1); // a process that waits for a disk stops only when that answers
     }
     for (const pid_t process : std::as_const(held)) {
         ::kill(process, SIGKILL);

@@ -13,7 +13,8 @@
 
 namespace {
 
-// Where a unit says from when its interval is counted, so that the same plan gives the same unit.
+// The line of a unit that says from when its interval counts, so that the same plan gives the same
+// unit.
 constexpr QLatin1String countedFrom("# Counted from ");
 
 QByteArray contentOf(const QString &path)
@@ -22,20 +23,20 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Only this job writes these files: what lies beside them is a dead writer's.
+// Only this job writes these files: temporary files beside them are those of a killed process.
 void write(const QString &path, const QByteArray &content)
 {
     AtomicFile::removeAbandoned(path);
     AtomicFile::write(path, content);
 }
 
-// systemd puts in its own specifiers at each percent sign.
+// In systemd's units a percent sign begins a specifier; two stand for one sign.
 QString plain(QString text)
 {
     return text.replace(u'%', QLatin1String("%%"));
 }
 
-// One word of a command line, in systemd's own quoting.
+// One word of a command line, quoted for systemd.
 QString quoted(QString text)
 {
     text.replace(u'\\', QLatin1String("\\\\"))
@@ -47,8 +48,8 @@ QString quoted(QString text)
 
 QByteArray serviceUnit(const PeriodicJobPlan &plan)
 {
-    // systemd refuses quotes and backslashes in the path of an executable, but not in an argument;
-    // so a shell gives way to it. The colon keeps dollar signs as they are.
+    // systemd refuses quotes and backslashes in the path of the executable but not in arguments, so
+    // a shell is started, which replaces itself by it. The colon keeps dollar signs as they are.
     QString command = QLatin1String(":/bin/sh -c ") + quoted(QStringLiteral("exec \"$0\" \"$@\"")) +
                       u' ' + quoted(plan.executable);
     for (const QString &argument : plan.arguments) {
@@ -70,23 +71,22 @@ QByteArray serviceUnit(const PeriodicJobPlan &plan)
                           "StandardError=append:%3\n"
                           "Nice=10\n"
                           "IOSchedulingClass=idle\n"
-                          // A stop is asked of the program, which passes it on to its tools.
+                          // Only the program is asked to stop; it passes that on to its tools.
                           "KillMode=mixed\n")
         .arg(environment, command, plain(plan.errorLog))
         .toUtf8();
 }
 
-/// Hours, minutes or seconds of a calendar expression that begin at a value and go on in steps up
-/// to the whole round.
+/// Hours, minutes or seconds of a calendar expression: from a first value on in steps.
 QString repeated(qint64 start, qint64 step, qint64 round)
 {
     const QString first = QStringLiteral("%1").arg(start % step, 2, 10, QLatin1Char('0'));
     return step == round ? first : QString(first + u'/' + QString::number(step));
 }
 
-// The moments that lie whole intervals from the start. A calendar goes on counting while the
-// machine sleeps or is off, a stopwatch doesn't; but it can only tell intervals that divide the
-// day, the hour or the minute.
+// The moments that are whole intervals from the start, as a calendar expression. A calendar counts
+// on while the machine sleeps or is off, which a stopwatch doesn't; but it can only express
+// intervals that divide the day, the hour or the minute.
 QString schedule(qint64 interval, const QDateTime &start)
 {
     static constexpr qint64 minute = 60;
@@ -110,7 +110,7 @@ QString schedule(qint64 interval, const QDateTime &start)
 
 QByteArray timerUnit(const PeriodicJobPlan &plan, const QDateTime &start)
 {
-    // Up to a sixtieth of the interval late, so that the system can gather what it has to do.
+    // A run may be up to a sixtieth of the interval late, so that the system can bundle its work.
     const qint64 accuracy = qBound(qint64{1}, plan.intervalSeconds / 60, qint64{60});
     return QStringLiteral("%1%2\n"
                           "[Unit]\n"
@@ -127,7 +127,7 @@ QByteArray timerUnit(const PeriodicJobPlan &plan, const QDateTime &start)
         .toUtf8();
 }
 
-/// From when the interval of an existing unit is counted; invalid when it doesn't say.
+/// From when the interval of an existing unit counts; invalid when the unit doesn't say.
 QDateTime startOf(const QByteArray &timerUnit)
 {
     static const QRegularExpression line(QStringLiteral("^# Counted from (\\S+)\n"));
@@ -168,7 +168,8 @@ void SystemdTimer::remove()
         return;
     }
     systemctl({QStringLiteral("disable"), QStringLiteral("--now"), m_timer});
-    // "systemctl clean" does the same, but it alone needs a session bus that systemd is on.
+    // "systemctl clean" would do this, but of all its commands only that needs systemd to be on the
+    // session bus.
     QFile::remove(m_lastRun);
     QFile::remove(m_folder + m_timer);
     QFile::remove(m_folder + m_service);
@@ -181,15 +182,15 @@ std::optional<QString> SystemdTimer::configHome(const RunTool &runTool)
         runTool(QStringLiteral("/usr/bin/systemctl"),
                 {QStringLiteral("--user"), QStringLiteral("show"),
                  QStringLiteral("--property=UnitPath"), QStringLiteral("--value")});
-    // The first of the folders is that of what its own commands change.
+    // systemd's own commands write to the first of the folders.
     const qsizetype end = answer.output.indexOf(QLatin1String("/systemd/user.control"));
-    // One with odd characters comes in quotes.
+    // A folder with special characters comes in quotes.
     return end > 0 && answer.output.startsWith(u'/') ? std::optional(answer.output.first(end))
                                                      : std::nullopt;
 }
 
-// systemd makes up at once for what a timer has missed since its last run or, when it knows of
-// none, since it was started the last time. A new timer has missed nothing.
+// systemd runs at once what a timer has missed since its last run or, when it knows of none, since
+// the timer was last started. A new timer has missed nothing.
 void SystemdTimer::setLastRun(const QDateTime &moment) const
 {
     QDir().mkpath(QFileInfo(m_lastRun).path());

@@ -48,7 +48,7 @@ void LaunchAgent::establish(const PeriodicJobPlan &plan)
         return;
     }
     QDir().mkpath(QFileInfo(m_path).path());
-    // Only this agent writes the file: what lies beside it is a dead writer's.
+    // Only this agent writes the file: temporary files beside it are those of a killed process.
     AtomicFile::removeAbandoned(m_path);
     AtomicFile::write(m_path, wanted);
     launchctl({QStringLiteral("bootout"), m_service});
