@@ -8,8 +8,8 @@
 
 namespace {
 
-/// What every variable begins with that a tool of ours takes for its options, or that was for one
-/// start of a program alone.
+/// Beginnings of variables that a tool of ours would take for its options, or that were meant for
+/// the start of this program alone.
 constexpr std::array leftOut{
     QByteArrayView("RESTIC_"),
     QByteArrayView("RCLONE_"),
@@ -19,8 +19,8 @@ constexpr std::array leftOut{
     QByteArrayView("DESKTOP_STARTUP_ID"),
 };
 
-/// Those of the tools that say how this machine reaches the world, or where a tool keeps its own
-/// files.
+/// The tools' variables that only say how this machine reaches the network, or where a tool keeps
+/// its own files.
 constexpr std::array ofMachine{
     QByteArrayView("RCLONE_CA_CERT"),         QByteArrayView("RCLONE_CACHE_DIR"),
     QByteArrayView("RCLONE_CLIENT_CERT"),     QByteArrayView("RCLONE_CLIENT_KEY"),
@@ -37,7 +37,7 @@ bool isForChildren(QByteArrayView name)
                         [name](QByteArrayView prefix) { return name.startsWith(prefix); });
 }
 
-/// The name of an entry; empty when it is no pair of name and value.
+/// The name of an entry; empty when the entry isn't NAME=value.
 QByteArray nameOf(const QByteArray &entry)
 {
     return entry.first(qMax(entry.indexOf('='), qsizetype{0}));

@@ -5,21 +5,21 @@
 #include <QMap>
 #include <QString>
 
-/// The environment of every child of ours: what this process was started with, without what would
-/// change the meaning of our calls, and with our own variables laid over.
+/// The environment of every child process: the one that this process was started with, without what
+/// would change the meaning of our calls, and with our own variables added or replaced.
 ///
-/// restic and rclone take each of their options from a variable as well, and one that the user has
-/// set for own work with them beats what they would find otherwise: another key, another
-/// repository, a run that only pretends. So every variable of theirs is left out, but for the few
-/// that only say how this machine reaches the world. docs/environment.md has both lists.
+/// restic and rclone read each of their options from a variable too. One that the user has set for
+/// their own work would win: a different key, a different repository, a dry run. So all their
+/// variables are left out, except the few that only say how this machine reaches the network.
+/// docs/environment.md has both lists.
 namespace ChildEnvironment {
 
-/// Takes a copy that all children get from now on. To be called while there is one thread only:
-/// libraries change the environment at any time, and reading it meanwhile isn't safe. Until it is
-/// called every child gets the environment as it is then.
+/// Takes a copy, which all children get from now on. Call it while there is only one thread:
+/// libraries may change the environment at any time, and reading it meanwhile isn't safe. Before
+/// the call a child gets the environment as it is when the child starts.
 void keep();
 
-/// The entries, NAME=value, for one child, with `changes` laid over.
+/// The entries, NAME=value, for one child; `changes` are added or replace what is there.
 QList<QByteArray> with(const QMap<QString, QString> &changes);
 
 } // namespace ChildEnvironment

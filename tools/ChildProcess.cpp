@@ -22,7 +22,7 @@ struct Pipe
     FileDescriptor writing;
 };
 
-// Moved above the three standard descriptors, which a process may have been started without.
+// Moved above the three standard descriptors: we may have been started without them.
 FileDescriptor aboveStandard(int descriptor)
 {
     FileDescriptor given(descriptor);
@@ -45,7 +45,7 @@ tl::expected<Pipe, QString> makePipe()
     return made;
 }
 
-// Filled before the child starts: never waits, so what doesn't fit the pipe is a failure.
+// Filled before the child starts. It must never wait, so input that doesn't fit is a failure.
 tl::expected<Pipe, QString> filledPipe(const QString &input)
 {
     auto pipe = makePipe();
@@ -63,7 +63,7 @@ tl::expected<Pipe, QString> filledPipe(const QString &input)
     return pipe;
 }
 
-// Texts in the form that exec wants: an array of pointers with a null at its end.
+// Texts as exec takes them: an array of pointers with a null at its end.
 class TextVector
 {
 public:
@@ -84,8 +84,7 @@ private:
     std::vector<char *> m_pointers;
 };
 
-// We may have been started with the ends of children ignored, and inherit that: the system would
-// then keep no exit status of any child for us.
+// If we were started with SIGCHLD ignored, the system would keep no exit status of our children.
 void keepExitStatuses()
 {
     struct sigaction action = {};
@@ -99,7 +98,7 @@ void keepExitStatuses()
     }
 }
 
-// What the child does between its birth and the program: descriptors, signals and its group.
+// What the child sets up before it runs the program: descriptors, signals and its process group.
 class SpawnSetup
 {
 public:
@@ -136,7 +135,7 @@ public:
         posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     }
 
-    // Last of all: also what somebody opened without a mark to close it.
+    // To be called last. It also closes descriptors that were opened without O_CLOEXEC.
     void closeOthers() { posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1); }
 
     [[nodiscard]] const posix_spawn_file_actions_t *actions() const { return &m_actions; }
@@ -208,7 +207,7 @@ ChildProcess::ChildProcess(pid_t pid, FileDescriptor standardOutput, FileDescrip
 
 void ChildProcess::awaitEnd() const
 {
-    // Only looked at: until the child is reaped its process id can't go to another process.
+    // Doesn't reap the child: as long as it isn't reaped, no other process can get its id.
     siginfo_t info{};
     while (::waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOWAIT) != 0 &&
            errno == EINTR) {
@@ -226,7 +225,7 @@ int ChildProcess::wait()
         reaped = ::waitpid(m_pid, &status, 0);
     } while (reaped < 0 && errno == EINTR);
     if (reaped < 0) {
-        return -1; // the status is lost: nothing that could pass for success
+        return -1; // the status is lost, and must not pass for success
     }
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
@@ -245,8 +244,8 @@ void ChildProcess::end()
     if (!m_isRunning) {
         return;
     }
-    // restic gives its rclone a group of its own, and rclone lives on for minutes where it hangs.
-    // What an ended process has left behind is found by the group alone.
+    // restic's rclone has a process group of its own, and one that hangs would live on for minutes:
+    // so the whole tree. The group has what was started by a process that has ended meanwhile.
     killTree(m_pid);
     ::kill(-m_pid, SIGKILL);
 }

@@ -16,19 +16,20 @@
 
 /// One running child, from its start to its end.
 ///
-/// It has pipes on its standard output and error, and on its standard input either a pipe that
-/// already holds the whole input or the null device. It inherits nothing else: signals are at their
-/// defaults, none is blocked, and no other descriptor of ours is open in it. It leads a process
-/// group of its own, so that what a terminal sends to ours reaches it by way of us alone. Whoever
-/// starts it reads both pipes to their ends and calls wait() once.
+/// Its standard output and error are pipes; its standard input is a pipe that already holds the
+/// whole input, or the null device. It inherits nothing else: all signals have their defaults, none
+/// is blocked, and no other descriptor of ours is open in it. It leads a process group of its own,
+/// so that signals from a terminal reach only us, and we decide about the child. Whoever starts it
+/// must read both pipes to their ends and call wait() once.
 class ChildProcess
 {
 public:
     /// Name and value of environment variables.
     using Environment = QMap<QString, QString>;
 
-    /// Starts a program. `environment` is laid over the one of ChildEnvironment; `input` gets a
-    /// line feed behind it and must fit the buffer of a pipe. Fails with the system's description.
+    /// Starts a program. `environment` is added to the one of ChildEnvironment, or replaces what is
+    /// there. `input` is followed by a line feed and must fit the buffer of a pipe. Fails with the
+    /// system's description.
     static tl::expected<std::shared_ptr<ChildProcess>, QString>
     start(const QString &path, const QStringList &arguments, const Environment &environment,
           const std::optional<QString> &input);
@@ -43,25 +44,25 @@ public:
     [[nodiscard]] int standardOutput() const { return m_standardOutput.get(); }
     [[nodiscard]] int standardError() const { return m_standardError.get(); }
 
-    /// Blocks until the child has ended. Gives its exit code, or 128 and the signal's number when a
-    /// signal ended it, as shells do: so that no signal is taken for one of restic's exit codes;
-    /// -1 when the system doesn't tell.
+    /// Blocks until the child has ended and gives its exit code; 128 plus the number of the signal
+    /// that ended it, as in shells, so that no signal is taken for one of restic's exit codes; -1
+    /// when the system doesn't say.
     int wait();
 
-    /// Blocks until the child has ended, and leaves it to wait() to say how.
+    /// Blocks until the child has ended. wait() still has to be called.
     void awaitEnd() const;
 
-    /// Asks the child to stop, with SIGINT. Nothing happens when it has ended. What it has started
-    /// is not asked: restic leaves no lock behind only as long as its rclone goes on.
+    /// Asks the child to stop, with SIGINT; does nothing when it has ended. The child's own
+    /// children get no signal: restic needs its rclone to remove its lock.
     void interrupt();
 
-    /// Ends the child and all that it has started, with SIGKILL.
+    /// Kills the child and everything that it has started, with SIGKILL.
     void end();
 
 private:
     const pid_t m_pid;
     FileDescriptor m_standardOutput;
     FileDescriptor m_standardError;
-    std::mutex m_mutex; ///< keeps signals from a process id that is no longer the child's
+    std::mutex m_mutex; ///< so that no signal goes to a process id that is no longer the child's
     bool m_isRunning = true;
 };

@@ -3,14 +3,13 @@
 #include <QByteArray>
 #include <QString>
 
-/// What a tool writes, gathered whole as long as it is of a sensible length: a tool that has gone
-/// wild can't fill the memory.
+/// What a tool writes, gathered up to a limit, so that no tool can fill the memory.
 
-/// All of a stream, or the news that it was too long: a part of an answer is none.
+/// All of a stream, or the fact that it was too long: a part of an answer is of no use.
 class WholeOutput
 {
 public:
-    /// A folder of half a million files is listed in less.
+    /// In bytes. The list of a folder with half a million files is shorter.
     static constexpr qsizetype most = qsizetype{256} * 1024 * 1024;
 
     void add(QByteArrayView block);
@@ -24,12 +23,12 @@ private:
     bool m_isTooLong = false;
 };
 
-/// The beginning and the end of a stream of messages, with a line feed for what is left out between
-/// them: the last one says what went wrong, and the first ones often why.
+/// The beginning and the end of a stream of messages, with a line feed in place of what was left
+/// out between them: the last message says what went wrong, and the first ones often say why.
 class EndsOfOutput
 {
 public:
-    /// Bytes of each of the two.
+    /// In bytes, of each of the two.
     static constexpr qsizetype most = qsizetype{32} * 1024 * 1024;
 
     explicit EndsOfOutput(qsizetype longest = most);
@@ -40,6 +39,6 @@ public:
 private:
     qsizetype m_longest;
     QByteArray m_beginning;
-    QByteArray m_end; ///< up to twice as long as its limit, so that it isn't moved at each block
+    QByteArray m_end; ///< up to twice its limit, so that it isn't moved at each block
     bool m_isCut = false;
 };

@@ -15,7 +15,7 @@ qint64 int64(const QJsonObject &object, QLatin1String key)
     static constexpr qint64 most = std::numeric_limits<qint64>::max();
     const QJsonValue value = object.value(key);
     const double real = value.toDouble();
-    // Beyond these bounds the conversion of a double isn't defined.
+    // Outside these bounds the conversion of a double is undefined.
     if (real >= static_cast<double>(most)) {
         return most;
     }

@@ -3,9 +3,9 @@
 #include <QJsonObject>
 #include <QLatin1String>
 
-/// Lenient readings of a tool's JSON: 0 when the key is missing or its value isn't a number.
+/// Numbers from a tool's JSON; 0 when the key is missing or its value isn't a number.
 
 double number(const QJsonObject &object, QLatin1String key);
 
-/// The number without its fraction, held to the range of the type.
+/// The number without its fraction, limited to the range of the type.
 qint64 int64(const QJsonObject &object, QLatin1String key);

@@ -6,7 +6,7 @@
 
 QString repairedText(QByteArrayView bytes)
 {
-    // QString::fromUtf8 would take a byte order mark at the beginning away.
+    // QString::fromUtf8 would drop a byte order mark at the beginning.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
                                                      QStringDecoder::Flag::ConvertInitialBom);
     return decoder.decode(bytes);

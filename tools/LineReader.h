@@ -5,22 +5,22 @@
 
 #include <functional>
 
-/// Text of bytes that should be UTF-8: every other byte becomes a replacement character, and
-/// nothing else is changed or left out.
+/// Text of bytes that should be UTF-8. Bytes that aren't become replacement characters; nothing
+/// else is changed or left out.
 QString repairedText(QByteArrayView bytes);
 
 /// Receives one line of a tool's output, without its line feed.
 using LineReceiver = std::function<void(const QString &line)>;
 
-/// Cuts a stream of bytes into lines and passes them on one by one.
+/// Splits a stream of bytes into lines and passes them on one by one.
 ///
-/// A line ends at a line feed; a carriage return is a character like any other. Bytes that aren't
-/// UTF-8 become replacement characters. Blocks may be cut anywhere. Of a line that is too long its
+/// A line ends at a line feed; a carriage return is an ordinary character. Bytes that aren't UTF-8
+/// become replacement characters. Blocks may end anywhere. Of a line that is too long only the
 /// beginning is passed on, so that no tool can fill the memory.
 class LineReader
 {
 public:
-    /// Bytes of a line that are passed on. The tools' own lines hold a path or two.
+    /// How many bytes of a line are passed on. Lines of restic and rclone hold a path or two.
     static constexpr qsizetype longestLine = qsizetype{32} * 1024 * 1024;
 
     explicit LineReader(LineReceiver receiver, qsizetype longest = longestLine);
@@ -28,7 +28,7 @@ public:
     /// Passes on every line that this block completes.
     void add(QByteArrayView block);
 
-    /// The end of the stream: passes on what is left, unless it is nothing.
+    /// To be called at the end of the stream: passes on a last line without a line feed.
     void finish();
 
 private:
@@ -37,5 +37,5 @@ private:
 
     LineReceiver m_receiver;
     qsizetype m_longest;
-    QByteArray m_rest; ///< begin of a line whose end hasn't come yet
+    QByteArray m_rest; ///< beginning of a line whose end hasn't come yet
 };

@@ -24,23 +24,22 @@ QString pathPrefix()
     return Paths::supportFile(QStringLiteral("k-"));
 }
 
-/// Whether a path is that of a file right in the support folder with a pipe's name.
+/// Whether a path has the name of one of our pipes, directly in the support folder.
 bool isNamedAsOurs(const QString &path)
 {
     const QString prefix = pathPrefix();
     return path.startsWith(prefix) && path.indexOf(u'/', prefix.size()) < 0;
 }
 
-// A second name would stand for a pipe of another place.
+// A second hard link could name a pipe that somebody keeps in a different place.
 bool isPipeOfOneName(int descriptor)
 {
     struct stat status = {};
     return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode) && status.st_nlink == 1;
 }
 
-// Nothing of ours is ever a link, and whatever one leads to has no say: it counts as old.
-// Where the file system keeps no creation date the last change serves, so that a pipe in use isn't
-// taken for an old one.
+// A link is never ours, so it counts as old, whatever it leads to. Where the file system has no
+// creation date the last change stands in for it, so that a pipe in use isn't taken for an old one.
 QDateTime creationDate(const QFileInfo &file)
 {
     if (file.isSymLink()) {
@@ -61,9 +60,9 @@ bool isPlainCopy(const QString &name)
     return name.startsWith(QLatin1String("rclone-")) && name.endsWith(QLatin1String(".conf"));
 }
 
-// A pipe, a plain copy of rclone's file, or what rclone itself had beside a file while it replaced
-// it, which may be in plain. Those of rclone.conf may be all that is left of it as long as it isn't
-// there.
+// A pipe, an unencrypted copy of rclone's file, or a file that rclone made while it replaced one of
+// these, which may be unencrypted too. While rclone.conf is missing, what rclone left beside it may
+// be all that is left of it, and stays.
 bool isLeftover(const QString &name)
 {
     static const QString inUse = QStringLiteral("rclone.conf");
@@ -91,10 +90,10 @@ std::unique_ptr<OneShotSecret> OneShotSecret::create(const QString &secret)
     if (::mkfifo(name.constData(), S_IRUSR | S_IWUSR) != 0) {
         return nullptr;
     }
-    // Open for both, so that there is no waiting for a reader and the bytes stay.
+    // Opened for both directions: it doesn't wait for a reader, and the bytes stay.
     FileDescriptor descriptor(::open(name.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
     const QByteArray bytes = secret.toUtf8();
-    // From here on the end of the object removes the pipe.
+    // From here on the object's destructor removes the pipe.
     std::unique_ptr<OneShotSecret> channel(new OneShotSecret(path, std::move(descriptor)));
     if (!channel->m_descriptor.isOpen() ||
         ::write(channel->m_descriptor.get(), bytes.constData(),
@@ -121,7 +120,7 @@ std::optional<QString> OneShotSecret::command() const
 
 void OneShotSecret::deliver(const QString &path)
 {
-    // More than any key of ours; what goes beyond it isn't delivered.
+    // Longer than any key of ours; the rest of a longer secret isn't delivered.
     std::array<char, 1024> buffer{};
     if (!isNamedAsOurs(path)) {
         std::_Exit(EXIT_FAILURE);

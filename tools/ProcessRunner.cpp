@@ -26,7 +26,7 @@ ProcessResult notStarted(const QString &reason)
     return {.status = -1, .standardOutput = {}, .standardError = reason};
 }
 
-// Hands over every block that comes, until the end of the stream.
+// Hands over every block until the end of the stream.
 void readToEnd(int descriptor, const std::function<void(QByteArrayView)> &receive)
 {
     std::array<char, 65536> buffer{};
@@ -40,8 +40,8 @@ void readToEnd(int descriptor, const std::function<void(QByteArrayView)> &receiv
     }
 }
 
-/// Both streams of a child, each read on a thread of its own. The threads are made before the
-/// child, so that no child is started where they can't be made.
+/// Both streams of a child, each read on a thread of its own. The threads are made first: where
+/// they can't be made, no child is started.
 class Streams
 {
 public:
@@ -60,7 +60,7 @@ public:
     Streams(Streams &&) = delete;
     Streams &operator=(Streams &&) = delete;
 
-    /// Makes the threads; absent on success, otherwise the system's description.
+    /// Makes the threads. Absent on success, otherwise the system's description of the failure.
     std::optional<QString> prepare()
     {
         try {
@@ -72,8 +72,7 @@ public:
         return std::nullopt;
     }
 
-    /// Begins to read. When both streams have come to their ends and the child to its own, `onEnd`
-    /// is called.
+    /// Begins to read. `onEnd` is called when both streams and the child have ended.
     void read(const Child &child, std::function<void()> onEnd)
     {
         m_onEnd = std::move(onEnd);
@@ -81,7 +80,7 @@ public:
         m_start.count_down();
     }
 
-    /// What was written, after that.
+    /// What was written; to be called after `onEnd`.
     ProcessResult result(int status)
     {
         m_errorReader.join();

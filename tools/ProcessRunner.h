@@ -13,16 +13,16 @@
 /// How a child ended and what it wrote. Both texts are repaired where they aren't UTF-8.
 struct ProcessResult
 {
-    int status = -1; ///< as ChildProcess::wait() gives it; -1 when no child could be started, or it
-                     ///< wrote far too much
+    int status = -1; ///< as ChildProcess::wait() gives it; -1 also when no child could be started
+                     ///< or when it wrote far too much
     QString standardOutput; ///< empty when the lines went to a receiver
     QString standardError;  ///< the reason when the status is -1
 };
 
-/// What a call of a tool may want besides its arguments.
+/// What a call of a tool can have besides its arguments.
 struct ProcessOptions
 {
-    ChildProcess::Environment env = {}; ///< laid over the one of ChildEnvironment
+    ChildProcess::Environment env = {}; ///< added to the one of ChildEnvironment
     std::optional<QString> input =
         {};                          ///< a short secret for standard input; a line feed follows it
     ProcessHandle *handle = nullptr; ///< by which the child can be stopped
@@ -30,14 +30,14 @@ struct ProcessOptions
     LineReceiver onLine = {}; ///< gets standard output line by line, on a thread of its own
 };
 
-/// Runs a program and waits until it has ended and its pipes have been read to their ends. The one
-/// road to a child process. All calls of `onLine` come before it returns.
+/// Runs a program and waits until it has ended and its pipes have been read to their ends. Every
+/// child process is started through this. All calls of `onLine` come before it returns.
 ProcessResult runProcess(const QString &path, const QStringList &arguments,
                          const ProcessOptions &options = {});
 
-/// As long as it lives, each child that this thread starts without a handle of its own is a step of
-/// the handle's run: a stop gives it time to end by itself, and none is started after a stop. Not
-/// to be nested.
+/// While this object lives, each child that this thread starts without a handle belongs to the
+/// given one: a stop gives it time to end by itself, and after a stop none is started. Not to be
+/// nested.
 class StoppableSteps
 {
 public:
@@ -49,7 +49,7 @@ public:
     StoppableSteps &operator=(StoppableSteps &&) = delete;
 };
 
-/// Puts another runner in the place of the real one for its own life, for tests. Not to be nested.
+/// Replaces the real runner while this object lives, for tests. Not to be nested.
 class ScopedProcessRunner
 {
 public:

@@ -41,8 +41,8 @@ Stamp currentStamp()
     return failure ? Stamp::min() : stamp;
 }
 
-// rclone replaces its file in two steps, with the old one set aside between them. If it was killed
-// there, that is all there is.
+// rclone replaces its file in two steps: it renames the old file, then the new one. If it was
+// killed between them, only the renamed old one is left.
 void bringBackSetAside()
 {
     const QFileInfo file(configFile());
@@ -57,7 +57,7 @@ void bringBackSetAside()
             continue; // a copy of the user's own
         }
         const QByteArray path = QFile::encodeName(old.filePath());
-        // A link takes no other file's place, should the new one have come meanwhile.
+        // link() fails where the new file has come meanwhile, and replaces nothing.
         if (old.size() > 0 &&
             ::link(path.constData(), QFile::encodeName(configFile()).constData()) == 0) {
             ::unlink(path.constData());
@@ -105,7 +105,7 @@ std::optional<ProcessResult> runWith(const ChildProcess::Environment &more,
 
 Rclone::Remotes Rclone::remotes()
 {
-    // Held while rclone runs, so that two threads never dump at once: the second gets the cache.
+    // Held while rclone runs: a second thread waits for the cache and starts no rclone of its own.
     static std::mutex cacheLock;
     static std::optional<Cache> cache;
 
@@ -125,7 +125,7 @@ bool Rclone::isConfigured()
 std::optional<QString> Rclone::obscure(const QString &text)
 {
     const std::optional<QString> rclone = Tools::find(QStringLiteral("rclone"));
-    // rclone reads a single line, and what ends one isn't part of it.
+    // rclone reads a single line, without the characters that end it.
     if (!rclone || text.contains(u'\n') || text.endsWith(u'\r')) {
         return std::nullopt;
     }
@@ -157,8 +157,8 @@ std::optional<ProcessResult> Rclone::run(const QStringList &arguments, ProcessHa
 
 std::optional<ProcessResult> Rclone::query(const QStringList &arguments)
 {
-    // Without this each try is ten tries in rclone's lower layers, which takes minutes on a server
-    // that is down.
+    // Otherwise rclone's lower layers make ten tries of each one, which takes minutes when a server
+    // is down.
     return runWith({{QStringLiteral("RCLONE_LOW_LEVEL_RETRIES"), QStringLiteral("1")}},
                    arguments + RcloneLimits::shortQuery(), nullptr);
 }
@@ -175,7 +175,7 @@ const std::optional<QString> &Rclone::configKey()
 bool Rclone::isEncrypted(const QString &path)
 {
     QFile file(path);
-    // What every file that rclone has encrypted begins with.
+    // Every file that rclone has encrypted begins like this.
     return file.open(QIODevice::ReadOnly) && file.read(40).startsWith("# Encrypted");
 }
 
@@ -193,7 +193,8 @@ bool Rclone::encrypted()
     bringBackSetAside();
     if (!isEncrypted(configFile())) {
         const ConfigEnvironment environment;
-        // rclone ends with 0 even when it couldn't save the file or got no key: look at the file.
+        // rclone ends with 0 even when it couldn't save the file or got no key, so only the file
+        // itself says whether it worked.
         runProcess(*rclone,
                    {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
                    {.env = environment.variables()});

@@ -6,14 +6,14 @@
 
 namespace {
 
-/// Ends the sign-in of an interrupted attempt, which may still hold rclone's local port.
+/// Ends the rclone of an interrupted sign-in, which may still hold the local port.
 void endStaleSignIn()
 {
     runProcess(QStringLiteral("/usr/bin/pkill"),
                {QStringLiteral("-f"), QStringLiteral("rclone config create vellomar drive")});
 }
 
-/// Why the sign-in didn't come to a connection.
+/// Why the sign-in failed, in the user's words.
 QString failure(const QString &standardError)
 {
     if (standardError.contains(QLatin1String("address already in use"))) {
@@ -21,7 +21,7 @@ QString failure(const QString &standardError)
                          "browser e riprova.");
     }
     const QString sentence = Rclone::lastError(standardError).value_or(QString()).trimmed();
-    // A refusal in the browser comes in several lines, of which the last is an empty "Help:".
+    // After a refusal in the browser rclone's last line is an empty "Help:".
     return sentence.isEmpty() || sentence == QLatin1String("Help:")
                ? Texts::tr("Autorizzazione non completata")
                : sentence;
@@ -38,9 +38,9 @@ std::optional<QString> Rclone::connect(const QString &clientID, const QString &c
     endStaleSignIn();
     disconnect();
     if (!encrypted()) {
-        return Texts::tr("Configurazione non riuscita"); // the token would stand in plain
+        return Texts::tr("Configurazione non riuscita"); // the token would not be encrypted
     }
-    // The scope holds the program to the files that it has made itself.
+    // With this scope the program sees only the files that it has made itself.
     QStringList arguments = {QStringLiteral("config"), QStringLiteral("create"), driveRemote,
                              QStringLiteral("drive"), QStringLiteral("scope=drive.file")};
     if (!clientID.isEmpty()) {

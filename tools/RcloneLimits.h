@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-/// How long rclone may try when somebody waits for a short answer.
+/// How long rclone may try when a short answer is waited for.
 namespace RcloneLimits {
 
 /// The options of every short query of a remote.

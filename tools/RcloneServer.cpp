@@ -30,7 +30,7 @@ QString notConfigured()
     return Texts::tr("Configurazione non riuscita");
 }
 
-/// The settings of a connection without blanks around what is typed by hand.
+/// The settings without blanks around what the user has typed.
 AppConfig trimmed(AppConfig config)
 {
     config.serverHost = config.serverHost.trimmed();
@@ -105,7 +105,7 @@ std::optional<Pairs> section(const AppConfig &config, const QString &secret)
     return std::nullopt;
 }
 
-/// What rclone says without the places that it names: the digits of an address refuse nobody.
+/// rclone's words without the addresses in them: a 401 in an address is no refusal.
 QString withoutPlaces(QString words, const QString &host)
 {
     static const QRegularExpression addresses(
@@ -202,7 +202,7 @@ QString Rclone::serverError(const QString &standardError, const QString &host)
         QLatin1String("unable to authenticate"),
         QLatin1String("permission denied"),
         QLatin1String("logon failure"),
-        QLatin1String("logon is invalid"), // as rclone words what Windows calls a logon failure
+        QLatin1String("logon is invalid"), // rclone's words for a logon failure of Windows
         QLatin1String("invalidaccesskeyid"),
         QLatin1String("signaturedoesnotmatch"),
     };
@@ -232,7 +232,7 @@ bool Rclone::trustHost(const QString &host, const QString &port)
     if (!port.isEmpty()) {
         arguments << QStringLiteral("-p") << port;
     }
-    // A host name that begins with a hyphen is no option.
+    // So that a host name that begins with a hyphen isn't taken for an option.
     arguments << QStringLiteral("--") << host;
     const ProcessResult scan = runProcess(QStringLiteral("/usr/bin/ssh-keyscan"), arguments);
     QStringList keys = scan.standardOutput.split(u'\n', Qt::SkipEmptyParts);

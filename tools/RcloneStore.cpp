@@ -14,8 +14,8 @@
 
 namespace {
 
-// Any of the characters at which some reader of text begins a new line. In a value they would let
-// it write further keys or sections into the file.
+// Whether a value holds a character that some reader takes for the end of a line: it could then
+// write further keys or sections into the file.
 bool hasLineBreak(const QString &value)
 {
     return std::any_of(value.cbegin(), value.cend(), [](QChar character) {
@@ -24,8 +24,8 @@ bool hasLineBreak(const QString &value)
     });
 }
 
-// What rclone's reader takes for quotes or for a reference to another setting. It can't be escaped
-// in a way that lasts: rclone writes the whole file anew whenever it changes anything in it.
+// Whether rclone would read quotes or a reference to a different setting in a value. Escaping
+// doesn't last: rclone writes the whole file anew whenever it changes anything in it.
 bool isChangedByRclone(const QString &value)
 {
     static const QRegularExpression reference(QStringLiteral(R"(%\([^)]+\)s)"));
@@ -33,7 +33,7 @@ bool isChangedByRclone(const QString &value)
            value.contains(reference);
 }
 
-/// A file with mode 600 from its first moment, removed again unless it was moved to its place.
+/// A file that has mode 600 from the beginning, and is removed unless it was moved to its place.
 class PlainCopy
 {
 public:
@@ -84,7 +84,7 @@ bool encryptCopy(const QString &rclone, const PlainCopy &copy)
     const ProcessResult result = runProcess(
         rclone, {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")},
         {.env = environment.variables()});
-    // rclone ends with 0 even when it couldn't save the copy or got no key.
+    // rclone ends with 0 even when it couldn't save the copy or got no key: look at the file.
     return result.status == 0 && Rclone::isEncrypted(copy.path());
 }
 

@@ -16,9 +16,9 @@
 
 namespace {
 
-// restic takes the program for a line of words, parted at blanks and backslashes and joined by
-// quotes of either kind, and the whole option for a line of comma-separated values. A path without
-// any of these characters stands as it is.
+// restic splits the program at blanks and backslashes, except within quotes of either kind, and
+// reads the whole option as a line of comma-separated values. A path without any of these
+// characters needs no quotes.
 QString programOption(const QString &program)
 {
     const bool isOneWord = std::none_of(program.cbegin(), program.cend(), [](QChar character) {
@@ -33,13 +33,13 @@ QString programOption(const QString &program)
     return option;
 }
 
-// In the words of programOption nothing can hold both kinds of quotes.
+// programOption can't quote such a path.
 bool hasBothQuotes(const QString &program)
 {
     return program.contains(u'"') && program.contains(u'\'');
 }
 
-/// Whether a path leads to something, or through something, that is no folder.
+/// Whether a path, or a part of it, is something other than a folder.
 bool isBehindAFile(const QString &path)
 {
     struct stat info = {};
@@ -91,7 +91,7 @@ ProcessResult Restic::run(const QStringList &arguments, ProcessHandle *handle,
     }
     const QString repository = repositoryOverride.value_or(config.repository(dest));
     if (dest == DestinationID::Local && isBehindAFile(repository)) {
-        // restic would go on trying for a quarter of an hour.
+        // restic would keep trying for a quarter of an hour.
         return {.status = -1,
                 .standardOutput = {},
                 .standardError = Texts::tr("Il backup non può stare in %1: non è una cartella")

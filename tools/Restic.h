@@ -37,15 +37,15 @@ struct Node
     bool operator==(const Node &) const = default;
 };
 
-/// restic's own exit codes that mean something to us (10 and 11 since 0.17.0, 12 since 0.17.1).
+/// The exit codes of restic that have a meaning here (10 and 11 since 0.17.0, 12 since 0.17.1).
 namespace ResticExit {
-inline constexpr int someFilesUnreadable = 3; ///< of backup: there is a snapshot all the same
+inline constexpr int someFilesUnreadable = 3; ///< of backup; the snapshot was made
 inline constexpr int noRepository = 10;
 inline constexpr int repositoryLocked = 11;
 inline constexpr int wrongPassword = 12;
 } // namespace ResticExit
 
-/// A failure of restic, in the words that the person reads.
+/// A failure of restic, in the user's words.
 struct ResticError
 {
     QString message;
@@ -53,59 +53,61 @@ struct ResticError
     bool operator==(const ResticError &) const = default;
 };
 
-/// Drives restic for one destination: a plain value without state, so any thread may use a copy.
+/// Runs restic for one destination: a plain value without state, so any thread may use a copy.
 ///
 /// Every call blocks until restic has ended. The key goes to restic's standard input; for a
-/// destination behind rclone, the key of rclone's configuration goes through a OneShotSecret. Two
-/// calls on one repository at once are ordered by restic's own lock.
+/// destination that rclone reaches, the key of rclone's configuration goes through a OneShotSecret.
+/// restic's own lock keeps apart two calls on one repository. Backup, forget and check have types
+/// of their own: ResticBackup, ResticForget, ResticCheck.
 struct Restic
 {
     DestinationID dest = DestinationID::Local;
     AppConfig config;
     QString password;                          ///< the repository's key
-    std::optional<QString> repositoryOverride; ///< a repository that isn't this machine's own
+    std::optional<QString> repositoryOverride; ///< in place of the one that the settings name
     std::chrono::seconds lockPatience{120};    ///< how long prepare() waits for a lock in use
 
-    /// Whether the destination can be reached, told without running restic or asking a network.
+    /// Whether the destination is connected. Doesn't run restic and doesn't use the network.
     [[nodiscard]] bool isAvailable() const;
-    /// What the person reads when it can't.
+    /// What the user reads when it isn't.
     [[nodiscard]] QString unavailableMessage() const;
 
     /// Runs restic with arguments. Without restic the status is -1 and standard error says so.
     [[nodiscard]] ProcessResult run(const QStringList &arguments, ProcessHandle *handle = nullptr,
                                     const LineReceiver &onLine = {}) const;
 
-    /// Sees to it that the repository exists and no stale lock is on it. One whose making was cut
-    /// short is made good; one that has data and has lost what opens it isn't touched.
+    /// Makes sure that the repository exists and has no stale lock. A repository whose making was
+    /// interrupted is completed; one that has data but not the file that opens it is not touched.
     [[nodiscard]] tl::expected<void, ResticError> prepare() const;
 
-    /// Makes the repository, which has nothing that could be opened.
+    /// Makes a repository where none can be opened.
     [[nodiscard]] tl::expected<void, ResticError> make() const;
 
     /// All snapshots, newest first; none for a repository that doesn't exist yet.
     [[nodiscard]] tl::expected<QList<Snap>, ResticError> snapshots() const;
 
-    /// Bytes that the repository's data take; absent on any failure.
+    /// Size of the repository's data in bytes; absent on any failure.
     [[nodiscard]] std::optional<qint64> repositorySize() const;
 
-    /// What a folder of a snapshot holds: folders first, each group in the natural order of names.
+    /// The content of a folder of a snapshot: folders first, each group in the natural order of
+    /// names.
     [[nodiscard]] tl::expected<QList<Node>, ResticError> list(const QString &snapshot,
                                                               const QString &path) const;
 
-    /// Everything in a snapshot with a name that holds the term, whatever the case, in the natural
-    /// order of names. The term is meant as it stands: none of its characters is a wildcard.
+    /// Everything in a snapshot whose name contains the term, in upper or lower case, in the
+    /// natural order of names. No character of the term is a wildcard.
     [[nodiscard]] tl::expected<QList<Node>, ResticError> find(const QString &snapshot,
                                                               const QString &term) const;
 
-    /// Arguments that bring one node back: into the folder `target`, or where it was when that is
-    /// absent. It lands there itself, without the folders above it.
+    /// Arguments that restore one node into the folder `target`, or to where it was when that is
+    /// absent. The node itself appears there, without the folders above it.
     [[nodiscard]] QStringList restoreArguments(const QString &snapshot, const Node &node,
                                                const std::optional<QString> &target) const;
 
-    /// Clears locks that killed runs left; one in use is left alone by restic.
+    /// Removes locks that killed runs left; restic leaves a lock in use alone.
     void unlock() const;
 
-    /// The person's words for a run that didn't do what it should.
+    /// The failure of a run that didn't end well.
     [[nodiscard]] static ResticError describe(const ProcessResult &result);
 };
 
@@ -113,6 +115,6 @@ struct Restic
 /// text.
 std::optional<QDateTime> parseResticDate(QString text);
 
-/// A pattern of restic's that matches only this text: a backslash before each \ * ? and [, and
-/// brackets around a replacement character, which stands for a byte that isn't UTF-8.
+/// A pattern of restic's that matches only this text: with a backslash before each \ * ? and [, and
+/// with brackets around each replacement character, which stands for a byte that isn't UTF-8.
 QString escapedPattern(QString text);

@@ -9,8 +9,8 @@
 
 namespace {
 
-// Where an error came from, as restic prints it below some of them: the name of a function and, on
-// a line of its own, its place.
+// Below some errors restic prints where they came from: the name of a function and, on a line of
+// its own, the place in its source. These lines go.
 void dropTrace(QStringList &lines)
 {
     static const QRegularExpression place(QStringLiteral(R"(\A\t\S+:\d+\z)"));
@@ -22,7 +22,7 @@ void dropTrace(QStringList &lines)
     }
 }
 
-/// What restic crashed with, out of the many lines that it prints then; absent when it didn't.
+/// Why restic crashed, from the many lines that it prints then; absent when it didn't crash.
 std::optional<QString> crash(const QString &standardError)
 {
     static const QRegularExpression reason(
@@ -37,8 +37,8 @@ std::optional<QString> crash(const QString &standardError)
     return match.captured(match.lastCapturedIndex());
 }
 
-/// Why the repository's first file can't be opened: restic's last line is then the repository's
-/// place alone. Absent when that isn't what failed.
+/// Why the repository's config file can't be opened: restic's last line then only names the
+/// repository. Absent when that isn't what failed.
 std::optional<QString> openingFailure(const QString &standardError)
 {
     static const QRegularExpression failure(

@@ -14,7 +14,7 @@
 
 namespace {
 
-// Numbers in names compare by value, as in a file manager. The C locale has no such order.
+// Numbers in names are compared by their value, as in a file manager. The C locale can't do that.
 QCollator naturalOrder()
 {
     QLocale locale;
@@ -231,7 +231,7 @@ QString escapedPattern(QString text)
 {
     static const QRegularExpression wildcard(QStringLiteral(R"(([\\*?\[]))"));
     text.replace(wildcard, QStringLiteral(R"(\\1)"));
-    // In restic's JSON this stands for a byte that isn't UTF-8. Among brackets it matches such a
-    // byte, as itself it doesn't.
+    // In restic's JSON this stands for a byte that isn't UTF-8. It matches such a byte only within
+    // brackets.
     return text.replace(QChar(QChar::ReplacementCharacter), QStringLiteral("[\uFFFD]"));
 }

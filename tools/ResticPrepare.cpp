@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 
-// How a repository comes to be there: opened, or made, or made good when its making was cut short.
+// Opens a repository, or makes it, or completes one whose making was interrupted.
 namespace {
 
 namespace fs = std::filesystem;
@@ -22,8 +22,8 @@ const QStringList &foldersOfFiles()
     return folders;
 }
 
-/// Adds the paths, inside the repository, of all files of a folder of it; false when they can't all
-/// be read.
+/// Adds all files in a folder of the repository, by their paths inside it; false when they can't
+/// all be listed.
 bool addFilesOnDisk(const QString &repository, const QString &folder, QStringList &files)
 {
     const fs::path root(QFile::encodeName(repository).toStdString());
@@ -66,7 +66,8 @@ std::optional<QStringList> filesOnRemote(const QString &place)
     return listed->standardOutput.split(u'\n', Qt::SkipEmptyParts);
 }
 
-/// The files of a repository that hold keys, versions or data; absent when they can't all be read.
+/// The files of a repository that hold keys, versions or data; absent when they can't all be
+/// listed.
 std::optional<QStringList> files(const QString &repository)
 {
     if (repository.startsWith(rclonePrefix)) {
@@ -77,7 +78,7 @@ std::optional<QStringList> files(const QString &repository)
 
 bool isKey(const QString &file)
 {
-    // Behind the name on a disk, that of a file that was still being written.
+    // On a disk a file that was still being written has a further ending.
     static const QRegularExpression name(QStringLiteral(R"(\Akeys/[0-9a-f]{64}(-tmp-\d+)?\z)"));
     return name.match(file).hasMatch();
 }
@@ -99,8 +100,8 @@ tl::expected<void, ResticError> Restic::prepare() const
     const QStringList open{QStringLiteral("cat"), QStringLiteral("config")};
     ProcessResult opened = run(open);
     if (opened.status == ResticExit::repositoryLocked) {
-        // A check or a prune that was killed leaves a lock that shuts everybody out. What unlock
-        // leaves is in use, maybe by the restic of a run that was killed, which soon ends.
+        // A killed check or prune leaves a lock that keeps everybody out; unlock removes it. A lock
+        // that stays is in use, perhaps by the restic of a killed run, which soon ends.
         unlock();
         const QString patience = QString::number(lockPatience.count()) + u's';
         opened = run(open + QStringList{QStringLiteral("--retry-lock"), patience});
@@ -120,7 +121,7 @@ tl::expected<void, ResticError> Restic::make() const
     const QStringList init{QStringLiteral("init")};
     ProcessResult made = run(init);
     if (made.status != 0 && made.standardError.contains(QLatin1String("already contains"))) {
-        // The first file of a repository isn't there, but others are.
+        // The config file is missing, but other files of a repository are there.
         const QString repository = repositoryOverride.value_or(config.repository(dest));
         const auto remains = files(repository);
         if (remains && !std::all_of(remains->cbegin(), remains->cend(), isKey)) {
@@ -128,7 +129,7 @@ tl::expected<void, ResticError> Restic::make() const
                 Texts::tr("Nella destinazione manca il file «config» del backup. I dati ci sono "
                           "ancora e non sono stati toccati.")});
         }
-        // Keys alone open nothing: somebody cut the making short between them and that file.
+        // Keys alone open nothing: the making was interrupted before the config file was written.
         for (const QString &key : remains.value_or(QStringList())) {
             remove(repository, key);
         }

@@ -4,12 +4,12 @@
 
 #include <optional>
 
-/// Where the executables of other programs are.
+/// Where the executables of restic and rclone are.
 namespace Tools {
 
-/// Full path of an executable: in the private bin/ of our resources, else where Homebrew or a local
-/// installation puts it; absent when it is in none of these. PATH isn't consulted, and each call
-/// looks anew.
+/// Full path of an executable: in bin/ of our resources, otherwise where Homebrew or a local
+/// installation puts it; absent when it is in none of these. PATH is not searched. Nothing is
+/// cached.
 std::optional<QString> find(const QString &name);
 
 } // namespace Tools
