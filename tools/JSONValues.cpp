@@ -1,6 +1,10 @@
 #include "tools/JSONValues.h"
 
+#include "state/JSONFile.h"
+
+#include <QJsonArray>
 #include <QJsonValue>
+#include <QRegularExpression>
 
 #include <limits>
 
@@ -23,4 +27,38 @@ qint64 int64(const QJsonObject &object, QLatin1String key)
         return least;
     }
     return value.toInteger(static_cast<qint64>(real));
+}
+
+std::optional<QString> text(const QJsonObject &object, QLatin1String key)
+{
+    const QJsonValue value = object.value(key);
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+std::optional<QList<QJsonObject>> objects(const QJsonValue &value)
+{
+    if (!value.isArray()) {
+        return std::nullopt;
+    }
+    QList<QJsonObject> result;
+    const QJsonArray elements = value.toArray();
+    for (const auto element : elements) {
+        if (!element.isObject()) {
+            return std::nullopt;
+        }
+        result.append(element.toObject());
+    }
+    return result;
+}
+
+std::optional<QList<QJsonObject>> objectsOfDocument(const QString &document)
+{
+    const auto parsed = JSONFile::decode(document.toUtf8());
+    return parsed && parsed->isArray() ? objects(parsed->array()) : std::nullopt;
+}
+
+std::optional<QDateTime> parseResticDate(QString text)
+{
+    static const QRegularExpression fraction(QStringLiteral(R"(\.\d+)"));
+    return JSONFile::date(text.remove(fraction));
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "state/AppConfig.h"
+#include "tools/Node.h"
 #include "tools/ProcessRunner.h"
+#include "tools/ResticError.h"
+#include "tools/Snap.h"
 
-#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -12,46 +14,6 @@
 #include <optional>
 
 #include <tl/expected.hpp>
-
-/// One snapshot of a repository.
-struct Snap
-{
-    QString id; ///< full; the identity
-    QString shortID;
-    QDateTime date;
-    QStringList paths; ///< folders that it holds
-    QString host;      ///< machine that it came from
-
-    bool operator==(const Snap &) const = default;
-};
-
-/// A file or folder inside a snapshot.
-struct Node
-{
-    QString path; ///< full, inside the snapshot
-    QString name;
-    bool isDir = false;
-    qint64 size = 0;                   ///< bytes; 0 when restic gives none
-    std::optional<QDateTime> modified; ///< absent when restic gives none
-
-    bool operator==(const Node &) const = default;
-};
-
-/// The exit codes of restic that have a meaning here (10 and 11 since 0.17.0, 12 since 0.17.1).
-namespace ResticExit {
-inline constexpr int someFilesUnreadable = 3; ///< of backup; the snapshot was made
-inline constexpr int noRepository = 10;
-inline constexpr int repositoryLocked = 11;
-inline constexpr int wrongPassword = 12;
-} // namespace ResticExit
-
-/// A failure of restic, in the user's words.
-struct ResticError
-{
-    QString message;
-
-    bool operator==(const ResticError &) const = default;
-};
 
 /// Runs restic for one destination: a plain value without state, so any thread may use a copy.
 ///
@@ -110,10 +72,6 @@ struct Restic
     /// The failure of a run that didn't end well.
     [[nodiscard]] static ResticError describe(const ProcessResult &result);
 };
-
-/// A date as restic prints it, with up to nine digits of a second's fraction; absent for other
-/// text.
-std::optional<QDateTime> parseResticDate(QString text);
 
 /// A pattern of restic's that matches only this text: with a backslash before each \ * ? and [, and
 /// with brackets around each replacement character, which stands for a byte that isn't UTF-8.

@@ -1,6 +1,7 @@
 #include "tools/ResticForget.h"
 
 #include "state/JSONFile.h"
+#include "tools/JSONValues.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,6 +1,7 @@
+#include "tools/ResticError.h"
+
 #include "state/JSONFile.h"
 #include "state/Texts.h"
-#include "tools/Restic.h"
 
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -79,7 +80,7 @@ QStringList messages(const QString &standardError)
 
 } // namespace
 
-ResticError Restic::describe(const ProcessResult &result)
+ResticError ResticError::of(const ProcessResult &result)
 {
     switch (result.status) {
     case ResticExit::wrongPassword:

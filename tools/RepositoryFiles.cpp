@@ -1,14 +1,12 @@
-#include "state/Texts.h"
+#include "tools/RepositoryFiles.h"
+
 #include "tools/Rclone.h"
-#include "tools/Restic.h"
 
 #include <QFile>
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <filesystem>
 
-// Opens a repository, or makes it, or completes one whose making was interrupted.
 namespace {
 
 namespace fs = std::filesystem;
@@ -66,9 +64,9 @@ std::optional<QStringList> filesOnRemote(const QString &place)
     return listed->standardOutput.split(u'\n', Qt::SkipEmptyParts);
 }
 
-/// The files of a repository that hold keys, versions or data; absent when they can't all be
-/// listed.
-std::optional<QStringList> files(const QString &repository)
+} // namespace
+
+std::optional<QStringList> RepositoryFiles::list(const QString &repository)
 {
     if (repository.startsWith(rclonePrefix)) {
         return filesOnRemote(repository.sliced(rclonePrefix.size()));
@@ -76,14 +74,14 @@ std::optional<QStringList> files(const QString &repository)
     return repository.startsWith(u'/') ? filesOnDisk(repository) : std::nullopt;
 }
 
-bool isKey(const QString &file)
+bool RepositoryFiles::isKey(const QString &file)
 {
     // On a disk a file that was still being written has a further ending.
     static const QRegularExpression name(QStringLiteral(R"(\Akeys/[0-9a-f]{64}(-tmp-\d+)?\z)"));
     return name.match(file).hasMatch();
 }
 
-void remove(const QString &repository, const QString &file)
+void RepositoryFiles::remove(const QString &repository, const QString &file)
 {
     if (repository.startsWith(rclonePrefix)) {
         static_cast<void>(Rclone::run(
@@ -91,57 +89,4 @@ void remove(const QString &repository, const QString &file)
     } else {
         QFile::remove(repository + u'/' + file);
     }
-}
-
-} // namespace
-
-tl::expected<void, ResticError> Restic::prepare() const
-{
-    const QStringList open{QStringLiteral("cat"), QStringLiteral("config")};
-    ProcessResult opened = run(open);
-    if (opened.status == ResticExit::repositoryLocked) {
-        // A killed check or prune leaves a lock that keeps everybody out; unlock removes it. A lock
-        // that stays is in use, perhaps by the restic of a killed run, which soon ends.
-        unlock();
-        const QString patience = QString::number(lockPatience.count()) + u's';
-        opened = run(open + QStringList{QStringLiteral("--retry-lock"), patience});
-    }
-    if (opened.status == ResticExit::noRepository) {
-        return make();
-    }
-    if (opened.status != 0) {
-        return tl::unexpected(describe(opened));
-    }
-    unlock();
-    return {};
-}
-
-tl::expected<void, ResticError> Restic::make() const
-{
-    const QStringList init{QStringLiteral("init")};
-    ProcessResult made = run(init);
-    if (made.status != 0 && made.standardError.contains(QLatin1String("already contains"))) {
-        // The config file is missing, but other files of a repository are there.
-        const QString repository = repositoryOverride.value_or(config.repository(dest));
-        const auto remains = files(repository);
-        if (remains && !std::all_of(remains->cbegin(), remains->cend(), isKey)) {
-            return tl::unexpected(ResticError{
-                Texts::tr("Nella destinazione manca il file «config» del backup. I dati ci sono "
-                          "ancora e non sono stati toccati.")});
-        }
-        // Keys alone open nothing: the making was interrupted before the config file was written.
-        for (const QString &key : remains.value_or(QStringList())) {
-            remove(repository, key);
-        }
-        made = run(init);
-    }
-    if (made.status != 0) {
-        return tl::unexpected(describe(made));
-    }
-    return {};
-}
-
-void Restic::unlock() const
-{
-    static_cast<void>(run({QStringLiteral("unlock")}));
 }
