@@ -8,19 +8,19 @@
 
 #include <tl/expected.hpp>
 
-/// The right to run a cycle on this machine, held from acquire() to the object's end.
+/// The right to run a cycle on this machine, held from acquire() until the object is destroyed.
 ///
-/// It is a lock on the open file backup.lock of the support folder, so the system drops it when the
-/// process dies, however it dies: there is no stale lock. The file itself stays for good.
+/// It is a lock on the open file backup.lock of the support folder. The system drops it when the
+/// process dies, however it dies, so there is no stale lock. The file itself stays.
 class CycleLock
 {
 public:
-    /// Fails with the reason, as the user reads it, when the file can't be opened; without any when
-    /// another cycle runs.
+    /// Fails with the reason, in the user's words, when the file can't be opened; without a reason
+    /// while a different cycle runs.
     static tl::expected<CycleLock, std::optional<QString>> acquire();
 
-    /// Why a cycle would end at once and silently, or keep nothing of what it did; absent when it
-    /// wouldn't. For the window, which can inform the user: a cycle can't.
+    /// Why a cycle could not run or could record nothing, in the user's words; absent when it
+    /// could. For the window, since such a cycle has no way to report it.
     static std::optional<QString> fault();
 
     ~CycleLock();

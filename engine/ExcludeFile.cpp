@@ -9,8 +9,8 @@
 
 namespace {
 
-// A path as a pattern that means just this path: restic takes wildcards, puts in environment
-// variables at each $ (two of them stand for one) and ends a pattern at the line's end.
+// A path as a pattern that matches just this path: in restic's patterns there are wildcards, $
+// begins an environment variable (two of them stand for one), and a line feed ends the pattern.
 QString asPattern(const QString &path)
 {
     return escapedPattern(path).replace(u'$', QLatin1String("$$")).replace(u'\n', u'?');

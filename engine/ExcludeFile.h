@@ -10,13 +10,14 @@ namespace ExcludeFile {
 /// Full path of the file.
 QString path();
 
-/// What the file holds for these settings: their patterns with a leading ~ put in full, those
-/// inside a source that is a link also as the place that it leads to, and the repository on the
-/// disk if there is one by every path that a run could come to it, so that none backs it up. One a
-/// line, none at the end.
+/// What the file holds for these settings, one pattern a line, without a line feed at the end:
+/// - their patterns, with a leading ~ replaced by the home folder; those inside a source that is a
+///   link also as paths inside the link's target;
+/// - the repository on the disk, if there is one, by every path through which a backup could reach
+///   it, so that it is never saved into itself.
 QString content(const AppConfig &config);
 
-/// Replaces the file; a failure is dropped.
+/// Replaces the file; a failure is ignored.
 void write(const AppConfig &config);
 
 } // namespace ExcludeFile

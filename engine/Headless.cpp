@@ -10,7 +10,7 @@
 
 namespace {
 
-// One that whoever started the program has it ignore, as nohup does.
+// Whether the signal was ignored when the program was started, as nohup does it.
 bool isIgnored(int signal)
 {
     struct sigaction action = {};
@@ -23,7 +23,7 @@ sigset_t stopSignals()
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGINT);
-    // The other two mean a stop whoever started us, this one only where there is somebody to go.
+    // SIGHUP means a stop only where it isn't ignored; the other two always do.
     if (!isIgnored(SIGHUP)) {
         sigaddset(&signals, SIGHUP);
     }
@@ -47,10 +47,10 @@ void listenForStop(const std::shared_ptr<ProcessHandle> &handle)
 void Headless::run(bool manual)
 {
     ChildEnvironment::keep();
-    // Blocked here, before there is a second thread, and so in every thread: they wait for sigwait.
+    // Blocked before there is a second thread, and so in every thread: only sigwait takes them.
     const sigset_t signals = stopSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    // restic that dies early must not take us with it.
+    // A restic that dies early must not end us: writing to its pipe then just fails.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 
     const auto handle = std::make_shared<ProcessHandle>();

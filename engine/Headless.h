@@ -3,9 +3,9 @@
 /// A backup cycle without a window, as the schedule and the window's button start it.
 namespace Headless {
 
-/// Runs one cycle with the settings as saved and ends the process with its result. SIGTERM, SIGINT
-/// and SIGHUP (unless nohup has it ignored) ask the cycle to stop; they never end the process
-/// themselves, so that the cycle always cleans up behind it.
+/// Runs one cycle with the saved settings and ends the process with its result. SIGTERM, SIGINT and
+/// SIGHUP (unless nohup made it ignored) ask the cycle to stop; they never end the process
+/// themselves, so that the cycle always cleans up.
 [[noreturn]] void run(bool manual);
 
 } // namespace Headless

@@ -14,8 +14,8 @@ using Send = std::function<void(const QString &title, const QString &body)>;
 /// Posts a notification at once. Waits until the system has taken it, at most three seconds.
 void send(const QString &title, const QString &body);
 
-/// Asks the system for the right to notify, where it has such a thing. Only from the window's
-/// process.
+/// Asks the system for the permission to notify, where there is such a permission. Only from the
+/// window's process.
 void requestPermission();
 
 } // namespace Notifier

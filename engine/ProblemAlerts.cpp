@@ -27,10 +27,10 @@ bool anyIsGood(const QList<RunRecord> &records)
                        [](const RunRecord &record) { return isGood(record.outcome); });
 }
 
-/// Since when there has been no good backup.
+/// How long there has been no good backup.
 struct Drought
 {
-    bool hadGoodBackup = false;
+    bool hadGoodBackup = false; ///< otherwise the time is that since the oldest backup
     qint64 hours = 0;
 };
 

@@ -14,8 +14,8 @@
 
 namespace {
 
-// Where a standard descriptor is missing the next file opened would take its place, and with it
-// whatever a library prints there.
+// Otherwise the next file to be opened would take the number of a missing standard descriptor, and
+// libraries would print into that file.
 void fillStandardDescriptors()
 {
     int descriptor = -1;
@@ -25,7 +25,7 @@ void fillStandardDescriptors()
     ::close(descriptor);
 }
 
-// A bound of our own, as there are programs that walk through all the numbers that there may be.
+// Not more, as some programs close every possible descriptor one by one.
 void raiseOpenFiles()
 {
     static constexpr rlim_t plenty = 8192;
@@ -38,7 +38,7 @@ void raiseOpenFiles()
 
 bool canOpenEnough()
 {
-    // What a run takes at its peak, several times over.
+    // Several times what a run needs at its peak.
     static constexpr int enough = 64;
     std::vector<FileDescriptor> opened;
     for (int i = 0; i < enough; ++i) {

@@ -1,13 +1,13 @@
 #pragma once
 
-/// What every face needs of its process before anything else.
+/// What the process needs before anything else, whatever it is started for.
 namespace ProcessSetup {
 
-/// Gives missing standard descriptors the null device; lets a file that grows beyond what the
-/// system allows be a failed write, and not the end; raises the number of open files as far as the
-/// system lets; sees to it that the environment names the home. False, with a line on standard
-/// error, when the system lets open too few files (libraries end the process when they get none),
-/// or nobody knows a home.
+/// Opens the null device in place of missing standard descriptors, turns the signal for a file that
+/// grows too large into a failed write, raises the limit of open files as far as the system lets,
+/// and makes sure that the environment names the home folder. False, with a line on standard error,
+/// when the limit of open files is too low (libraries end the process when they get none), or no
+/// home folder is known.
 bool complete();
 
 } // namespace ProcessSetup

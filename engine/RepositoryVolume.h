@@ -8,16 +8,16 @@
 
 #include <sys/types.h>
 
-/// What lies under a local repository, from the beginning of a run to its end: a disk that goes
-/// meanwhile may leave a folder in its place that can be written to. Remote repositories have none,
-/// and theirs never changes.
+/// The mounted file system that holds a local repository, compared between the beginning and the
+/// end of a run: a disk that is unplugged meanwhile may leave a writable folder in its place. A
+/// remote repository has none and always counts as still there.
 class RepositoryVolume
 {
 public:
-    /// Looks at what is there now.
+    /// Notes what is mounted now, and remembers the disk in state.json.
     explicit RepositoryVolume(const Restic &restic);
 
-    /// Whether the same still is.
+    /// Whether the same is still mounted.
     [[nodiscard]] bool isStillThere() const;
 
 private:

@@ -24,7 +24,7 @@ PeriodicJob::Answer runTool(const QString &path, const QStringList &arguments)
     return {result.status, result.standardOutput};
 }
 
-// One hour at least, and no more than a number of seconds can tell.
+// At least one hour, and at most what fits a number of seconds.
 qint64 intervalSeconds(qint64 hours)
 {
     static constexpr qint64 most = std::numeric_limits<qint64>::max() / 3600;
@@ -36,8 +36,8 @@ qint64 intervalSeconds(qint64 hours)
     return Paths::home() + u'/' + QLatin1String(name);
 }
 
-// The folders of the user's files as this process has them: what starts the job may know nothing of
-// a shell's own.
+// The folders of the user's files as this process has them. The job isn't started from a shell, so
+// it wouldn't get what the user has set there.
 QMap<QString, QString> environment()
 {
     QMap<QString, QString> variables;

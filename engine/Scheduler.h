@@ -7,8 +7,8 @@
 
 #include <optional>
 
-/// Keeps the system's periodic job, which starts `--backup` by itself, in line with the settings.
-/// Without state of its own and silent: what failed is noticed at the next call.
+/// Keeps the system's periodic job, which starts `--backup`, in line with the settings. It has no
+/// state and reports nothing: what failed is tried again at the next call.
 namespace Scheduler {
 
 /// Makes, changes or removes the job of this user. Waits for the system's tools.

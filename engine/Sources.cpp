@@ -7,10 +7,10 @@
 
 namespace {
 
-// As many links in a row as the system follows.
+// How many links in a row the system follows.
 constexpr int longestWay = 40;
 
-/// A source, the links that it leads through, and their end.
+/// A source, the links that it leads through, and their target.
 QStringList wayOf(const QString &source)
 {
     QStringList way;

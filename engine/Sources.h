@@ -12,18 +12,18 @@ namespace Sources {
 struct Link
 {
     QString path;
-    QString target; ///< without any link in it
+    QString target; ///< full path without any link in it
 };
 
-/// The sources that exist, in full and in their order, none twice. restic saves a link as a link:
-/// so behind one stand the links on its way and what it leads to.
+/// The sources that exist, as full paths in their order, none twice. restic saves a link as a link,
+/// so each link is followed by the links that it leads through and by its target.
 QStringList existing(const AppConfig &config);
 
 /// Those of them that are links.
 QList<Link> links(const QStringList &sources);
 
-/// Every path by which a walk through these sources can come to an existing folder: by its own
-/// name, by a source that is reached through a link, by a second mount of the same place.
+/// Every path by which a walk through these sources can reach an existing folder: its own path,
+/// paths through a source that is a link, and second mounts of the same place.
 QStringList waysTo(const QString &folder, const QStringList &sources);
 
 } // namespace Sources

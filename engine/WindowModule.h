@@ -1,7 +1,7 @@
 #pragma once
 
-/// The window is a module beside the program, in ../lib/vellomar, so that no face without a window
-/// has anything of a window toolkit loaded.
+/// The window is a module beside the program, in ../lib/vellomar, so that a process without a window
+/// loads nothing of a window toolkit.
 namespace WindowModule {
 
 /// Loads the module and runs the window with the words of the command line, from its opening to the

@@ -11,8 +11,8 @@
 #include <span>
 #include <string_view>
 
-// The three faces of the one executable: a secret for a child tool, one backup cycle without a
-// window, or the window. Words that aren't known are passed over.
+// The one executable does one of three things: hands a secret to a child tool, runs one backup
+// cycle without a window, or shows the window. Unknown words of the command line are ignored.
 int main(int argc, char *argv[])
 {
     switchOffCoreDumps();
