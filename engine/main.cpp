@@ -1,6 +1,6 @@
 #include "engine/Headless.h"
 #include "engine/ProcessSetup.h"
-#include "engine/WindowModule.h"
+#include "engine/WindowLoader.h"
 #include "platform/CoreDumps.h"
 #include "tools/OneShotSecret.h"
 
@@ -31,5 +31,5 @@ int main(int argc, char *argv[])
         Headless::run(find("--manual") != words.end());
     }
 
-    return WindowModule::run(argc, argv);
+    return WindowLoader::run(argc, argv);
 }

@@ -1,4 +1,4 @@
-#include "engine/WindowModule.h"
+#include "engine/WindowLoader.h"
 
 #include "platform/ExecutablePath.h"
 #include "state/Texts.h"
@@ -32,7 +32,7 @@ Window loaded()
 
 } // namespace
 
-int WindowModule::run(int argc, char *argv[])
+int WindowLoader::run(int argc, char *argv[])
 {
     const Window window = loaded();
     if (window == nullptr) {
