@@ -28,13 +28,13 @@ bool anyIsGood(const QList<RunRecord> &records)
 }
 
 /// How long there has been no good backup.
-struct Drought
+struct TimeSinceGood
 {
     bool hadGoodBackup = false; ///< otherwise the time is that since the oldest backup
     qint64 hours = 0;
 };
 
-Drought drought()
+TimeSinceGood timeSinceGood()
 {
     QList<RunRecord> backups = StatusStore::loadHistory();
     const QDateTime now = Clock::now();
@@ -52,14 +52,14 @@ Drought drought()
     return {hadGoodBackup, reference.msecsTo(now) / 3'600'000};
 }
 
-QString skipTitle(const Drought &drought)
+QString skipTitle(const TimeSinceGood &since)
 {
-    if (!drought.hadGoodBackup) {
+    if (!since.hadGoodBackup) {
         return Texts::tr("Backup non eseguito");
     }
-    const qint64 days = drought.hours / 24;
-    const qint64 hours = qMax(drought.hours, qint64{1});
-    const QString age = drought.hours > 47
+    const qint64 days = since.hours / 24;
+    const qint64 hours = qMax(since.hours, qint64{1});
+    const QString age = since.hours > 47
                             ? Texts::tr("%1 giorni", nullptr, Texts::count(days)).arg(days)
                             : Texts::tr("%1 ore", nullptr, Texts::count(hours)).arg(hours);
     return Texts::tr("Nessun backup da %1").arg(age);
@@ -81,11 +81,11 @@ std::optional<Alert> alertFor(const QList<RunRecord> &records, qint64 alertAfter
     if (anyIsGood(records) || skipped == nullptr) {
         return std::nullopt;
     }
-    const Drought sinceGood = drought();
-    if (alertAfterHours > sinceGood.hours) {
+    const TimeSinceGood since = timeSinceGood();
+    if (alertAfterHours > since.hours) {
         return std::nullopt;
     }
-    return Alert{skipTitle(sinceGood), *skipped};
+    return Alert{skipTitle(since), *skipped};
 }
 
 } // namespace
