@@ -3,20 +3,9 @@
 #include "engine/Sources.h"
 #include "platform/AtomicFile.h"
 #include "state/Paths.h"
-#include "tools/Restic.h"
+#include "tools/ResticPattern.h"
 
 #include <QStringList>
-
-namespace {
-
-// A path as a pattern that matches just this path: in restic's patterns there are wildcards, $
-// begins an environment variable (two of them stand for one), and a line feed ends the pattern.
-QString asPattern(const QString &path)
-{
-    return escapedPattern(path).replace(u'$', QLatin1String("$$")).replace(u'\n', u'?');
-}
-
-} // namespace
 
 QString ExcludeFile::path()
 {
@@ -33,14 +22,14 @@ QString ExcludeFile::content(const AppConfig &config)
         patterns.append(pattern);
         for (const Sources::Link &link : links) {
             if (pattern.startsWith(link.path + u'/')) {
-                patterns.append(asPattern(link.target) + pattern.sliced(link.path.size()));
+                patterns.append(excludeLine(link.target) + pattern.sliced(link.path.size()));
             }
         }
     }
     if (config.localEnabled) {
         for (const QString &way :
              Sources::waysTo(config.repository(DestinationID::Local), sources)) {
-            patterns.append(asPattern(way));
+            patterns.append(excludeLine(way));
         }
     }
     return patterns.join(u'\n');

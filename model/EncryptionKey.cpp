@@ -31,8 +31,7 @@ std::optional<DestinationID> refusingDestination(const AppConfig &config, const 
         }
         const Restic restic{
             .dest = destination, .config = config, .password = key, .repositoryOverride = {}};
-        const ProcessResult result = restic.run({QStringLiteral("cat"), QStringLiteral("config")});
-        if (result.status == ResticExit::wrongPassword) {
+        if (restic.refusesKey()) {
             return destination;
         }
     }

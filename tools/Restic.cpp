@@ -7,11 +7,11 @@
 #include "tools/JSONValues.h"
 #include "tools/Rclone.h"
 #include "tools/RepositoryFiles.h"
+#include "tools/ResticPattern.h"
 #include "tools/Tools.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cerrno>
@@ -154,6 +154,12 @@ tl::expected<void, ResticError> Restic::prepare() const
     return {};
 }
 
+bool Restic::refusesKey() const
+{
+    return run({QStringLiteral("cat"), QStringLiteral("config")}).status ==
+           ResticExit::wrongPassword;
+}
+
 tl::expected<void, ResticError> Restic::make() const
 {
     const QStringList init{QStringLiteral("init")};
@@ -255,13 +261,4 @@ QStringList Restic::restoreArguments(const QString &snapshot, const Node &node,
 ResticError Restic::describe(const ProcessResult &result)
 {
     return ResticError::of(result);
-}
-
-QString escapedPattern(QString text)
-{
-    static const QRegularExpression wildcard(QStringLiteral(R"(([\\*?\[]))"));
-    text.replace(wildcard, QStringLiteral(R"(\\1)"));
-    // In restic's JSON this stands for a byte that isn't UTF-8. It matches such a byte only within
-    // brackets.
-    return text.replace(QChar(QChar::ReplacementCharacter), QStringLiteral("[\uFFFD]"));
 }

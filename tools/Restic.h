@@ -42,6 +42,10 @@ struct Restic
     /// interrupted is completed; one that has data but not the file that opens it is not touched.
     [[nodiscard]] tl::expected<void, ResticError> prepare() const;
 
+    /// Whether restic says that the key doesn't open the repository. False when that can't be
+    /// tried, also where there is no repository.
+    [[nodiscard]] bool refusesKey() const;
+
     /// Makes a repository where none can be opened.
     [[nodiscard]] tl::expected<void, ResticError> make() const;
 
@@ -72,7 +76,3 @@ struct Restic
     /// The failure of a run that didn't end well.
     [[nodiscard]] static ResticError describe(const ProcessResult &result);
 };
-
-/// A pattern of restic's that matches only this text: with a backslash before each \ * ? and [, and
-/// with brackets around each replacement character, which stands for a byte that isn't UTF-8.
-QString escapedPattern(QString text);

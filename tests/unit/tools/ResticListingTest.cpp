@@ -254,16 +254,4 @@ TEST_F(ResticListingTest, findSearchesForTheTermAsItStands)
     EXPECT_EQ(tools.calls.last().arguments.last(), QStringLiteral("**"));
 }
 
-TEST(EscapedPattern, takesTheMeaningFromEveryWildcard)
-{
-    EXPECT_EQ(escapedPattern(QStringLiteral("a\\b*c?d[e]f")),
-              QStringLiteral("a\\\\b\\*c\\?d\\[e]f"));
-    EXPECT_EQ(escapedPattern(QStringLiteral("**")), QStringLiteral("\\*\\*"));
-    EXPECT_EQ(escapedPattern(QStringLiteral("plain {x} $1 \\1")),
-              QStringLiteral("plain {x} $1 \\\\1"));
-    EXPECT_EQ(escapedPattern(QString()), QString());
-    EXPECT_EQ(escapedPattern(QString::fromUtf8("caf\xef\xbf\xbd")),
-              QString::fromUtf8("caf[\xef\xbf\xbd]"));
-}
-
 } // namespace

@@ -255,6 +255,15 @@ TEST_F(ResticRunTest, prepareUnlocksARepositoryThatIsLockedAndThenWaitsForItsLoc
     EXPECT_EQ(argumentLists(), QList<QStringList>({open, unlock, wait}));
 }
 
+TEST_F(ResticRunTest, onlyResticsOwnWordRefusesAKey)
+{
+    for (const int status : {0, 1, 10, 11, 12, 130, -1}) {
+        answers = {{status, {}, {}}};
+        EXPECT_EQ(restic.refusesKey(), status == 12) << status;
+    }
+    EXPECT_EQ(last().arguments, (QStringList{QStringLiteral("cat"), QStringLiteral("config")}));
+}
+
 TEST_F(ResticRunTest, aDiskWhoseFolderIsNoneIsReportedAtOnce)
 {
     const QString path = Paths::home() + QLatin1String("/disk");

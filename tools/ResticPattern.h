@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+/// A pattern of restic's that matches only this text: with a backslash before each \ * ? and [, and
+/// with brackets around each replacement character, which stands for a byte that isn't UTF-8.
+QString escapedPattern(QString text);
+
+/// A line of the file for restic's --exclude-file that matches only this path.
+QString excludeLine(const QString &path);
