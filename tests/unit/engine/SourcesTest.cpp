@@ -15,7 +15,7 @@ class SourcesTest : public testing::Test
 protected:
     static QString folder(const char *name)
     {
-        const QString path = Paths::home() + u'/' + QString::fromUtf8(name);
+        QString path = Paths::home() + u'/' + QString::fromUtf8(name);
         QDir().mkpath(path);
         return path;
     }
