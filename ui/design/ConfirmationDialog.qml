@@ -1,16 +1,16 @@
 import QtQuick
 import Vellomar.Design
 
-// Asks before a step that can't be taken back. What Return, Escape and the focus offer is to leave
-// it; the step itself takes a choice of its own. It is open while whoever uses it says so, like
-// every sheet, and answers at most once each time: by confirmed() or dismissed().
+// Asks before an action that can't be undone. Return, Escape and the initial focus refuse; only the
+// action's own button confirms. Like every sheet it is opened and closed by its user. Each time it
+// is opened its buttons answer once, by confirmed() or dismissed().
 Sheet {
     id: dialog
 
     required property string title
     required property string message
-    required property string action  // what the destructive button says
-    required property string refusal // what the other one says
+    required property string action  // text of the button that confirms
+    required property string refusal // text of the one that refuses
     property bool answered: false
 
     signal confirmed
@@ -31,6 +31,7 @@ Sheet {
     first: refuse
     defaultButton: refuse
     onAboutToShow: answered = false
+    onDismissed: answered = true
 
     Paragraph {
         objectName: "title"

@@ -4,7 +4,7 @@ import QtTest
 import Vellomar.Design
 import Vellomar.Testing
 
-// The question before a step that can't be taken back.
+// The question before an action that can't be undone.
 Item {
     id: root
 
@@ -137,6 +137,16 @@ Item {
             mouseClick(part(item.dialog, "action"));
             mouseClick(part(item.dialog, "refusal"));
             answersAre(1, 0);
+        }
+
+        function test_onceRefusedItCannotBeConfirmedWhileItGoes() {
+            Motion.still = false;
+            const item = shown();
+            keyClick(Qt.Key_Escape);
+            answersAre(0, 1);
+            ScreenReader.perform(part(item.dialog, "action"), "Press");
+            mouseClick(part(item.dialog, "action"));
+            answersAre(0, 1);
         }
 
         function test_asksAgainTheNextTime() {
