@@ -1,22 +1,22 @@
 import QtQuick
 import Vellomar.Design
 
-// One of several short texts, with a cross that asks for its removal. What is too long for it is cut
-// in its middle and stands whole in its tip.
+// A short text with a button that removes it. A text wider than `widest` is elided in the middle;
+// a tooltip has all of it.
 Item {
     id: root
 
     required property string text
-    required property string help // of the cross
+    required property string help // of the button
     property real widest: 320
     property alias ringed: cross.ringed
     property alias hovering: cross.hovering
     readonly property alias closing: cross
 
-    // The user wants it gone: by the cross, or by Delete or Backspace on it.
+    // The user wants it removed: by a press of the button, or by Delete or Backspace on it.
     signal removed
 
-    // The keyboard goes on to what follows, before the chip goes.
+    // Moves the focus on before the chip, which has it, is destroyed.
     function remove(repeated: bool) {
         if (repeated || !enabled) {
             return;

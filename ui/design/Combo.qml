@@ -5,8 +5,9 @@ import Vellomar.Design
 // One choice of many, in a list that opens. It shows the selection that it is bound to and asks for
 // a different one by chosen().
 //
-// Of the template it has the role and what mouse and focus do. Its model, whose current index would
-// follow the user and not the selection, stays empty. The focus stays here while the list is open.
+// The template gives it the role, the mouse and the focus. The template's own model stays empty:
+// its current index would follow the user instead of the selection. While the list is open, the
+// focus stays here.
 T.ComboBox {
     id: control
 
@@ -56,7 +57,7 @@ T.ComboBox {
     onVisibleChanged: list.close()
     onEnabledChanged: list.close()
 
-    // Before the Escape of a sheet.
+    // Takes Escape before the sheet around it does.
     Keys.onShortcutOverride: event => {
         event.accepted = list.visible && event.key === Qt.Key_Escape;
     }
@@ -73,7 +74,7 @@ T.ComboBox {
             event.accepted = true;
         }
     }
-    // What the template does when a key comes up has been done.
+    // The press has done it already; the template would do it again at the release.
     Keys.onReleased: event => {
         event.accepted = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(event.key);
     }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// One entry in the list of a Combo, which has the focus.
+// One entry in the list of a Combo. It never has the focus.
 T.ItemDelegate {
     id: entry
 

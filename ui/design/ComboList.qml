@@ -2,29 +2,29 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// The list of a Combo, which hands it the keys: arrows, Home, End and the page keys move through it,
-// letters go to the next entry that begins with them, Return and Space choose, Escape closes it.
+// The list of a Combo, which passes the keys to it. Arrows, Home, End and the page keys move, typed
+// letters go to the next entry that begins with them, Return and Space choose, Escape closes.
 T.Popup {
     id: list
 
     required property var options // as the combo's
     required property int index // the entry to open at; -1 for the first
     required property string name
-    property string typed: "" // lately
-    property alias pause: forget.interval // after which letters begin anew, in milliseconds
+    property string typed: "" // letters since the last pause, in lower case
+    property alias pause: forget.interval // that ends them, in milliseconds
     readonly property ComboView view: contentItem as ComboView
     readonly property int current: view.currentIndex
 
     signal chosen(at: int)
 
-    // Whether a key writes something that an entry can begin with.
+    // Whether a key types a character other than a space.
     function isTyped(event: var): bool {
         const held = event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier);
         return held === 0 && event.text > " " && event.text !== "\u007f";
     }
 
-    // Goes to the entry that begins with what has been typed lately. The same letter again goes on
-    // to the next one.
+    // Goes to the next entry that begins with what has been typed. One letter typed several times
+    // goes through the entries that begin with it.
     function type(letters: string) {
         typed += letters.toLowerCase();
         forget.restart();
@@ -40,7 +40,7 @@ T.Popup {
         }
     }
 
-    // What a key does; every one is taken but Tab, which leads away and closes the list by that.
+    // Accepts every key but Tab: that moves the focus away, which closes the list.
     function handle(event: var) {
         const page = Math.max(1, Math.floor(view.height / view.rowHeight) - 1);
         const steps = {
@@ -78,7 +78,7 @@ T.Popup {
     }
     onVisibleChanged: {
         if (visible && options.length === 0) {
-            close(); // the combo's template opens it all the same
+            close(); // the template opens it with no options too
         }
     }
     onClosed: view.empty()

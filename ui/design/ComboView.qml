@@ -3,8 +3,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// The entries of a Combo's list: made for what is in sight only, and used again for what comes into
-// sight; none at all while the list is closed.
+// The entries of a Combo's list. Only those in sight exist, and scrolling reuses them; while the
+// list is closed there are none.
 ListView {
     id: view
 
@@ -14,7 +14,7 @@ ListView {
 
     signal chosen(at: int)
 
-    // Entries, with the one at an index in the middle.
+    // Makes the entries, and has one of them current and in the middle.
     function fill(at: int) {
         model = Qt.binding(() => options.length);
         currentIndex = at;

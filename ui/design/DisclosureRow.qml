@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// Opens and closes what stands below it. It shows `expanded` as it is given; a click, or the arrow
-// to the one side or the other, asks for the change by `clicked`.
+// A row that opens and closes what is below it. It shows `expanded` as it is bound; clicked() asks
+// for the change, also by the right arrow key when closed and by the left one when open.
 Pressable {
     id: control
 
@@ -16,6 +16,7 @@ Pressable {
     font.pixelSize: 13
     opacity: enabled ? 1 : 0.38
     ringRadius: 3
+    ringGap: 4
 
     Keys.onRightPressed: event => {
         if (!expanded) {
@@ -27,7 +28,7 @@ Pressable {
             press(event.isAutoRepeat);
         }
     }
-    // Qt 6.4 lets QML say nothing of a state "expanded"; what can be pressed in comes closest.
+    // QML has no accessible state "expanded" in Qt 6.4; a button that stays pressed is closest.
     Accessible.checkable: true
     Accessible.checked: expanded
 
@@ -41,7 +42,7 @@ Pressable {
 
         Symbol {
             objectName: "chevron"
-            // Turned around the middle of a square, so that it stays where it is.
+            // Centred in a square, so that it turns in place.
             x: (10 - width) / 2
             y: (parent.height - height) / 2
             name: "chevron.right"

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// A key to look at, and to select once it is shown. Hidden, the text is a row of bullets that tells
-// nothing of the key, not even its length: neither the eye nor a screen reader gets at more.
+// Shows a key, which can then be selected. Hidden, its text is 24 bullets, whatever the key: a
+// field with a mask would still give the key to a screen reader.
 T.TextArea {
     id: control
 
@@ -20,7 +20,7 @@ T.TextArea {
     activeFocusOnTab: shown || activeFocus
     onSelectedTextChanged: {
         if (!shown) {
-            deselect(); // the key for "select all" is heard anyway
+            deselect(); // "select all" works even so
         }
     }
     wrapMode: TextEdit.WrapAnywhere

@@ -1,8 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A field of one line with its label above. The text is shown as given; what the user types comes
-// by `edited`, for whoever keeps it.
+// A field of one line with its label above. edited() reports what the user types, and nothing else.
 Item {
     id: root
 

@@ -1,9 +1,9 @@
 import QtQuick
 import Vellomar.Design
 
-// A setting: what it is at the leading side, its control at the trailing side, or below where there
-// is no room for both. Several controls go into one Row. Disabled, only the words fade here: the
-// control does so by itself.
+// A setting: title and subtitle at the leading side, its control at the trailing side, or below
+// them where both don't fit. Several controls go into one Row. Disabled, it fades the texts only:
+// controls fade by themselves.
 Item {
     id: root
 
@@ -12,7 +12,7 @@ Item {
     default property Item control
 
     readonly property real gap: 16
-    // The words keep this much, or what the title takes on one line.
+    // The least width of the texts beside a control.
     readonly property real least: Math.min(200, metrics.advanceWidth(title))
     readonly property real wanted: control?.implicitWidth ?? 0
     readonly property bool stacked: wanted + gap + least > width

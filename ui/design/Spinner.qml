@@ -3,12 +3,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// Something is under way, and nobody knows how long it takes. The light ticks go around in steps,
-// which costs far fewer frames than turning; they rest when nothing is to move and when out of sight.
+// Shows that something is under way whose end isn't known. The lit ticks move in steps: that takes
+// ten frames a second and not sixty, and none while motion is off or nobody can see it.
 T.BusyIndicator {
     id: control
 
-    // What is under way, for the screen reader; empty where a text beside it says so.
+    // For the screen reader: what is under way. Empty where a text beside it says so.
     property string name: ""
 
     property int step: 0

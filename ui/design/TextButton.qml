@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A button that is nothing but its words.
+// A button that shows only its text.
 Pressable {
     id: control
 
@@ -12,6 +12,7 @@ Pressable {
     font.pixelSize: 13
     opacity: enabled ? 1 : 0.38
     ringRadius: 3
+    ringGap: 4
 
     contentItem: Label {
         text: control.text

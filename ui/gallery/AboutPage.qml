@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Window
 
-// The panel about the program.
+// The window about the program.
 Item {
     AboutView {
         anchors.centerIn: parent

@@ -42,6 +42,10 @@ Page {
         Swatch { name: "coral"; color: Theme.coral }
         Swatch { name: "ink"; color: Theme.ink }
         Swatch { name: "line"; color: Theme.line }
+        Swatch { name: "text"; color: Theme.text }
+        Swatch { name: "label"; color: Theme.label }
+        Swatch { name: "secondary"; color: Theme.secondary }
+        Swatch { name: "tertiary"; color: Theme.tertiary }
     }
 
     FlowLayout {
@@ -54,5 +58,7 @@ Page {
         Gradient { name: "panelGradient"; fill: Theme.panelGradient }
         Gradient { name: "rim"; fill: Theme.rim }
         Gradient { name: "knobGradient"; fill: Theme.knobGradient }
+        Gradient { name: "bezelGradient"; fill: Theme.bezelGradient }
+        Gradient { name: "wellGradient"; fill: Theme.wellGradient }
     }
 }

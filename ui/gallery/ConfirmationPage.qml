@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// A question before a step that can't be taken back.
+// The question before an action that can't be undone.
 Item {
     ConfirmationDialog {
         visible: true

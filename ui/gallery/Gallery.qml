@@ -4,8 +4,8 @@ import QtQuick.Templates as T
 import Vellomar.Design
 import Vellomar.Glance
 
-// Everything the window is made of, in every state, on prepared data. A new page is one more entry
-// in the list.
+// Every control and page of the window in every state, on prepared data. A new page of the gallery
+// is an entry in `pages`.
 Item {
     id: root
 

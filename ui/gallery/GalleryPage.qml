@@ -1,6 +1,6 @@
 import QtQml
 
-// One page of the gallery. Its name is also that of its picture.
+// A page of the gallery. Its picture has the same name.
 QtObject {
     required property string name
     required property url source

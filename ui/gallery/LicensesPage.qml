@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Window
 
-// The window of the notices.
+// The window of the open-source notices.
 Item {
     LicensesView {
         anchors.centerIn: parent

@@ -3,7 +3,7 @@ import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Prepared
 
-// The overview as it is in one of the prepared states.
+// The overview in one of the prepared states.
 Item {
     id: root
 

@@ -3,8 +3,8 @@ import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Window
 
-// The whole window with a sheet over it: the access sheet for what waits for it, otherwise the
-// recovery kit. What opens a sheet in the program opens it here again.
+// The whole window with a sheet over it: the access sheet where an action waits for it, otherwise
+// the recovery kit.
 Item {
     id: root
 

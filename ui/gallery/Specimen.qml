@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// Something to look at, with its name below it.
+// An item with its name below.
 Column {
     id: root
 

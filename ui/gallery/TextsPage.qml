@@ -5,7 +5,7 @@ import Vellomar.Design
 Page {
     id: page
 
-    // The same moment for all texts of a picture.
+    // All texts show the same moment.
     readonly property date now: new Date()
 
     title: "Texts"

@@ -3,7 +3,7 @@ import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Window
 
-// The panel of the tray's item.
+// The panel of the tray item.
 Item {
     id: root
 

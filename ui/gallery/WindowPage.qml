@@ -3,7 +3,7 @@ import Vellomar.Glance
 import Vellomar.Prepared
 import Vellomar.Window
 
-// The whole window at one of its sections.
+// The whole window with one of its sections open.
 Item {
     id: root
 

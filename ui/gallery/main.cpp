@@ -14,11 +14,10 @@
 #include <cstdio>
 #include <optional>
 
-// For developers: everything the window is made of, in a window to play with, or straight to
-// pictures.
+// For developers: every control and page of the window, in a window or as pictures.
 namespace {
 
-/// Saves a picture of each page; false, with the reason said, if one can't be.
+/// Saves a picture of each page. False, with a line on standard error, where one can't be saved.
 bool savePictures(QQuickView &view, const QDir &folder)
 {
     auto *motion =
@@ -29,7 +28,7 @@ bool savePictures(QQuickView &view, const QDir &folder)
     const QQmlListReference pages(gallery, "pages");
     for (int i = 0; i < pages.count(); ++i) {
         gallery->setProperty("current", i);
-        // The page before goes with all that it has put over the window.
+        // Removes the page before, with the sheets and lists that it has open.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
         const QString file =
@@ -44,7 +43,8 @@ bool savePictures(QQuickView &view, const QDir &folder)
     return true;
 }
 
-/// The prepared data tell of a home folder that is nobody's. Before anything asks which it is.
+/// Makes a folder the home folder, so that no file of the user is read or written. To be called
+/// before anything asks for the home folder.
 void moveInto(const QTemporaryDir &home)
 {
     if (!qEnvironmentVariableIsSet("XAUTHORITY")) {
@@ -56,7 +56,7 @@ void moveInto(const QTemporaryDir &home)
     }
 }
 
-/// Two lengths as in "980x660".
+/// Width and height from a text like "980x660"; absent where it isn't one.
 std::optional<QSize> size(const QString &text)
 {
     const QStringList lengths = text.split(u'x');
@@ -68,13 +68,13 @@ std::optional<QSize> size(const QString &text)
 
 int main(int argc, char *argv[])
 {
-    // Static, since the parser below may end the program by itself.
+    // Static, so that it is removed even where the parser below ends the program.
     static const QTemporaryDir home;
     if (!home.isValid()) {
         return 1;
     }
     moveInto(home);
-    // The scale must be known before there is an application.
+    // Qt reads the scale when the application is made.
     for (int i = 1; i + 1 < argc; ++i) {
         if (qstrcmp(argv[i], "--scale") == 0) {
             qputenv("QT_SCALE_FACTOR", argv[i + 1]);
