@@ -21,8 +21,7 @@ Item {
     // What Tab reaches: the selected option, or the first if none is.
     readonly property int current: Math.max(0, options.findIndex(o => o.value === selection))
 
-    // Widths of the options, each as wide as it wants to be, as far as there is room for all. Where
-    // there isn't, the widest share what the others leave.
+    // The width that each option needs.
     readonly property var wanted: {
         const list = [];
         for (let i = 0; i < repeater.count; ++i) {
@@ -30,6 +29,8 @@ Item {
         }
         return list;
     }
+    // The width that each gets. Where there is no room for all, the widest share what the others
+    // leave.
     readonly property var widths: {
         let room = Math.max(0, width - 6 - row.spacing * Math.max(0, wanted.length - 1));
         let left = wanted.length;

@@ -3,8 +3,7 @@ import QtQuick.Templates as T
 import Vellomar.Design
 
 // A sheet over the window: nothing behind it can be reached while it is open. It is never higher
-// than the window; what doesn't fit scrolls. It never closes by itself: whoever opened it closes
-// it.
+// than the window; what doesn't fit scrolls. Only whoever opened it closes it.
 T.Popup {
     id: sheet
 
@@ -20,6 +19,7 @@ T.Popup {
     property Item before: null // had the focus when this one opened
     property Item behind: null // the last item outside of all sheets that had it
     property bool ringed: false // whether `before` showed the focus ring
+    property bool closing: false // fading out, it takes no keys any more
 
     // The user wants it closed, by Escape or a close button.
     signal dismissed()
@@ -35,7 +35,7 @@ T.Popup {
     }
 
     function pressDefault(repeated: bool): bool {
-        const pressed = defaultButton?.visible === true;
+        const pressed = defaultButton?.visible === true && !closing;
         if (pressed) {
             defaultButton.press(repeated);
         }
@@ -68,12 +68,14 @@ T.Popup {
     }
 
     onAboutToShow: {
+        closing = false;
         scroller.contentY = 0;
         before = focused;
         ringed = (focused as T.Control)?.visualFocus ?? false;
         first?.forceActiveFocus(ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
     }
     onAboutToHide: {
+        closing = true;
         // Another sheet may be on top and keep the focus; the one below may be gone.
         const idle = focused === null || focused === parent.Window.contentItem;
         const place = before?.visible ? before : behind;
@@ -113,14 +115,15 @@ T.Popup {
     Shortcut {
         sequences: ["Escape"]
         autoRepeat: false
-        enabled: sheet.visible
+        enabled: sheet.visible && !sheet.closing
         onActivated: sheet.dismissed()
     }
 
     Shortcut {
         sequences: ["Return", "Enter"]
         autoRepeat: false
-        enabled: sheet.visible && !sheet.isIn(sheet.focused, sheet.contentItem.parent)
+        enabled: sheet.visible && !sheet.closing
+                 && !sheet.isIn(sheet.focused, sheet.contentItem.parent)
         onActivated: sheet.pressDefault(false)
     }
 

@@ -43,6 +43,11 @@ Item {
     }
 
     SignalSpy {
+        id: dismissals
+        signalName: "dismissed"
+    }
+
+    SignalSpy {
         id: clicks
         signalName: "clicked"
     }
@@ -90,6 +95,21 @@ Item {
             const tip = findChild(cross, "tip");
             tryCompare(tip, "opened", true);
             keyClick(Qt.Key_Escape);
+            tryCompare(sheet, "visible", false);
+        }
+
+        function test_aSheetThatFadesOutTakesNoKeysAnyMore() {
+            const sheet = opened();
+            Motion.still = false;
+            keyClick(Qt.Key_Escape);
+            verify(sheet.visible);
+            behind.forceActiveFocus();
+            dismissals.target = sheet;
+            dismissals.clear();
+            keyClick(Qt.Key_Escape);
+            keyClick(Qt.Key_Return);
+            compare(dismissals.count, 0);
+            compare(sheet.presses, 0);
             tryCompare(sheet, "visible", false);
         }
 
