@@ -27,7 +27,7 @@
 #include <unistd.h>
 
 // The program is killed in the midst of its work, alone or together with the tools that it runs, as
-// when the machine loses its power. The next cycle must run as if nothing had been.
+// when the machine loses its power. The next cycle must run as usual.
 namespace {
 
 constexpr int killed = 128 + SIGKILL;
@@ -106,7 +106,7 @@ QList<pid_t> orphans()
     return found;
 }
 
-/// Buries those that have ended; true when there are no others.
+/// Reaps those that have ended; true when no others are left.
 bool buryOrphans()
 {
     bool all = true;
@@ -167,7 +167,7 @@ protected:
         eventually(buryOrphans);
     }
 
-    /// A cycle to its end, which must be a good one and leave nothing but what belongs there.
+    /// Runs a cycle to its end, which must succeed and leave only the files that belong there.
     void runWell()
     {
         const qsizetype before = StatusStore::loadHistory().size();

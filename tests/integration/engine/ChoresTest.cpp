@@ -72,7 +72,7 @@ protected:
     }
 
     /// Moves the clock to a week in which the check reads the part of the data that holds a pack,
-    /// or, by `otherwise`, one in which it reads another.
+    /// or, with `otherwise`, one in which it reads a different part.
     void goToWeekOf(const QString &pack, bool otherwise = false)
     {
         // restic shares packs out by the first byte of their names.
@@ -89,7 +89,7 @@ protected:
         return path;
     }
 
-    /// Writes the one file of the source, of bytes that can't be made smaller.
+    /// Writes the one file of the source, of bytes that can't be compressed.
     void writeLetter(quint32 seed) const
     {
         QByteArray bytes(100'000, '\0');

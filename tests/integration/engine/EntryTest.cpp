@@ -84,7 +84,7 @@ protected:
         return "anna:x:" + QByteArray::number(::getuid()) + ":0::" + home.toUtf8() + ":/bin/sh\n";
     }
 
-    /// Whether a cycle has begun since the last question.
+    /// Whether a cycle has begun since the last call.
     static bool hadCycle()
     {
         return QFile::remove(Paths::supportFile(QStringLiteral("backup.lock")));
@@ -189,7 +189,8 @@ TEST_F(Entry, closedStandardDescriptorsDoNoHarm)
         QStringLiteral("sh"),
         {QStringLiteral("-c"), QStringLiteral("exec \"$@\" <&- >&- 2>&-"), QStringLiteral("sh")});
     EXPECT_TRUE(isAwaiting());
-    // None of our files or connections stands where a library may print.
+    // None of our files or connections has the number of a standard stream, where a library may
+    // print.
     for (const char *descriptor : {"0", "1", "2"}) {
         EXPECT_EQ(QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/").arg(cycle.processId()) +
                                        QLatin1String(descriptor)),
@@ -235,7 +236,7 @@ TEST_F(Entry, theDeliveryOfASecretIsSafeFromClosedDescriptorsToo)
                 {QStringLiteral("-c"), QStringLiteral("\"$0\" --secret \"$1\" >&- 2>&-; echo $?"),
                  installation.program(), secret->path()});
     ASSERT_TRUE(shell.waitForFinished());
-    // The secret went nowhere, and not back into the pipe, from which it could be had again.
+    // The secret went nowhere, nor back into the pipe, where it could be read again.
     EXPECT_EQ(shell.readAllStandardOutput(), "0\n");
     EXPECT_EQ(run({QStringLiteral("--secret"), secret->path()}).code, 1);
 }
@@ -246,7 +247,7 @@ TEST_F(Entry, aFileThatMayNotGrowIsAFailedWriteAndNotTheEnd)
     cycle.startBy(
         QStringLiteral("bash"),
         {QStringLiteral("-c"), QStringLiteral("ulimit -f 0; exec \"$@\""), QStringLiteral("bash")});
-    // It is restic that ends by it, here where it can't even note its commands.
+    // It ends restic, which here can't even note its commands.
     EXPECT_EQ(cycle.finish(), 1);
     EXPECT_FALSE(isThere("history.json"));
 }
@@ -302,7 +303,7 @@ TEST_F(Entry, norDoesTheDeliveryOfASecret)
     allowCores();
     const auto secret = OneShotSecret::create(QStringLiteral("the secret"));
     ASSERT_TRUE(secret);
-    // It waits at an output that takes no more.
+    // It blocks on an output pipe that is full.
     std::array<int, 2> output{};
     ASSERT_EQ(::pipe2(output.data(), O_CLOEXEC), 0);
     ASSERT_EQ(::fcntl(output[1], F_SETFL, O_NONBLOCK), 0);

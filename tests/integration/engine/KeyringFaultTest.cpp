@@ -60,7 +60,7 @@ TEST_F(KeyringFault, aMissingKeyFailsTheCycle)
     EXPECT_EQ(newestRecord().message,
               QStringLiteral("Chiave di cifratura non trovata nel Portachiavi: apri Vellomar"));
     EXPECT_EQ(commands(), "");
-    // It is the window's to make one, so the next run finds none either.
+    // Only the window makes one, so the next run finds none either.
     EXPECT_EQ(runCycle(), 1);
 }
 

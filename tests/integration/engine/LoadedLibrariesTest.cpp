@@ -12,7 +12,7 @@ class LoadedLibraries : public ScriptedRestic
 protected:
     static void expectNoWindowToolkit(const QByteArray &libraries)
     {
-        // The list is one, and of the right program.
+        // It is a list, and of the right program.
         EXPECT_TRUE(libraries.contains("libQt6Core"));
         static const QRegularExpression toolkit(QStringLiteral(
             R"([^\s/]*lib(Qt6(Gui|Qml|Quick|Widgets|OpenGL|Svg|PrintSupport|XcbQpa|WaylandClient))"

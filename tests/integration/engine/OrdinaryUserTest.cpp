@@ -14,7 +14,7 @@
 
 namespace {
 
-// What must happen before the keyring starts: a program that this user can reach, and the user.
+// Before the keyring starts: a copy of the program that the user can reach, and becoming the user.
 struct OrdinaryUsersProgram
 {
     OrdinaryUsersProgram()
@@ -97,7 +97,7 @@ TEST_F(OrdinaryUser, unreadableFilesGiveAWarningWithTheirNumber)
 
 TEST_F(OrdinaryUser, aSupportFolderThatCannotBeMadeEndsTheCycleWithOneLineOfReason)
 {
-    // The folder itself is made writable again at each start; its parent can't be helped.
+    // The folder itself is made writable again at each start; its parent isn't.
     ASSERT_TRUE(QDir(Paths::support()).removeRecursively());
     setMode(QFileInfo(Paths::support()).path(), 0500);
     Cycle cycle(installation.program());

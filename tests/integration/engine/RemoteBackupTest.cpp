@@ -47,7 +47,7 @@ TEST_F(RemoteBackup, aProgramInAPlaceWithQuotesReachesTheRemotes)
     config.localEnabled = false;
     config.driveEnabled = false;
     saveSettings();
-    // restic parts the line that names rclone at quotes, and has no word for both kinds in one.
+    // restic splits the line that names rclone at quotes, and can't escape both kinds in one.
     int runs = 0;
     for (const char *name : {"Anna's tools", "the \"tools\", 2", "Anna's \"tools\", \\ 2"}) {
         Installation installation(QString::fromUtf8(name));

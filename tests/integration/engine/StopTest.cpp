@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Whether a process has taken up all stop signals that were sent to it.
+/// Whether a process has received all stop signals that were sent to it.
 bool hasServedSignals(qint64 process)
 {
     static constexpr quint64 stops =

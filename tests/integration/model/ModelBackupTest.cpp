@@ -109,7 +109,7 @@ TEST_F(ModelBackup, isStartedFollowedToItsEndAndListed)
     EXPECT_FALSE(model->isLaunching());
     EXPECT_NE(model->status()->pid, ::getpid());
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
-    // The record may come a look later than the end of the status.
+    // The record may be seen a poll later than the end of the status.
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
     EXPECT_FALSE(phases.isEmpty());
     ASSERT_EQ(model->history().size(), 1);
@@ -119,7 +119,7 @@ TEST_F(ModelBackup, isStartedFollowedToItsEndAndListed)
     EXPECT_GT(local().size.value_or(0), 100'000'000);
     EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Backup adesso"));
     EXPECT_EQ(model->stateTone(DestinationID::Local), AppModel::Tone::Well);
-    // Nobody has to wait for the child: it was never ours.
+    // Nothing has to reap the child: it was never ours.
     for (const pid_t child : childrenOf(::getpid())) {
         EXPECT_FALSE(hasEnded(child)) << child;
     }

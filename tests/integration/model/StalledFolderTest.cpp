@@ -104,7 +104,7 @@ TEST_F(StalledFolder, givesWayToAnotherOne)
     EXPECT_TRUE(eventuallyInLoop([this] { return !local().loading; }));
     EXPECT_EQ(local().error, std::nullopt);
     EXPECT_TRUE(eventuallyInLoop([this] { return model->isLocalOnSystemDisk(); }));
-    // What is found out of the first one at last changes nothing.
+    // The late answer about the first one changes nothing.
     disk->letGo();
     settle();
     EXPECT_EQ(local().error, std::nullopt);

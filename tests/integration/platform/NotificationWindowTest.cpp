@@ -31,7 +31,7 @@ void end(QProcess &process)
     }
 }
 
-/// How many dots of a screen have the colours of the icon's parts, and of the text on it.
+/// How many pixels of a screen have the colours of the icon's parts, and of the text on it.
 struct Dots
 {
     int ground = 0;
@@ -40,7 +40,7 @@ struct Dots
 };
 
 /// Counts in the file in which Xvfb keeps its screen: a header of words with their most important
-/// byte first, a table of colours, and then four bytes a dot.
+/// byte first, a table of colours, and then four bytes a pixel.
 Dots dotsOf(const QString &screen)
 {
     QFile file(screen);
@@ -126,7 +126,7 @@ TEST_F(NotificationWindow, showsTheIconAndTheText)
     EXPECT_EQ(before.text, 0);
     Notifier::send(QStringLiteral("Backup non riuscito"),
                    QStringLiteral("Disco esterno: spazio esaurito <500 MB & meno>"));
-    // The icon takes 64 by 64 dots, most of them its ground.
+    // The icon is 64 by 64 pixels, most of them its ground.
     EXPECT_TRUE(eventually([this] {
         const Dots dots = dotsOf(screen);
         return dots.ground > 1500 && dots.light > 100 && dots.text > 200;

@@ -32,7 +32,7 @@ using namespace std::chrono_literals;
 // Far above every limit that is tested, and far below D-Bus's own of 25 seconds.
 constexpr qint64 muchTooLong = 15000;
 
-/// A private session bus, with a notification service on it that writes down what it is asked.
+/// A private session bus, with a notification service on it that records its calls.
 class Notifications : public testing::Test
 {
 protected:
@@ -57,7 +57,7 @@ protected:
                                   QStringLiteral("org.freedesktop.Notifications")}) == 0;
     }
 
-    /// What the service was asked by this method, in order.
+    /// The service's calls of this method, in order.
     [[nodiscard]] QList<QJsonObject> calls(const QString &method) const
     {
         QList<QJsonObject> found;
@@ -231,7 +231,7 @@ TEST_F(Notifications, aServiceThatNeverAnswersIsWaitedForOnlySoLong)
 TEST_F(Notifications, threeSecondsAreTheLimit)
 {
     ASSERT_TRUE(startService(QStringLiteral("silent")));
-    // Begun before, and with more than twice the time.
+    // Begun earlier, and with more than twice the time limit.
     std::atomic<bool> longerHasEnded = false;
     std::thread longer([&longerHasEnded] {
         postNotification({.title = {}, .body = {}, .icon = {}}, 6500ms);

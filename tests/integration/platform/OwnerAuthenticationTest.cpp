@@ -30,7 +30,7 @@ public:
     void ask(OwnerAuthentication &owner, OwnerReason reason = OwnerReason::copyKey)
     {
         owner.ask(reason, [answer = m_answer](OwnerLogin login) {
-            // Neither of two answers may pass.
+            // There must not be two answers.
             EXPECT_EQ(answer->exchange(static_cast<int>(login)), none);
         });
     }
@@ -47,7 +47,7 @@ private:
     std::shared_ptr<std::atomic<int>> m_answer = std::make_shared<std::atomic<int>>(none);
 };
 
-/// A private system bus, with an authority on it that writes down what it is asked.
+/// A private system bus, with an authority on it that records its calls.
 class OwnerAuthenticationTest : public testing::Test
 {
 protected:
@@ -90,7 +90,7 @@ protected:
         }
         return found;
     }
-    /// What it was asked alone.
+    /// The names of the calls alone.
     [[nodiscard]] QList<QJsonObject> questions() const
     {
         QList<QJsonObject> found;

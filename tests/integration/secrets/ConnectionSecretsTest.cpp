@@ -14,7 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// A connection to each kind of server, good and refused, watched by the kernel's own account of it.
+// A connection to each kind of server, good and refused, watched by its system calls.
 namespace {
 
 using testing::HasSubstr;

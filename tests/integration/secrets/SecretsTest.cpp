@@ -9,8 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// No secret in an argument, an environment or a file: a whole cycle is watched by the kernel's own
-// account of it.
+// No secret in an argument, an environment or a file: the system calls of a whole
+// cycle are watched.
 namespace {
 
 using testing::IsEmpty;

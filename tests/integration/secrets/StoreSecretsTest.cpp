@@ -11,8 +11,8 @@
 
 #include <sys/stat.h>
 
-// Adding a remote is the one moment at which a secret stands in a file in plain: rclone encrypts
-// that file then. Only its owner may read it, from its first byte to its last.
+// Only while a remote is added, a secret is in a file in plain: rclone encrypts that file then.
+// Only its owner may read it, from its first byte to its last.
 namespace {
 
 using testing::HasSubstr;

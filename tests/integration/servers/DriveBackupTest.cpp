@@ -183,7 +183,7 @@ protected:
         writeSupportFile("rclone.conf", settings);
     }
 
-    /// Runs a cycle, and expects that the destination came to that and the others are done.
+    /// Runs a cycle, and expects this outcome of the destination and success of the others.
     static void expectCycle(DestinationID down, Outcome outcome, int exitCode)
     {
         EXPECT_EQ(Cycle().run(), exitCode);

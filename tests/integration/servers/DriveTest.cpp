@@ -7,7 +7,6 @@
 #include "tools/Rclone.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
 
@@ -135,17 +134,6 @@ protected:
     {
         return readFile(Paths::supportFile(QStringLiteral("rclone.conf")));
     }
-    /// Whether any file of the home holds these bytes.
-    static bool isInAFile(const QByteArray &bytes)
-    {
-        QDirIterator files(Paths::home(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            if (readFile(files.next()).contains(bytes)) {
-                return true;
-            }
-        }
-        return false;
-    }
     static QStringList supportFiles()
     {
         return QDir(Paths::support())
@@ -158,7 +146,7 @@ protected:
         EXPECT_EQ(supportFiles(), QStringList({QStringLiteral("rclone.conf")}));
         EXPECT_TRUE(config().startsWith("# Encrypted"));
         for (const QByteArray &token : {SignInPage::accessToken(), SignInPage::refreshToken()}) {
-            EXPECT_FALSE(isInAFile(token)) << token.constData();
+            EXPECT_FALSE(isInAnyFile(Paths::home(), token)) << token.constData();
         }
         EXPECT_FALSE(isRcloneRunning());
         EXPECT_TRUE(HeldPort().isHeld());
@@ -214,7 +202,7 @@ TEST_F(Drive, isConnectedByWayOfAClientOfTheUsersOwn)
                                           "s3cret%20%3D%20of%20%23theirs%3B%20%25")}));
     EXPECT_EQ(setting("client_id"), QStringLiteral("id of.their own"));
     EXPECT_EQ(setting("client_secret"), QStringLiteral("s3cret = of #theirs; %"));
-    EXPECT_FALSE(isInAFile("s3cret"));
+    EXPECT_FALSE(isInAnyFile(Paths::home(), "s3cret"));
     expectKept();
 }
 

@@ -7,7 +7,6 @@
 #include "tools/Rclone.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -36,7 +35,7 @@ protected:
                              {{QStringLiteral("type"), QStringLiteral("alias")},
                               {QStringLiteral("pass"), QStringLiteral("well-hidden")}});
     }
-    /// Leaves so many more files to be made.
+    /// Leaves room for so many more files.
     static void leaveInodes(int count)
     {
         const int there = static_cast<int>(

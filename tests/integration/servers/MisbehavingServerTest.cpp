@@ -12,7 +12,7 @@
 #include <chrono>
 #include <csignal>
 
-// A server that never answers, one that is cut off in the midst of a backup, one that fills up.
+// A server that never answers, one that is cut off in the middle of a backup, one that fills up.
 namespace {
 
 using std::chrono_literals::operator""s;
@@ -167,7 +167,7 @@ TEST_F(MuteServer, isReportedInTheHistoryAndTheOthersRunBeforeItAndAfterIt)
     EXPECT_EQ(history[0].outcome, Outcome::Ok) << qPrintable(history[0].message);
 }
 
-// --- One that is cut off in the midst of a backup ---
+// --- One that is cut off in the middle of a backup ---
 
 class CutServer : public MisbehavingServer
 {
@@ -184,7 +184,7 @@ protected:
         writeFile(source + QLatin1String("/film"), randomBytes(30'000'000));
     }
 
-    /// Lets so many bytes to the server.
+    /// Lets so many bytes through to the server.
     bool passOn(int bytes)
     {
         front.stop();

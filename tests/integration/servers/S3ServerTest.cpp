@@ -140,7 +140,7 @@ TEST_F(S3, theVersioningOnAServerThatIsDownIsUnknownAtOnce)
     timer.start();
     EXPECT_EQ(Rclone::versioning(QStringLiteral("backups")), std::nullopt);
     EXPECT_EQ(Rclone::folders(QStringLiteral("backups"), Rclone::serverRemote), QStringList());
-    // Each of rclone's own ten tries in every round would make it minutes.
+    // With rclone's own ten tries in every round it would take minutes.
     EXPECT_LT(timer.elapsed(), 60000);
 }
 

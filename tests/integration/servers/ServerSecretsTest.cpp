@@ -4,7 +4,7 @@
 #include "tests/support/SmbServer.h"
 #include "tools/Rclone.h"
 
-// People's passwords are of every kind: each gets to the server as it was typed, or the connection
+// Passwords may hold any character: each reaches the server as it was typed, or the connection
 // isn't made and the message says so.
 namespace {
 
@@ -66,7 +66,7 @@ QStringList otherBreaks()
 class ServerSecrets : public ServerStory
 {
 protected:
-    /// Expects that a secret doesn't get as far as the server, which isn't even there.
+    /// Expects that a secret is refused before the server, which isn't even there, is asked.
     void expectNotConfigured(const QString &secret)
     {
         SCOPED_TRACE(secret.toStdString());

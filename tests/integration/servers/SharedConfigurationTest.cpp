@@ -17,7 +17,7 @@
 #include <csignal>
 #include <unistd.h>
 
-// The configuration while several processes use it, and when the one that stores is killed.
+// The configuration while several processes use it, and when the process that writes it is killed.
 namespace {
 
 constexpr int patienceMilliseconds = 60000;

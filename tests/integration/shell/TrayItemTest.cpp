@@ -120,7 +120,7 @@ TEST_F(TrayItemTest, aTrayOnTheBusGetsItsNameAndPicture)
     EXPECT_EQ(first.value(QLatin1String("tip")), QJsonValue(QStringLiteral("Vellomar")));
     const QJsonArray pictures = first.value(QLatin1String("pictures")).toArray();
     ASSERT_FALSE(pictures.isEmpty());
-    // Dots are alpha, red, green, blue; where one is seen at all it is white.
+    // Pixels are alpha, red, green, blue; every visible one is white.
     const QByteArray dots =
         QByteArray::fromHex(pictures.first().toArray().at(2).toString().toLatin1());
     int whole = 0;

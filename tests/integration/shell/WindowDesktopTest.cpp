@@ -253,7 +253,7 @@ TEST_F(WindowDesktopTest, anOpenLoginIsTakenBackAtItsEnd)
 
 TEST_F(WindowDesktopTest, theSettingsOfTheDesktopAreOpenedWhereThereAreAny)
 {
-    // A settings program of a desktop of its own, that writes down what it is asked for.
+    // A stand-in for the desktop's settings program, which records its arguments.
     const QString folder = QDir::homePath() + QLatin1String("/bin");
     const QString record = QDir::homePath() + QLatin1String("/opened");
     ASSERT_TRUE(writeProgram(folder + QLatin1String("/gnome-control-center"),

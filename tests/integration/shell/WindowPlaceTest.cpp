@@ -18,7 +18,7 @@ constexpr QLatin1String placeKey("windowPlace");
 constexpr QLatin1String maximizedKey("windowMaximized");
 constexpr QSize ordinary(700, 500);
 
-/// A real window that comes and goes on a screen of 1280 by 800.
+/// A real window on a screen of 1280 by 800.
 class WindowPlaceTest : public testing::Test
 {
 protected:

@@ -149,7 +149,7 @@ TEST(Keyring, aKeyIsMadeOnceAndThenKept)
     EXPECT_EQ(key->size(), 32);
     EXPECT_EQ(Keychain::loadOrCreate(account).value(), *key);
 
-    // A keyring that was started anew meanwhile serves the same process.
+    // A keyring that was restarted meanwhile serves the same process.
     session.restartUnlocked();
     ASSERT_TRUE(session.isRunning());
     EXPECT_EQ(Keychain::loadOrCreate(account).value(), *key);

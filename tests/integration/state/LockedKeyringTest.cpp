@@ -1,5 +1,5 @@
-// A locked keyring must never pass for one without the item: a new key would be made, and all that
-// was encrypted with the old one would be lost to the program.
+// A locked keyring must never be taken for one without the item: a new key would be made, and all
+// that was encrypted with the old one would be lost to the program.
 
 #include "platform/linux/FreedesktopSecretBackend.h"
 #include "state/Keychain.h"

@@ -5,7 +5,6 @@
 #include "tools/Rclone.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 
 #include <gtest/gtest.h>

@@ -42,7 +42,7 @@ TEST_F(ResticLocalTest, aFreshDiskGetsARepositoryThatTheNextTimeIsKept)
     EXPECT_EQ(restic.snapshots().value(), QList<Snap>());
 }
 
-// What a repository is left with when its making is cut between its key and its first file.
+// A repository whose creation was interrupted between its key and its config file.
 class CutMaking : public ResticLocalTest
 {
 protected:

@@ -94,7 +94,7 @@ TEST_F(Opening, atRestNothingMovesByItself)
             .trimmed()
             .toInt();
     };
-    // A picture that moves would be some fifty each second; a look at the engine's files is one.
+    // An animation would wake it some fifty times a second; polling the engine's files once.
     constexpr unsigned long watchMilliseconds = 3000;
     constexpr int most = 50;
     for (const bool isHidden : {false, true}) {

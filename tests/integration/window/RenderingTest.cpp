@@ -16,8 +16,8 @@
 
 namespace {
 
-/// Where it lives, the sanitizer doesn't count what is kept: the imitation of OpenGL keeps a
-/// little, and is unloaded before it could be named.
+/// While it exists, the leak sanitizer ignores allocations: the software OpenGL leaks a little, and
+/// is unloaded before a suppression could name it.
 class LibrariesMayKeep
 {
 #ifdef __SANITIZE_ADDRESS__
@@ -25,7 +25,7 @@ class LibrariesMayKeep
 #endif
 };
 
-/// A virtual screen, where OpenGL is an imitation or isn't there at all.
+/// A virtual screen, where OpenGL is emulated or missing.
 class RenderingTest : public testing::Test
 {
 protected:

@@ -35,7 +35,7 @@ protected:
         UserDefaults::set(UserDefaults::pendingActionDate, QDateTime::currentDateTimeUtc());
     }
     /// Opens the window, which starts a backup, and waits for its status; ends the window by a
-    /// signal, lets the backup go on, and expects it to come to its own good end.
+    /// signal, lets the backup go on, and expects it to succeed.
     void expectItSurvives(int signal, const std::function<void(pid_t window, pid_t backup)> &look)
     {
         script("await");
@@ -116,7 +116,7 @@ TEST_F(RunningBackup, anRcloneThatHangsHoldsUpNeitherTheWindowNorTheEnd)
     program.start();
     ASSERT_TRUE(program.shows());
     ASSERT_TRUE(eventually([] { return notedProcesses().endsWith('\n'); }));
-    // The start goes on to its end, where it takes up what is pending.
+    // The start-up continues to its end, where it takes up the pending action.
     EXPECT_TRUE(isAwaiting());
     program.send(SIGTERM);
     EXPECT_EQ(program.finish(), 0);
