@@ -110,27 +110,45 @@ void examine(QQuickItem *item, const QList<QAccessibleInterface *> &elements, QS
     }
 }
 
+// What an item that is ignored has none of.
+
+QString textOf(QQuickItem *item, QAccessible::Text kind)
+{
+    const QAccessibleInterface *element = seen(item);
+    return element != nullptr ? element->text(kind) : QString();
+}
+
+QAccessible::State stateOf(QQuickItem *item)
+{
+    const QAccessibleInterface *element = seen(item);
+    return element != nullptr ? element->state() : QAccessible::State();
+}
+
 } // namespace
 
 int ScreenReader::role(QQuickItem *item)
 {
-    return seen(item)->role();
+    const QAccessibleInterface *element = seen(item);
+    return element != nullptr ? element->role() : QAccessible::NoRole;
 }
 
 QString ScreenReader::name(QQuickItem *item)
 {
-    return seen(item)->text(QAccessible::Name);
+    return textOf(item, QAccessible::Name);
 }
 
 QString ScreenReader::description(QQuickItem *item)
 {
-    return seen(item)->text(QAccessible::Description);
+    return textOf(item, QAccessible::Description);
 }
 
 QString ScreenReader::heard(QQuickItem *item)
 {
     QStringList texts;
     QAccessibleInterface *element = seen(item);
+    if (element == nullptr) {
+        return {};
+    }
     for (const auto part : {QAccessible::Name, QAccessible::Description, QAccessible::Value,
                             QAccessible::Help, QAccessible::Accelerator}) {
         texts.append(element->text(part));
@@ -146,23 +164,25 @@ QString ScreenReader::heard(QQuickItem *item)
 
 bool ScreenReader::checked(QQuickItem *item)
 {
-    return seen(item)->state().checked;
+    return stateOf(item).checked;
 }
 
 bool ScreenReader::selected(QQuickItem *item)
 {
-    return seen(item)->state().selected;
+    return stateOf(item).selected;
 }
 
 QVariant ScreenReader::value(QQuickItem *item)
 {
-    QAccessibleValueInterface *value = seen(item)->valueInterface();
+    QAccessibleInterface *element = seen(item);
+    QAccessibleValueInterface *value = element != nullptr ? element->valueInterface() : nullptr;
     return value != nullptr ? value->currentValue() : QVariant();
 }
 
 void ScreenReader::perform(QQuickItem *item, const QString &action)
 {
-    QAccessibleActionInterface *actions = seen(item)->actionInterface();
+    QAccessibleInterface *element = seen(item);
+    QAccessibleActionInterface *actions = element != nullptr ? element->actionInterface() : nullptr;
     if (actions != nullptr) {
         actions->doAction(action);
     }

@@ -9,7 +9,8 @@
 
 class QAccessibleInterface;
 
-/// What a screen reader sees of an item and does to it.
+/// What a screen reader sees of an item and does to it. An item that is ignored has no role and no
+/// texts, and nothing can be done to it.
 class ScreenReader : public QObject
 {
     Q_OBJECT
