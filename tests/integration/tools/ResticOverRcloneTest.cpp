@@ -4,7 +4,6 @@
 #include "tools/Rclone.h"
 #include "tools/Tools.h"
 
-
 // The real restic and rclone, from a folder whose path holds blanks, with a repository behind an
 // encrypted configuration.
 
