@@ -347,7 +347,7 @@ TEST_F(EncryptionKey, goingBackTwiceReturnsToTheBeginning)
 
 TEST_F(EncryptionKey, goingBackCountsAsUnconfirmedBeforeTheKeyIsThere)
 {
-    // At each write, a schedule that looked would find what it may back up with.
+    // A scheduled run at one of the writes must not find the unconfirmed key as a saved one.
     storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
     start();
     QList<bool> savedAtWrite;

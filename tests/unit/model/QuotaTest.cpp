@@ -116,7 +116,7 @@ TEST_F(Quota, anotherAnswerReplacesTheOldOneAndIsReportedOnce)
     EXPECT_EQ(told.count(), 0);
     tell(drive, 6, 15);
     model->refreshQuota();
-    // It stays on show while it is asked for anew.
+    // It stays on show while it is asked for again.
     EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
     settle();
     EXPECT_EQ(model->driveQuota(), Room({.used = 6, .total = 15}));

@@ -99,7 +99,7 @@ TEST_F(SourceScannerTest, aFolderIsLeftOutUnderEachOfItsNames)
     const QString link = Paths::home() + QLatin1String("/link");
     ASSERT_TRUE(QFile::link(root + QLatin1String("/disk"), link));
     EXPECT_EQ(size({link + QLatin1String("/repository")}), 1);
-    // A link that is left out is itself, not what it leads to.
+    // Excluding a link excludes the link, not its target.
     EXPECT_EQ(size({link}), 101);
 }
 

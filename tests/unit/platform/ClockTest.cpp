@@ -27,8 +27,8 @@ namespace {
 
 constexpr int night = 8 * 3600;
 
-// A process in a time namespace of its own, whose machine has been up for a night more than the
-// other clocks know of, as after a sleep. The exit code says whether the reading includes it.
+// A process in a time namespace whose machine has been up for a night longer than the other clocks
+// know of, as after suspend. The exit code says whether the reading includes it.
 void readAfterANight()
 {
     const auto before = Clock::steady();

@@ -15,7 +15,7 @@ QString home()
     return QDir::homePath();
 }
 
-/// Whether there is access in a sandbox that describes itself so.
+/// Whether there is access in a sandbox with this description.
 bool hasAccessIn(const QByteArray &description)
 {
     const QString path = home() + QLatin1String("/flatpak-info");

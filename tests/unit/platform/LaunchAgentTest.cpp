@@ -240,7 +240,7 @@ TEST_F(LaunchAgentTest, aFolderThatCannotBeWrittenIsPassedOver)
     EXPECT_FALSE(QFile::exists(path));
     EXPECT_THAT(launchctl.calls, ElementsAre(bootedOut, bootstrapped));
 
-    // The next call makes up for it.
+    // The next call tries again.
     QFile::setPermissions(folder,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     agent().establish(everyHour());

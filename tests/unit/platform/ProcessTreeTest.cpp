@@ -30,7 +30,7 @@ TEST(ProcessTree, aProcessThatStartedNothingHasNoDescendants)
 TEST(ProcessTree, childrenAndTheirChildrenAreFoundWhateverTheirNameAndGroup)
 {
     QProcess shell;
-    // The name of the second holds what the system's listing puts around names.
+    // The name of the second has brackets, which /proc puts around names.
     shell.start(QStringLiteral("/bin/bash"),
                 {QStringLiteral("-c"),
                  QStringLiteral("set -m; (printf ') S 1 (' >/proc/self/comm; sleep 600 & "
@@ -64,6 +64,6 @@ TEST(ProcessTree, nothingIsLeftOfAProcessThatKeepsStartingOthers)
     ASSERT_TRUE(eventually([&] { return running(name) > 5; }));
     killTree(static_cast<pid_t>(shell.processId()));
     shell.waitForFinished();
-    // A killed one is listed until its end is taken note of.
+    // A killed one is listed until it is reaped.
     EXPECT_TRUE(eventually([&] { return running(name) == 0; }));
 }

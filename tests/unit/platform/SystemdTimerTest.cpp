@@ -301,7 +301,7 @@ TEST_F(SystemdTimerTest, aNewTimerCountsAsHavingJustRun)
     job().establish(every(3600));
     EXPECT_EQ(QFileInfo(lastRun).lastModified(), clock.moment());
 
-    // The timer that stays has run when it did.
+    // The timer that stays keeps the date of its last run.
     const QDateTime then = clock.moment();
     clock.advance(std::chrono::hours(5));
     job().establish(every(3600));
@@ -330,7 +330,7 @@ TEST_F(SystemdTimerTest, aFolderThatCannotBeWrittenIsPassedOver)
     job().establish(every(3600));
     EXPECT_TRUE(QDir(folder).isEmpty());
 
-    // The next call makes up for it.
+    // The next call tries again.
     QFile::setPermissions(folder,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     job().establish(every(3600));

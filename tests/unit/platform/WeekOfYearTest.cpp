@@ -19,7 +19,7 @@ void PrintTo(const Case &row, std::ostream *out)
     *out << row.region << ' ' << row.timeZone << ' ' << row.moment;
 }
 
-// The region is read once in a process, so each case has one of its own, whose exit code tells the
+// The region is read once in a process, so each case has one of its own, whose exit code is the
 // week.
 class WeekOfYear : public testing::TestWithParam<Case>
 {
@@ -61,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"en_US.UTF-8", "America/New_York", "2027-01-02T12:00:00Z", 1},
                     Case{"en_US.UTF-8", "America/New_York", "2027-01-03T12:00:00Z", 2}));
 
-// Who reads menus in one language and dates in the way of a different one counts weeks as in the
+// With menus in one language and dates in the format of a different one, the weeks are those of the
 // dates.
 TEST(WeekOfYearLocales, theOneOfDatesCounts)
 {

@@ -9,14 +9,14 @@ namespace {
 class MenuBarIconAtScale : public testing::TestWithParam<double>
 {
 protected:
-    /// How opaque the dot is on which a point lies, counted from the centre, up being positive.
+    /// How opaque the pixel at a point is, counted from the centre, up being positive.
     [[nodiscard]] int opacityAt(double x, double y) const
     {
         const double scale = GetParam();
         return qAlpha(image.pixel(static_cast<int>(qFloor((9 + x) * scale)),
                                   static_cast<int>(qFloor((9 - y) * scale))));
     }
-    /// The strongest of the dots within half a point of a point.
+    /// The most opaque pixel within half a point of a point.
     [[nodiscard]] int strongestAround(double x, double y) const
     {
         int strongest = 0;
@@ -110,7 +110,7 @@ TEST_P(MenuBarIconAtScale, theBusyOneIsAnotherInTheSameSize)
 
 TEST(MenuBarIcon, theStrokesHaveTheirWidths)
 {
-    // Large, so that a dot is a twentieth of a point.
+    // Large, so that a pixel is a twentieth of a point.
     constexpr int scale = 20;
     const QImage image = MenuBarIcon::image(scale, Qt::black);
     const auto opaqueInRow = [&image](double y) {

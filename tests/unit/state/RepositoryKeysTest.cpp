@@ -92,7 +92,7 @@ public:
         }
     }
 
-    /// Starts anew; a store that can't be read leaves it without a key.
+    /// Starts again; a store that can't be read leaves it without a key.
     void start(bool canRead = true)
     {
         m_inUse = canRead ? Keychain::read(Keychain::repositoryKey).value().value_or(QString())
@@ -300,7 +300,7 @@ TEST_F(RepositoryKeysTest, noKeyVanishesWhateverWriteOfWhateverSequenceFails)
             for (const Fault fault :
                  {Fault::refusesOne, Fault::refusesAll, Fault::killedBefore, Fault::killedAfter}) {
                 for (const bool canRead : {true, false}) {
-                    // Until there is no such write any more.
+                    // Until no write has this number.
                     for (int write = 1;; ++write) {
                         store.items = beginning;
                         store.fault = fault;
@@ -321,7 +321,7 @@ TEST_F(RepositoryKeysTest, noKeyVanishesWhateverWriteOfWhateverSequenceFails)
                             program.start();
                         }
                         const bool happened = store.writes >= write;
-                        // Life goes on, without faults.
+                        // The steps that follow have no faults.
                         store.fault = Fault::none;
                         makeAll();
                         if (HasFatalFailure()) {

@@ -167,7 +167,7 @@ TEST(RunStatus, thisVeryProcessIsNotAlive)
 
 TEST(RunStatus, aThreadOfThisProcessIsNotAlive)
 {
-    // As the status of a run that a power cut ended may name it.
+    // Such a process may be named by the status of a run that a power cut ended.
     std::promise<pid_t> number;
     std::promise<void> end;
     std::jthread thread([&] {

@@ -1,4 +1,4 @@
-// What becomes of the files when the support folder can't be written or read, or the disk is full.
+// What happens to the files when the support folder can't be written or read, or the disk is full.
 
 #include "platform/AtomicFile.h"
 #include "state/ConfigStore.h"

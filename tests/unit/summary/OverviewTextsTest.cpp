@@ -137,7 +137,7 @@ TEST_F(OverviewTextsTest, aFileElsewhereIsShownWhole)
     RunStatus &status = run();
     status.currentFile = QStringLiteral("/media/disk/a.txt");
     EXPECT_EQ(OverviewTexts::currentFile(situation), QStringLiteral("/media/disk/a.txt"));
-    // The home of somebody whose name goes on.
+    // The home of a user whose name begins with this one's.
     status.currentFile = Paths::home() + QStringLiteral("2/a.txt");
     EXPECT_EQ(OverviewTexts::currentFile(situation), *status.currentFile);
 }

@@ -22,7 +22,7 @@ ProcessResult shell(const QString &script, const ProcessOptions &options = {})
     return runProcess(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script}, options);
 }
 
-// The child's own look at its descriptors. The fourth of them is the one by which ls looks.
+// The child's own list of its descriptors. The fourth is the one by which ls reads it.
 QStringList childsDescriptors(const ProcessOptions &options = {})
 {
     QStringList names =
@@ -42,7 +42,7 @@ qsizetype openDescriptors()
         .size();
 }
 
-// A mask of signals as the child has it, without the two that the C library keeps for itself.
+// A signal mask of the child, without the two signals that the C library reserves.
 quint64 signalMask(const char *field)
 {
     const QString status =
@@ -238,7 +238,7 @@ TEST(ChildIsolation, whereNoThreadCanBeMadeNoChildIsStarted)
 
 TEST(ChildIsolation, noDescriptorsLeftIsAFailureThatIsReported)
 {
-    // The sanitizer needs descriptors of its own at the first sight of a type.
+    // The sanitizer needs descriptors when it meets a type for the first time.
     shell(QStringLiteral("true"));
     rlimit limit = {};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);

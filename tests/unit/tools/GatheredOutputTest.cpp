@@ -6,7 +6,7 @@
 
 namespace {
 
-// What is kept of a stream of errors of at most twice four bytes.
+// What is kept of standard error, with a limit of twice four bytes.
 QString endsOf(const QList<QByteArray> &blocks)
 {
     EndsOfOutput errors(4);

@@ -239,7 +239,7 @@ TEST(OneShotSecret, theFirstOptionWithItsArgumentDeliversBeforeEverythingElse)
               QStringLiteral("key"));
     expectRefused(program({option, QStringLiteral("x"), QStringLiteral("--backup")}));
     expectRefused(program({option, option, channel->path()}));
-    // Nothing but the pipe: no cycle has run.
+    // Only the pipe is there: no cycle has run.
     EXPECT_EQ(supportFiles(), QStringList({QFileInfo(channel->path()).fileName()}));
 }
 

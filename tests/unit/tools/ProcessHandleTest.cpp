@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Longer than any test: what waits for it must be woken.
+// Longer than any test: a wait for it must be interrupted.
 constexpr auto patience = 10min;
 
 constexpr int interrupted = 128 + SIGINT;
@@ -125,7 +125,7 @@ TEST(ProcessHandle, theSignalIsAnInterruptAndNothingFollowsItInTime)
 {
     ProcessHandle handle;
     QStringList lines;
-    // A child that takes the signal for itself goes on, and the run goes on waiting for it.
+    // A child that handles the signal goes on, and the run still waits for it.
     const ProcessResult result = runProcess(
         QStringLiteral("/bin/sh"),
         {QStringLiteral("-c"),

@@ -174,7 +174,7 @@ TEST(ProcessStreams, aCarriageReturnIsNotTreated)
 
 TEST(ProcessStreams, aGrandchildThatKeepsAPipeOpenKeepsTheRunWaiting)
 {
-    // The grandchild speaks after the child's end, which it has seen.
+    // The grandchild writes after it has seen the child end.
     const QString script =
         QStringLiteral("(until grep -q 'State:.Z' /proc/$$/status; do sleep 0.01; done; "
                        "echo late) & echo early; exit 6");

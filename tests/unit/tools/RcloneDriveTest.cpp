@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Lets a connection come about, unless a test has one of its steps fail.
+/// An rclone with which a connection succeeds, unless a test makes a step fail.
 class RcloneDrive : public RcloneFixture
 {
 protected:
@@ -17,7 +17,7 @@ protected:
             }
             if (call.words() != deletion) {
                 duringRun();
-                // rclone has written its file, whatever became of the sign-in.
+                // rclone has written its file, however the sign-in ended.
                 writeConfig(envelope, --m_age);
                 return ended;
             }
@@ -38,7 +38,7 @@ protected:
     {
         return Rclone::connect(clientID, clientSecret, handle);
     }
-    /// What an attempt shows whose rclone ended like this.
+    /// The message of an attempt whose rclone ended like this.
     std::optional<QString> connectEndingIn(const ProcessResult &result)
     {
         ended = result;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Restic, answering as the version of the parameter did when tests/fixtures/record called it.
+/// A restic that answers as the parameter's version did when tests/fixtures/record called it.
 class ResticRecordings : public testing::TestWithParam<const char *>
 {
 protected:

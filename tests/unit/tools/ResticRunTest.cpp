@@ -20,7 +20,7 @@ struct Call
     ProcessOptions options;
 };
 
-/// restic and rclone answer what the test says, and every call is kept.
+/// restic and rclone give the answers of the test, and every call is kept.
 class ResticRunTest : public testing::Test
 {
 protected:
@@ -178,7 +178,7 @@ TEST_F(ResticRunTest, theConfigurationIsEncryptedBeforeTheFirstRunAndNotAgain)
     EXPECT_EQ(calls.first().arguments,
               QStringList(
                   {QStringLiteral("config"), QStringLiteral("encryption"), QStringLiteral("set")}));
-    // Each run has a way to the key of its own.
+    // Each run has its own pipe to the key.
     const QString variable = QStringLiteral("RCLONE_PASSWORD_COMMAND");
     EXPECT_NE(calls.at(1).options.env.value(variable), calls.at(2).options.env.value(variable));
 }
@@ -344,7 +344,7 @@ TEST_F(ResticRunTest, theRemotesDecideWhetherTheOthersAreAvailable)
           Row{R"({"vellomar":{"token":""},"vellomar-server":{}})", true, true},
           Row{R"({"Vellomar":{"token":"t"},"vellomar-serve":{}})", false, false},
           Row{"", false, false}}) {
-        // A new date of the file is what makes a look at it worthwhile.
+        // The file is read again only when its date is new.
         static int age = 0;
         QFile file(Paths::supportFile(QStringLiteral("rclone.conf")));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));

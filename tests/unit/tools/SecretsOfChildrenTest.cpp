@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-// What the tools are really given, written down by stand-ins that run in their place.
+// What the tools really get, recorded by scripts that run in their place.
 
 namespace {
 

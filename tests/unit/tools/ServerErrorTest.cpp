@@ -42,7 +42,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"network is unreachable", unreachable},
                     Row{"no route to host", unreachable}));
 
-// The first that holds decides, wherever it stands in the text.
+// The first rule that matches decides, wherever in the text it does.
 INSTANTIATE_TEST_SUITE_P(
     Orders, ServerError,
     testing::Values(Row{"403 and knownhosts", changedKey}, Row{"knownhosts and 403", changedKey},

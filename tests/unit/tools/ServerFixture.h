@@ -3,8 +3,8 @@
 #include "tests/support/Files.h"
 #include "tests/unit/tools/RcloneFixture.h"
 
-/// An rclone and an ssh-keyscan with which a connection to the private server comes about, unless a
-/// test has one of the steps fail.
+/// An rclone and an ssh-keyscan with which a connection to the private server succeeds, unless a
+/// test makes a step fail.
 class ServerFixture : public RcloneFixture
 {
 protected:

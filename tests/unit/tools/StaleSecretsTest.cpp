@@ -25,7 +25,7 @@ bool isThere(const char *name)
     return ::lstat(Paths::supportFile(QString::fromUtf8(name)).toUtf8().constData(), &status) == 0;
 }
 
-/// Tidies up as if so many seconds had gone by since now.
+/// Tidies up as if so many seconds had passed.
 void tidyAfter(int seconds)
 {
     const ManualClock clock(QDateTime::currentDateTimeUtc().addSecs(seconds));
