@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// What this program is.
+// Name, version and origin of the program.
 Item {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// What the program offers beside its pages.
+// The program's menu.
 Menu {
     id: root
 

@@ -4,8 +4,7 @@ import QtQuick.Templates as T
 import Vellomar.Design
 import Vellomar.Window
 
-// A notice to read, and the choice among them: the two tools side by side, all other parts in a
-// menu.
+// One notice, and the choice among all: buttons for the two tools, a menu for the other parts.
 Item {
     id: root
 
@@ -129,7 +128,7 @@ Item {
             Accessible.readOnly: true
             Accessible.multiLine: true
 
-            // There is no caret to see, so the keys that would move it scroll.
+            // The text has no visible caret, so the keys that would move one scroll.
             Keys.onPressed: event => scrolling.press(event)
         }
     }

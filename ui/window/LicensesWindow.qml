@@ -2,8 +2,8 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Window
 
-// The notices of the open-source parts, in a window of their own that nobody can resize, smaller
-// only where the screen is. It fetches the texts itself, through Notices.
+// The notices of the open-source parts, in a window of fixed size (smaller on a smaller screen). It
+// reads the texts itself, through Notices.
 Window {
     id: root
 

@@ -13,7 +13,7 @@ Window {
     signal aboutAsked
     signal quitAsked
 
-    // How it was when it was last in sight.
+    // The state to come back in: what it was when last visible.
     property int seenAs: Window.Windowed
 
     onVisibilityChanged: {
@@ -48,7 +48,7 @@ Window {
     minimumHeight: 660
     color: Theme.ground
 
-    // Here rather than in the view, where an open sheet would hold them back.
+    // Here and not in the view, where an open sheet would keep them from the window.
     Shortcut {
         sequences: ["Ctrl+,"]
         context: Qt.ApplicationShortcut

@@ -4,7 +4,7 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Window
 
-// What the tray's item opens: how the backups stand, and what there is to do about it.
+// The panel that the tray's item opens: the state of the backups, and buttons for them.
 Item {
     id: root
 
@@ -119,7 +119,7 @@ Item {
                          && !root.model.starting
                 onClicked: {
                     root.model.startBackup();
-                    // What keeps it from starting is said, or asked for, in the window.
+                    // The window explains, or asks for, whatever keeps a backup from starting.
                     if (!root.model.busy) {
                         root.windowAsked();
                     }

@@ -3,8 +3,8 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Window
 
-// The tray's panel as a small window without a frame. It goes on Escape, and when the user turns
-// to something else.
+// The tray's panel as a small window without a frame. It closes on Escape, and when it loses the
+// focus.
 Window {
     id: root
 
@@ -34,8 +34,8 @@ Window {
         }
     }
 
-    // A window that comes up just then may take the keyboard before the panel has had it, and
-    // turning away from the panel would never be seen.
+    // A window that opens at the same moment may take the focus before the panel has had it; its
+    // loss would then never be noticed.
     Timer {
         id: asking
 

@@ -15,8 +15,8 @@ class Notices : public QObject
 public:
     using QObject::QObject;
 
-    /// What there are notices of, restic and rclone first.
+    /// The names of the parts that have a notice, restic and rclone first.
     Q_INVOKABLE static QStringList names();
-    /// What to show for one of them.
+    /// The notice of one of them, or the reason why there is none.
     Q_INVOKABLE static QString text(const QString &name);
 };

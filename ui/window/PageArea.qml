@@ -2,30 +2,26 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
-import Vellomar.Overview
 import Vellomar.Window
 
-// Where the pages are: each change of section puts a new page in the old one's stead, which takes
-// with it whatever it was about.
+// Shows the page of the section. Each change of section makes a new page and destroys the old one
+// with all its state.
 Item {
     id: root
 
     required property AppModel model
-    required property Summary summary
-    required property list<string> symbols
+    required property Sections sections
 
     readonly property int section: model.section
-    readonly property list<Component> pages: [overview, restore, sources, destinations, activity,
-        settings]
     property PageTurn page: null
     readonly property PagePane pane: page?.page as PagePane
 
-    // Scrolls the page by a key that nothing else has taken.
+    // Scrolls the page by a key that no control has taken.
     function press(event: var) {
         pane?.press(event);
     }
 
-    // Whether the keyboard is on the page or on something in it.
+    // Whether the page, or something in it, has the focus.
     function isOn(turn: PageTurn): bool {
         for (let i = Window.activeFocusItem; i !== null; i = i.parent) {
             if (i === turn) {
@@ -39,14 +35,15 @@ Item {
         const old = page;
         const followed = old !== null && isOn(old);
         page = frame.createObject(root) as PageTurn;
-        page.page = pages[section].createObject(page) as Item;
+        page.page = sections.all[section].page.createObject(page) as Item;
+        page.page.anchors.fill = page;
         if (moving) {
             page.arrive();
         }
         if (old !== null) {
             old.leave();
         }
-        // Whoever goes on by the keyboard goes on from the new page.
+        // The focus of the old page goes to the new one.
         if (followed) {
             page.page.forceActiveFocus(Qt.OtherFocusReason);
         }
@@ -68,7 +65,7 @@ Item {
 
     Watermark {
         anchors.fill: parent
-        symbol: root.symbols[root.section]
+        symbol: root.sections.all[root.section].symbol
     }
 
     Component {
@@ -77,73 +74,6 @@ Item {
         PageTurn {
             width: root.width
             height: root.height
-        }
-    }
-
-    Component {
-        id: overview
-
-        OverviewPage {
-            anchors.fill: parent
-            model: root.model
-            summary: root.summary
-        }
-    }
-
-    Component {
-        id: restore
-
-        PlaceholderPage {
-            anchors.fill: parent
-            symbol: root.symbols[AppModel.Section.Restore]
-            title: root.model.title(AppModel.Section.Restore)
-            subtitle: qsTranslate("Texts", "Scegli una versione e recupera file o cartelle")
-        }
-    }
-
-    Component {
-        id: sources
-
-        PlaceholderPage {
-            anchors.fill: parent
-            symbol: root.symbols[AppModel.Section.Sources]
-            title: root.model.title(AppModel.Section.Sources)
-            subtitle: qsTranslate("Texts", "Cartelle incluse nel backup")
-        }
-    }
-
-    Component {
-        id: destinations
-
-        PlaceholderPage {
-            anchors.fill: parent
-            symbol: root.symbols[AppModel.Section.Destinations]
-            title: root.model.title(AppModel.Section.Destinations)
-            subtitle: qsTranslate("Texts",
-                                  "I backup sono indipendenti e cifrati. Se una destinazione non è "
-                                  + "raggiungibile, le altre partono lo stesso.")
-        }
-    }
-
-    Component {
-        id: activity
-
-        PlaceholderPage {
-            anchors.fill: parent
-            symbol: root.symbols[AppModel.Section.Activity]
-            title: root.model.title(AppModel.Section.Activity)
-            subtitle: qsTranslate("Texts", "Esito e durata di ogni backup")
-        }
-    }
-
-    Component {
-        id: settings
-
-        PlaceholderPage {
-            anchors.fill: parent
-            symbol: root.symbols[AppModel.Section.Settings]
-            title: root.model.title(AppModel.Section.Settings)
-            subtitle: qsTranslate("Texts", "Preferenze di Vellomar")
         }
     }
 }

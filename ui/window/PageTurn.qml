@@ -1,8 +1,8 @@
 import QtQuick
 import Vellomar.Design
 
-// One page on its way in or out: it comes up from the lower edge out of nothing, and only fades
-// when it goes.
+// A page that comes or goes: it comes from the lower edge while it fades in, and goes by fading
+// out.
 Item {
     id: root
 

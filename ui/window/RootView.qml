@@ -3,8 +3,8 @@ import Vellomar.Glance
 import Vellomar.Sheets
 import Vellomar.Window
 
-// All that the window shows: the sidebar, and beside it the page of the section with its emblem
-// behind it; and the sheets, which can come over any page. It has the keyboard until a control has.
+// The content of the window: the sidebar, the page of the section, and the sheets, which can come
+// over any page. It has the focus until a control has it.
 Item {
     id: root
 
@@ -19,9 +19,10 @@ Item {
     focus: true
     Keys.onPressed: event => pages.press(event)
 
-    // By the number of the section.
-    readonly property list<string> symbols: ["gauge.with.needle", "clock.arrow.circlepath",
-        "folder", "externaldrive", "list.bullet.rectangle", "gearshape"]
+    readonly property Sections sections: Sections {
+        model: root.model
+        summary: root.summary
+    }
 
     // Above the page, so that its shadow falls on it.
     Sidebar {
@@ -31,7 +32,7 @@ Item {
         height: parent.height
         model: root.model
         summary: root.summary
-        symbols: root.symbols
+        sections: root.sections
         onAboutAsked: root.aboutAsked()
         onSettingsAsked: root.settingsAsked()
         onLicensesAsked: root.licensesAsked()
@@ -45,8 +46,7 @@ Item {
         anchors.fill: parent
         anchors.leftMargin: sidebar.width
         model: root.model
-        summary: root.summary
-        symbols: root.symbols
+        sections: root.sections
     }
 
     RecoveryKitSheet {

@@ -4,13 +4,13 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Window
 
-// The way to the sections, under the product's name, and at its foot how the backups stand.
+// The product's name, the sections, and at the foot the state of the backups.
 Item {
     id: root
 
     required property AppModel model
     required property Summary summary
-    required property list<string> symbols
+    required property Sections sections
 
     signal aboutAsked
     signal settingsAsked
@@ -35,7 +35,7 @@ Item {
         color: Theme.black(0.28)
     }
 
-    // Where the window is lower than the way to all sections, this scrolls.
+    // Scrolls where the window is too low for all sections.
     Scroller {
         id: scroller
 
@@ -104,14 +104,14 @@ Item {
             Repeater {
                 id: repeater
 
-                model: root.symbols
+                model: root.sections.all
 
                 SidebarItem {
-                    required property string modelData
+                    required property WindowSection modelData
                     required property int index
 
                     width: items.width
-                    symbol: modelData
+                    symbol: modelData.symbol
                     title: root.model.title(index)
                     selected: root.model.section === index
                     onClicked: root.model.section = index

@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// The emblem of a section: huge, hardly to be seen, running off the window's edge.
+// The emblem of a section: huge, very faint, cut by the window's edge.
 Item {
     id: root
 
