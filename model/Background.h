@@ -44,8 +44,9 @@ void runInOrder(Work work)
     orderly().start(std::function<void()>(std::move(work)));
 }
 
-/// Runs `work(report)`. Each value that it passes to `report` comes to `receive`, in their order;
-/// `finish` is called after the last.
+/// Runs `work(report)`, with a watcher and not by QFuture::then(owner, …), which ends a debug build
+/// of Qt 6.4 when the owner has gone. Each value that it passes to `report` comes to `receive`, in
+/// their order; `finish` is called after the last.
 template <typename Report, typename Work, typename Receive, typename Finish>
 void runReporting(QObject *owner, Work work, Receive receive, Finish finish)
 {

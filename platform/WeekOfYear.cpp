@@ -4,6 +4,7 @@
 
 #include <unicode/ucal.h>
 
+// QDate counts the weeks of ISO 8601 alone, in every Qt so far.
 int weekOfYear(const QDateTime &moment)
 {
     UErrorCode failure = U_ZERO_ERROR;

@@ -20,6 +20,9 @@
 #include <memory>
 #include <mutex>
 
+// By ICU and not by QLocale, which has no relative times, no spelt-out numbers and no dates by
+// their fields. A Qt that has them would end this.
+
 namespace {
 
 QString text(const icu::UnicodeString &string)

@@ -99,6 +99,8 @@ void keepExitStatuses()
 }
 
 // What the child sets up before it runs the program: descriptors, signals and its process group.
+// QProcess can reset signals and close descriptors from Qt 6.6 on, and start a session from 6.7 on;
+// before, that takes a function of ours in the child of a process with threads.
 class SpawnSetup
 {
 public:

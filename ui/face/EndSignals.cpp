@@ -23,6 +23,8 @@ void note(int)
 
 } // namespace
 
+// Qt has no signals of the system, and those of GLib need its event loop from the start, which
+// comes only with the application. A Qt that has them would end this.
 EndSignals::EndSignals()
 {
     counter = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);

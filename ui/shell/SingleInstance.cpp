@@ -22,6 +22,9 @@
 
 namespace {
 
+// Qt has no such thing. That of GApplication needs a session bus, which a login may lack, and goes
+// by the program and not by the support folder.
+
 constexpr size_t longestMessage = 4096;
 constexpr qsizetype mostVisitors = 8;
 
