@@ -3,7 +3,7 @@ import Vellomar.Design
 
 // A short text with a button that removes it. A text wider than `widest` is elided in the middle;
 // a tooltip has all of it.
-Item {
+FocusScope {
     id: root
 
     required property string text
@@ -68,6 +68,7 @@ Item {
         id: cross
 
         objectName: "cross"
+        focus: true
         x: root.width - width - 5
         y: (root.height - height) / 2
         width: 20

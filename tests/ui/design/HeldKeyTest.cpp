@@ -90,6 +90,25 @@ INSTANTIATE_TEST_SUITE_P(
                     Pressed{"icon", R"(IconButton { symbol: "xmark"; help: "Chiudi" })"},
                     Pressed{"box", R"(CheckBox { text: "Ok" })", SIGNAL(asked(bool))},
                     Pressed{"switch", R"(Switch { text: "Ok" })", SIGNAL(asked(bool))},
+                    Pressed{"words", R"(TextButton { text: "Ok" })"},
+                    Pressed{"disclosure", R"(DisclosureRow { text: "Ok"; expanded: false })"},
+                    Pressed{"chip", R"(Chip { text: "Ok"; help: "Rimuovi" })", SIGNAL(removed())},
+                    // The first key opens the list, the second one chooses from it.
+                    Pressed{"combo", R"(Combo {
+                        id: combo
+
+                        signal heard
+
+                        name: "Ok"
+                        options: [{value: 0, label: "Ok"}]
+                        selection: 1
+                        onChosen: heard()
+                        Connections {
+                            target: combo.list
+                            function onAboutToShow() { combo.heard(); }
+                        }
+                    })",
+                            SIGNAL(heard())},
                     Pressed{"menuItem", R"(MenuItem { text: "Ok" })"},
                     Pressed{"segment", R"(SegmentedOption { text: "Ok"; selected: false })"}),
     testing::PrintToStringParamName());
