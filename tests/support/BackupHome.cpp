@@ -125,10 +125,3 @@ QStringList BackupHome::filesWithSecrets() const
     }
     return found;
 }
-
-QStringList BackupHome::supportNames()
-{
-    return QDir(Paths::support())
-        .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
-                   QDir::Name);
-}

@@ -37,8 +37,6 @@ public:
 
     /// Every regular file under the home that holds one of the secrets.
     [[nodiscard]] QStringList filesWithSecrets() const;
-    /// The names in the support folder, sorted.
-    [[nodiscard]] static QStringList supportNames();
 
 private:
     bool writeSettings() const;

@@ -56,3 +56,10 @@ bool writeSupportFile(const char *name, const QByteArray &content)
 {
     return writeFile(Paths::supportFile(QString::fromUtf8(name)), content);
 }
+
+QStringList supportFiles()
+{
+    return QDir(Paths::support())
+        .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
+                   QDir::Name);
+}

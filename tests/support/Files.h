@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 // Files as tests want them. What can't be written fails the test.
 
@@ -18,3 +19,5 @@ bool isInAnyFile(const QString &folder, const QByteArray &bytes);
 QString homeFolder(const char *name);
 /// Writes a file of the support folder.
 bool writeSupportFile(const char *name, const QByteArray &content = {});
+/// The names of all in the support folder, hidden files, pipes and folders too, sorted.
+QStringList supportFiles();

@@ -2,6 +2,7 @@
 #include "state/StatusStore.h"
 #include "tests/support/BackupHome.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/ManualClock.h"
 #include "tools/FileDescriptor.h"
@@ -118,7 +119,7 @@ bool buryOrphans()
 
 QStringList pipesLeft()
 {
-    return BackupHome::supportNames().filter(QRegularExpression(QStringLiteral("^k-")));
+    return supportFiles().filter(QRegularExpression(QStringLiteral("^k-")));
 }
 
 bool holdsBytes(const QString &name)
@@ -215,7 +216,7 @@ protected:
             QStringLiteral("config.json"),  QStringLiteral("excludes.txt"),
             QStringLiteral("history.json"), QStringLiteral("rclone.conf"),
             QStringLiteral("state.json")};
-        EXPECT_EQ(BackupHome::supportNames().join(u' '), belonging.join(u' '));
+        EXPECT_EQ(supportFiles().join(u' '), belonging.join(u' '));
         EXPECT_EQ(home.filesWithSecrets().join(u' '), QString());
     }
 

@@ -135,7 +135,7 @@ TEST_P(ConnectionSecrets, areHiddenInAConnectionThatWorks)
     if (kind == QLatin1String("sftp")) {
         names.insert(1, QStringLiteral("known_hosts"));
     }
-    EXPECT_EQ(BackupHome::supportNames(), names);
+    EXPECT_EQ(supportFiles(), names);
 }
 
 TEST_P(ConnectionSecrets, areHiddenInAConnectionThatIsRefused)
@@ -146,7 +146,7 @@ TEST_P(ConnectionSecrets, areHiddenInAConnectionThatIsRefused)
     EXPECT_THAT(witness.handOvers("Accesso rifiutato: controlla utente e password."), SizeIs(1))
         << witness.output().constData();
     EXPECT_TRUE(Rclone::remotes().isEmpty());
-    EXPECT_EQ(BackupHome::supportNames(), usualNames);
+    EXPECT_EQ(supportFiles(), usualNames);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ConnectionSecrets, testing::Values("sftp", "smb", "webdav", "s3"));

@@ -75,7 +75,7 @@ TEST_F(StoreSecrets, aPasswordIsWrittenInPlainOnlyToThatCopyAndIsGoneAtTheEnd)
     EXPECT_THAT(witness.calls("write", newPassword), testing::Contains(leaks.first()));
     EXPECT_THAT(witness.leaks(BackupHome::secrets()), IsEmpty());
 
-    EXPECT_EQ(BackupHome::supportNames(),
+    EXPECT_EQ(supportFiles(),
               QStringList({QStringLiteral("config.json"), QStringLiteral("rclone.conf"),
                            QStringLiteral("state.json")}));
     const QByteArray content = readFile(Paths::supportFile(QStringLiteral("rclone.conf")));

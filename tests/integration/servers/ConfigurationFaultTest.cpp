@@ -41,11 +41,6 @@ protected:
             {.env = {{QStringLiteral("RCLONE_CONFIG"), configFile()},
                      {QStringLiteral("RCLONE_PASSWORD_COMMAND"), QStringLiteral("echo another")}}});
     }
-    static QStringList supportFiles()
-    {
-        return QDir(Paths::support())
-            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
 
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};

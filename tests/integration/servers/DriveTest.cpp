@@ -134,11 +134,6 @@ protected:
     {
         return readFile(Paths::supportFile(QStringLiteral("rclone.conf")));
     }
-    static QStringList supportFiles()
-    {
-        return QDir(Paths::support())
-            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
     /// Expects that the encrypted file is all there is and that nothing of the user's access
     /// stands anywhere else.
     static void expectKept()

@@ -1,6 +1,7 @@
 #include "state/Keychain.h"
 #include "tests/support/Cycle.h"
 #include "tests/support/CycleHome.h"
+#include "tests/support/Files.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
 #include "tests/support/Waiting.h"
@@ -87,9 +88,7 @@ protected:
     }
     static QStringList supportNames(const QString &pattern)
     {
-        return QDir(Paths::support())
-            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot)
-            .filter(QRegularExpression(pattern));
+        return supportFiles().filter(QRegularExpression(pattern));
     }
 
     MemorySecretBackend secrets;

@@ -1,5 +1,6 @@
 #include "state/Paths.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/Files.h"
 #include "tests/support/Installation.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemorySecretBackend.h"
@@ -30,11 +31,6 @@ protected:
         ASSERT_EQ(supportFiles(), onlyConfig);
     }
 
-    static QStringList supportFiles()
-    {
-        return QDir(Paths::support())
-            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
     static bool isConfigThere()
     {
         return QFile::exists(Paths::supportFile(QStringLiteral("rclone.conf")));

@@ -40,11 +40,6 @@ protected:
                                    {QStringLiteral("RCLONE_PASSWORD_COMMAND"),
                                     QLatin1String("echo ") + QString::fromUtf8(key)}}});
     }
-    static QStringList supportFiles()
-    {
-        return QDir(Paths::support())
-            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
     static QString setting(const QString &remote, const char *key)
     {
         return Rclone::remotes().value(remote).value(QLatin1String(key)).toString();

@@ -37,12 +37,6 @@ void expectRefused(const ProcessResult &result)
     EXPECT_EQ(result.standardError, QString());
 }
 
-QStringList supportFiles()
-{
-    return QDir(Paths::support())
-        .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-}
-
 QString pipeAt(const QString &path)
 {
     EXPECT_EQ(::mkfifo(path.toUtf8().constData(), 0600), 0) << qPrintable(path);

@@ -70,11 +70,6 @@ protected:
         QFile file(configFile());
         return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
     }
-    static QStringList supportFiles()
-    {
-        return QDir(Paths::support())
-            .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
 
     const QString service = QStringLiteral("it.vellomar.app");
     const QString account = QStringLiteral("rclone-config-key");
