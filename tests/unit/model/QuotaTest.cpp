@@ -16,15 +16,11 @@ protected:
     }
     void tell(const QString &remote, qint64 used, qint64 total)
     {
-        tools.answerOfRclone(
-            question(remote),
-            ScriptedTools::ended(0,
-                                 QStringLiteral(R"({"total":%1,"used":%2})").arg(total).arg(used)));
+        tools.answer(question(remote),
+                     ScriptedTools::ended(
+                         0, QStringLiteral(R"({"total":%1,"used":%2})").arg(total).arg(used)));
     }
-    void refuse(const QString &remote)
-    {
-        tools.answerOfRclone(question(remote), ScriptedTools::ended(1));
-    }
+    void refuse(const QString &remote) { tools.answer(question(remote), ScriptedTools::ended(1)); }
     [[nodiscard]] qsizetype questions(const QString &remote)
     {
         return tools.count(QStringLiteral("rclone"), QStringLiteral("about %1:").arg(remote));
@@ -35,8 +31,8 @@ protected:
     }
     void tellVersioning(const QString &bucket, const QString &word)
     {
-        tools.answerOfRclone(QLatin1String("backend versioning vellomar-server:") + bucket,
-                             ScriptedTools::ended(0, word + u'\n'));
+        tools.answer(QLatin1String("backend versioning vellomar-server:") + bucket,
+                     ScriptedTools::ended(0, word + u'\n'));
     }
 
     const QString drive = QStringLiteral("vellomar");
@@ -131,8 +127,8 @@ TEST_F(Quota, whatIsAskedAndDoesNotAnswerHasNoneAnyMore)
     start();
     settle();
     refuse(drive);
-    tools.answerOfRclone(QStringLiteral("about vellomar-server: --json"),
-                         ScriptedTools::ended(0, QStringLiteral(R"({"used":7})")));
+    tools.answer(QStringLiteral("about vellomar-server: --json"),
+                 ScriptedTools::ended(0, QStringLiteral(R"({"used":7})")));
     model->refreshQuota();
     settle();
     EXPECT_EQ(model->driveQuota(), std::nullopt);
@@ -154,8 +150,8 @@ TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
     model->refreshQuota();
     settle();
     EXPECT_EQ(model->serverVersioning(), QStringLiteral("Suspended"));
-    tools.answerOfRclone(QStringLiteral("backend versioning vellomar-server:bucket"),
-                         ScriptedTools::ended(1));
+    tools.answer(QStringLiteral("backend versioning vellomar-server:bucket"),
+                 ScriptedTools::ended(1));
     model->refreshQuota();
     settle();
     EXPECT_EQ(model->serverVersioning(), std::nullopt);

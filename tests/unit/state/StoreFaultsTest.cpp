@@ -23,11 +23,6 @@ AppConfig saved()
     return config;
 }
 
-QStringList supportFiles()
-{
-    return QDir(Paths::support()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-}
-
 bool setMode(const QString &path, mode_t mode)
 {
     return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
