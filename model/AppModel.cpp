@@ -45,16 +45,11 @@ QMap<QString, qint64> savedSizes()
     return sizes;
 }
 
-bool isAnyEnabled(const AppConfig &config)
-{
-    return config.localEnabled || config.driveEnabled || config.serverEnabled;
-}
-
 /// Whether the schedule depends on anything that differs.
 bool changesSchedule(const AppConfig &before, const AppConfig &now)
 {
     return before.autoBackup != now.autoBackup || before.intervalHours != now.intervalHours ||
-           isAnyEnabled(before) != isAnyEnabled(now) || before.keySaved != now.keySaved;
+           before.hasDestination() != now.hasDestination() || before.keySaved != now.keySaved;
 }
 
 } // namespace

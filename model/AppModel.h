@@ -1,16 +1,21 @@
 #pragma once
 
 #include "model/Desktop.h"
+#include "model/DestinationState.h"
+#include "model/ForeignBackup.h"
 #include "model/LocalFolder.h"
-#include "model/Views.h"
+#include "model/Notice.h"
+#include "model/RepoInfo.h"
+#include "model/Tone.h"
 #include "state/AppConfig.h"
 #include "state/RunRecord.h"
 #include "state/RunStatus.h"
+#include "tools/Rclone.h"
 
 #include <QMap>
 #include <QObject>
 #include <QSet>
-#include <QVariant>
+#include <QVariantMap>
 
 #include <functional>
 #include <memory>
@@ -27,29 +32,33 @@ struct StoredKey;
 /// no disk and no network but that of the user's home; it may be destroyed at any time, with work
 /// under way too.
 ///
-/// QML finds the properties, whose optional ones are undefined when absent; C++ finds the plain
-/// values by the functions of the same names.
+/// QML finds the properties; C++ finds the plain values by the functions of the same names. To QML
+/// an absent text is empty, and a property beside each other optional value says whether it is
+/// there.
 class AppModel final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(Section section READ section WRITE setSection NOTIFY sectionChanged FINAL)
-    Q_PROPERTY(ConfigView config READ configView WRITE setConfig NOTIFY configChanged FINAL)
-    Q_PROPERTY(QVariant status READ statusView NOTIFY statusChanged FINAL)
+    Q_PROPERTY(AppConfig config READ config WRITE setConfig NOTIFY configChanged FINAL)
+    Q_PROPERTY(bool running READ isRunning NOTIFY statusChanged FINAL)
+    Q_PROPERTY(RunStatus status READ statusOrNone NOTIFY statusChanged FINAL)
     Q_PROPERTY(bool starting READ isStarting NOTIFY startingChanged FINAL)
     Q_PROPERTY(bool launching READ isLaunching NOTIFY launchingChanged FINAL)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged FINAL)
-    Q_PROPERTY(QList<RecordView> history READ historyView NOTIFY historyChanged FINAL)
-    Q_PROPERTY(QList<DestinationView> destinations READ destinations NOTIFY summaryChanged FINAL)
+    Q_PROPERTY(QList<RunRecord> history READ history NOTIFY historyChanged FINAL)
+    Q_PROPERTY(QList<DestinationState> destinations READ destinations NOTIFY summaryChanged FINAL)
     Q_PROPERTY(bool driveConnected READ isDriveConnected NOTIFY driveConnectedChanged FINAL)
     Q_PROPERTY(bool driveConnecting READ isDriveConnecting NOTIFY driveConnectingChanged FINAL)
-    Q_PROPERTY(QVariant driveError READ driveErrorView NOTIFY driveErrorChanged FINAL)
-    Q_PROPERTY(QVariant driveQuota READ driveQuotaView NOTIFY driveQuotaChanged FINAL)
+    Q_PROPERTY(QString driveError READ driveErrorText NOTIFY driveErrorChanged FINAL)
+    Q_PROPERTY(bool hasDriveQuota READ hasDriveQuota NOTIFY driveQuotaChanged FINAL)
+    Q_PROPERTY(Rclone::Quota driveQuota READ driveQuotaOrNone NOTIFY driveQuotaChanged FINAL)
     Q_PROPERTY(bool serverConnected READ isServerConnected NOTIFY serverConnectedChanged FINAL)
     Q_PROPERTY(bool serverConnecting READ isServerConnecting NOTIFY serverConnectingChanged FINAL)
-    Q_PROPERTY(QVariant serverError READ serverErrorView NOTIFY serverErrorChanged FINAL)
-    Q_PROPERTY(QVariant serverQuota READ serverQuotaView NOTIFY serverQuotaChanged FINAL)
+    Q_PROPERTY(QString serverError READ serverErrorText NOTIFY serverErrorChanged FINAL)
+    Q_PROPERTY(bool hasServerQuota READ hasServerQuota NOTIFY serverQuotaChanged FINAL)
+    Q_PROPERTY(Rclone::Quota serverQuota READ serverQuotaOrNone NOTIFY serverQuotaChanged FINAL)
     Q_PROPERTY(
-        QVariant serverVersioning READ serverVersioningView NOTIFY serverVersioningChanged FINAL)
+        QString serverVersioning READ serverVersioningText NOTIFY serverVersioningChanged FINAL)
     Q_PROPERTY(bool fullDiskAccess READ hasFullDiskAccess NOTIFY fullDiskAccessChanged FINAL)
     Q_PROPERTY(GatedAction accessRequest READ accessRequest WRITE setAccessRequest NOTIFY
                    accessRequestChanged FINAL)
@@ -58,19 +67,21 @@ class AppModel final : public QObject
     Q_PROPERTY(bool showingRecoveryKit READ isShowingRecoveryKit WRITE setShowingRecoveryKit NOTIFY
                    showingRecoveryKitChanged FINAL)
     Q_PROPERTY(bool localOnSystemDisk READ isLocalOnSystemDisk NOTIFY summaryChanged FINAL)
-    Q_PROPERTY(QVariant supportError READ supportErrorView NOTIFY supportErrorChanged FINAL)
+    Q_PROPERTY(QString supportError READ supportErrorText NOTIFY supportErrorChanged FINAL)
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY passwordChanged FINAL)
-    Q_PROPERTY(QVariant keyError READ keyErrorView NOTIFY keyErrorChanged FINAL)
+    Q_PROPERTY(QString keyError READ keyErrorText NOTIFY keyErrorChanged FINAL)
     Q_PROPERTY(bool keyChecking READ isKeyChecking NOTIFY keyCheckingChanged FINAL)
     Q_PROPERTY(bool hasPreviousKey READ hasPreviousKey NOTIFY hasPreviousKeyChanged FINAL)
     Q_PROPERTY(bool keyCopied READ isKeyCopied NOTIFY keyCopiedChanged FINAL)
-    Q_PROPERTY(QVariant kitNotice READ kitNoticeView NOTIFY kitNoticeChanged FINAL)
+    Q_PROPERTY(Notice kitNotice READ kitNoticeOrNone NOTIFY kitNoticeChanged FINAL)
     Q_PROPERTY(QVariantMap sourceSizes READ sourceSizesView NOTIFY sourceSizesChanged FINAL)
     Q_PROPERTY(bool measuring READ isMeasuring NOTIFY measuringChanged FINAL)
     Q_PROPERTY(qint64 measuredSoFar READ measuredSoFar NOTIFY measuredSoFarChanged FINAL)
-    Q_PROPERTY(QVariant lastSuccess READ lastSuccessView NOTIFY historyChanged FINAL)
-    Q_PROPERTY(QVariant lastCheck READ lastCheckView NOTIFY historyChanged FINAL)
-    Q_PROPERTY(QVariant staleText READ staleTextView NOTIFY summaryChanged FINAL)
+    Q_PROPERTY(bool hasLastSuccess READ hasLastSuccess NOTIFY historyChanged FINAL)
+    Q_PROPERTY(RunRecord lastSuccess READ lastSuccessOrNone NOTIFY historyChanged FINAL)
+    Q_PROPERTY(bool hasLastCheck READ hasLastCheck NOTIFY historyChanged FINAL)
+    Q_PROPERTY(RunRecord lastCheck READ lastCheckOrNone NOTIFY historyChanged FINAL)
+    Q_PROPERTY(QString staleText READ staleTextOrNone NOTIFY summaryChanged FINAL)
 
 public:
     /// The pages, in the order of the sidebar.
@@ -80,14 +91,6 @@ public:
     /// What can wait for access to the whole disk.
     enum class GatedAction { None, Backup, Measure };
     Q_ENUM(GatedAction)
-
-    /// What a state means to the person; the theme has a colour for each.
-    enum class Tone { Off, Attention, Wrong, Well };
-    Q_ENUM(Tone)
-
-    /// DestinationID for QML.
-    enum class Destination { Local, Drive, Server };
-    Q_ENUM(Destination)
 
     /// What a model at rest shows.
     struct Shown
@@ -187,7 +190,7 @@ public:
     [[nodiscard]] QString stateText(DestinationID destination) const;
     [[nodiscard]] Tone stateTone(DestinationID destination) const;
     /// All three, in their order.
-    [[nodiscard]] QList<DestinationView> destinations() const;
+    [[nodiscard]] QList<DestinationState> destinations() const;
     /// The text of the recovery kit. It holds the key.
     [[nodiscard]] QString recoveryKitText() const;
 
@@ -202,8 +205,7 @@ public:
     // Operations
 
     /// Reads a destination's repository anew.
-    void refresh(DestinationID destination);
-    Q_INVOKABLE void refresh(Destination destination);
+    Q_INVOKABLE void refresh(DestinationIDs::DestinationID destination);
     /// Asks the remote places that are connected how much room there is.
     void refreshQuota();
 
@@ -336,21 +338,36 @@ private:
     void saveRecoveryKitTo(const QString &path);
     void setKeySaved(bool saved);
 
-    [[nodiscard]] ConfigView configView() const { return ConfigView(m_config); }
-    [[nodiscard]] QVariant statusView() const;
-    [[nodiscard]] QList<RecordView> historyView() const;
-    [[nodiscard]] QVariant driveErrorView() const { return variant(m_driveError); }
-    [[nodiscard]] QVariant driveQuotaView() const;
-    [[nodiscard]] QVariant serverErrorView() const { return variant(m_serverError); }
-    [[nodiscard]] QVariant serverQuotaView() const;
-    [[nodiscard]] QVariant serverVersioningView() const { return variant(m_serverVersioning); }
-    [[nodiscard]] QVariant supportErrorView() const { return variant(m_supportError); }
-    [[nodiscard]] QVariant keyErrorView() const { return variant(m_keyError); }
-    [[nodiscard]] QVariant kitNoticeView() const { return variant(m_kitNotice); }
+    [[nodiscard]] bool isRunning() const { return m_status.has_value(); }
+    [[nodiscard]] RunStatus statusOrNone() const { return m_status.value_or(RunStatus()); }
+    [[nodiscard]] QString driveErrorText() const { return m_driveError.value_or(QString()); }
+    [[nodiscard]] bool hasDriveQuota() const { return m_driveQuota.has_value(); }
+    [[nodiscard]] Rclone::Quota driveQuotaOrNone() const
+    {
+        return m_driveQuota.value_or(Rclone::Quota());
+    }
+    [[nodiscard]] QString serverErrorText() const { return m_serverError.value_or(QString()); }
+    [[nodiscard]] bool hasServerQuota() const { return m_serverQuota.has_value(); }
+    [[nodiscard]] Rclone::Quota serverQuotaOrNone() const
+    {
+        return m_serverQuota.value_or(Rclone::Quota());
+    }
+    [[nodiscard]] QString serverVersioningText() const
+    {
+        return m_serverVersioning.value_or(QString());
+    }
+    [[nodiscard]] QString supportErrorText() const { return m_supportError.value_or(QString()); }
+    [[nodiscard]] QString keyErrorText() const { return m_keyError.value_or(QString()); }
+    [[nodiscard]] Notice kitNoticeOrNone() const { return m_kitNotice.value_or(Notice()); }
     [[nodiscard]] QVariantMap sourceSizesView() const;
-    [[nodiscard]] QVariant lastSuccessView() const;
-    [[nodiscard]] QVariant lastCheckView() const;
-    [[nodiscard]] QVariant staleTextView() const { return variant(staleText()); }
+    [[nodiscard]] bool hasLastSuccess() const { return lastSuccess().has_value(); }
+    [[nodiscard]] RunRecord lastSuccessOrNone() const
+    {
+        return lastSuccess().value_or(RunRecord());
+    }
+    [[nodiscard]] bool hasLastCheck() const { return lastCheck().has_value(); }
+    [[nodiscard]] RunRecord lastCheckOrNone() const { return lastCheck().value_or(RunRecord()); }
+    [[nodiscard]] QString staleTextOrNone() const { return staleText().value_or(QString()); }
 
     const std::shared_ptr<Desktop> m_desktop;
     const bool m_isAtRest = false;

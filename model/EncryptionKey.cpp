@@ -151,7 +151,7 @@ void AppModel::replaceKey(const QString &key, KeyResult done)
             if (refusing) {
                 done(Texts::tr("Questa chiave non apre il backup su %1. La chiave in uso non è "
                                "stata cambiata.")
-                         .arg(::title(*refusing)));
+                         .arg(DestinationIDs::title(*refusing)));
             } else {
                 done(install(key, true));
             }

@@ -21,20 +21,21 @@ std::optional<RunRecord> firstRecord(const QList<RunRecord> &history, Condition 
 
 std::optional<RunRecord> AppModel::lastSuccess() const
 {
-    return firstRecord(
-        m_history, [](const RunRecord &record) { return !record.kind && isGood(record.outcome); });
+    return firstRecord(m_history, [](const RunRecord &record) {
+        return !record.isVerification() && isGood(record.outcome);
+    });
 }
 
 std::optional<RunRecord> AppModel::lastRecord(DestinationID destination) const
 {
     return firstRecord(m_history, [destination](const RunRecord &record) {
-        return !record.kind && record.destination == destination;
+        return !record.isVerification() && record.destination == destination;
     });
 }
 
 std::optional<RunRecord> AppModel::lastCheck() const
 {
-    return firstRecord(m_history, [](const RunRecord &record) { return record.kind.has_value(); });
+    return firstRecord(m_history, [](const RunRecord &record) { return record.isVerification(); });
 }
 
 QString AppModel::stateText(DestinationID destination) const
@@ -56,7 +57,7 @@ QString AppModel::stateText(DestinationID destination) const
     return Texts::tr("Backup %1").arg(Fmt::relative(last->date));
 }
 
-AppModel::Tone AppModel::stateTone(DestinationID destination) const
+Tone AppModel::stateTone(DestinationID destination) const
 {
     if (!m_config.isEnabled(destination)) {
         return Tone::Off;
@@ -75,9 +76,7 @@ std::optional<QString> AppModel::staleText() const
 {
     static constexpr qint64 secondsPerHour = 3600;
     static constexpr qint64 hoursPerDay = 24;
-    const bool isAnyEnabled =
-        m_config.localEnabled || m_config.driveEnabled || m_config.serverEnabled;
-    if (m_config.alertAfterHours < 0 || !isAnyEnabled) {
+    if (m_config.alertAfterHours < 0 || !m_config.hasDestination()) {
         return std::nullopt;
     }
     const std::optional<RunRecord> last = lastSuccess();
@@ -97,41 +96,26 @@ std::optional<QString> AppModel::staleText() const
     return Texts::tr("%1 giorni", nullptr, Texts::count(days)).arg(days);
 }
 
-QList<DestinationView> AppModel::destinations() const
+QList<DestinationState> AppModel::destinations() const
 {
-    QList<DestinationView> views;
+    QList<DestinationState> states;
     for (const DestinationID id : allDestinations) {
-        DestinationView view;
-        view.id = static_cast<int>(id);
-        view.title = ::title(id);
-        view.enabled = m_config.isEnabled(id);
-        view.stateText = stateText(id);
-        view.stateTone = static_cast<int>(stateTone(id));
-        view.known = m_repos.contains(id);
-        view.repo = m_repos.value(id);
-        views.append(view);
+        const RepoInfo repo = m_repos.value(id);
+        DestinationState state{.id = id,
+                               .enabled = m_config.isEnabled(id),
+                               .stateText = stateText(id),
+                               .stateTone = stateTone(id),
+                               .known = m_repos.contains(id),
+                               .snapshotDates = {},
+                               .size = repo.size.value_or(-1),
+                               .error = repo.error.value_or(QString()),
+                               .loading = repo.loading};
+        for (const Snap &snapshot : repo.snapshots) {
+            state.snapshotDates.append(snapshot.date);
+        }
+        states.append(state);
     }
-    return views;
-}
-
-QVariant AppModel::statusView() const
-{
-    return m_status ? QVariant::fromValue(StatusView(*m_status)) : QVariant();
-}
-
-QList<RecordView> AppModel::historyView() const
-{
-    return {m_history.cbegin(), m_history.cend()};
-}
-
-QVariant AppModel::driveQuotaView() const
-{
-    return m_driveQuota ? QVariant::fromValue(QuotaView(*m_driveQuota)) : QVariant();
-}
-
-QVariant AppModel::serverQuotaView() const
-{
-    return m_serverQuota ? QVariant::fromValue(QuotaView(*m_serverQuota)) : QVariant();
+    return states;
 }
 
 QVariantMap AppModel::sourceSizesView() const
@@ -141,16 +125,4 @@ QVariantMap AppModel::sourceSizesView() const
         sizes.insert(entry.key(), entry.value());
     }
     return sizes;
-}
-
-QVariant AppModel::lastSuccessView() const
-{
-    const std::optional<RunRecord> record = lastSuccess();
-    return record ? QVariant::fromValue(RecordView(*record)) : QVariant();
-}
-
-QVariant AppModel::lastCheckView() const
-{
-    const std::optional<RunRecord> record = lastCheck();
-    return record ? QVariant::fromValue(RecordView(*record)) : QVariant();
 }

@@ -83,11 +83,6 @@ void AppModel::read(const Restic &restic, bool isThere, int use)
         this, [restic] { return readRepository(restic); }, storeIfInUse);
 }
 
-void AppModel::refresh(Destination destination)
-{
-    refresh(static_cast<DestinationID>(destination));
-}
-
 void AppModel::refreshAll()
 {
     lookAtLocalFolder();

@@ -1,9 +1,10 @@
 #include "state/AppConfig.h"
 
-#include "state/JSONReader.h"
+#include "state/FieldsJSON.h"
 #include "state/Texts.h"
 
-#include <QJsonArray>
+#include <algorithm>
+#include <iterator>
 
 QString AppConfig::repository(DestinationID destination) const
 {
@@ -29,6 +30,19 @@ bool AppConfig::isEnabled(DestinationID destination) const
         return serverEnabled;
     }
     Q_UNREACHABLE();
+}
+
+QList<DestinationID> AppConfig::enabledDestinations() const
+{
+    QList<DestinationID> enabled;
+    std::copy_if(allDestinations.begin(), allDestinations.end(), std::back_inserter(enabled),
+                 [this](DestinationID destination) { return isEnabled(destination); });
+    return enabled;
+}
+
+bool AppConfig::hasDestination() const
+{
+    return !enabledDestinations().isEmpty();
 }
 
 QStringList AppConfig::defaultExcludes()
@@ -72,60 +86,10 @@ QString AppConfig::retentionLabel() const
 
 QJsonObject AppConfig::toJSON() const
 {
-    return {
-        {QStringLiteral("sources"), QJsonArray::fromStringList(sources)},
-        {QStringLiteral("excludes"), QJsonArray::fromStringList(excludes)},
-        {QStringLiteral("excludeCaches"), excludeCaches},
-        {QStringLiteral("localEnabled"), localEnabled},
-        {QStringLiteral("localFolder"), localFolder},
-        {QStringLiteral("serverEnabled"), serverEnabled},
-        {QStringLiteral("serverKind"), rawValue(serverKind)},
-        {QStringLiteral("serverHost"), serverHost},
-        {QStringLiteral("serverPort"), serverPort},
-        {QStringLiteral("serverUser"), serverUser},
-        {QStringLiteral("serverKeyFile"), serverKeyFile},
-        {QStringLiteral("serverPath"), serverPath},
-        {QStringLiteral("driveEnabled"), driveEnabled},
-        {QStringLiteral("driveFolder"), driveFolder},
-        {QStringLiteral("driveClientID"), driveClientID},
-        {QStringLiteral("driveClientSecret"), driveClientSecret},
-        {QStringLiteral("autoBackup"), autoBackup},
-        {QStringLiteral("intervalHours"), intervalHours},
-        {QStringLiteral("skipOnBattery"), skipOnBattery},
-        {QStringLiteral("alertAfterHours"), alertAfterHours},
-        {QStringLiteral("keySaved"), keySaved},
-        {QStringLiteral("keepDays"), keepDays},
-    };
+    return FieldsJSON::encoded(*this);
 }
 
 std::optional<AppConfig> AppConfig::fromJSON(const QJsonObject &object)
 {
-    JSONReader reader(object);
-    AppConfig config;
-    config.sources = reader.texts("sources");
-    config.excludes = reader.texts("excludes");
-    config.excludeCaches = reader.boolean("excludeCaches");
-    config.localEnabled = reader.boolean("localEnabled");
-    config.localFolder = reader.text("localFolder");
-    config.serverEnabled = reader.boolean("serverEnabled");
-    config.serverKind = reader.named("serverKind", ::serverKind);
-    config.serverHost = reader.text("serverHost");
-    config.serverPort = reader.text("serverPort");
-    config.serverUser = reader.text("serverUser");
-    config.serverKeyFile = reader.text("serverKeyFile");
-    config.serverPath = reader.text("serverPath");
-    config.driveEnabled = reader.boolean("driveEnabled");
-    config.driveFolder = reader.text("driveFolder");
-    config.driveClientID = reader.text("driveClientID");
-    config.driveClientSecret = reader.text("driveClientSecret");
-    config.autoBackup = reader.boolean("autoBackup");
-    config.intervalHours = reader.integer("intervalHours");
-    config.skipOnBattery = reader.boolean("skipOnBattery");
-    config.alertAfterHours = reader.integer("alertAfterHours");
-    config.keySaved = reader.boolean("keySaved");
-    config.keepDays = reader.integer("keepDays");
-    if (!reader.isGood()) {
-        return std::nullopt;
-    }
-    return config;
+    return FieldsJSON::decoded<AppConfig>(object);
 }

@@ -6,6 +6,7 @@
 
 #include <QJsonObject>
 #include <QList>
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -19,11 +20,39 @@ struct RetentionOption
     QString shortLabel;
 };
 
-/// The person's settings: a plain value, kept in config.json under the fields' names. A new value
-/// holds the defaults of this moment. The secret of a server is never here; the secret of a Drive
-/// client of one's own is.
+/// The user's settings: a plain value, kept in config.json. A new value holds the defaults of this
+/// moment. The secret of a server is never here; the secret of a Drive client of one's own is.
+///
+/// A setting is a field and its property: config.json and QML have it under the property's name.
 struct AppConfig
 {
+    Q_GADGET
+    Q_PROPERTY(QStringList sources MEMBER sources FINAL)
+    Q_PROPERTY(QStringList excludes MEMBER excludes FINAL)
+    Q_PROPERTY(bool excludeCaches MEMBER excludeCaches FINAL)
+    Q_PROPERTY(bool localEnabled MEMBER localEnabled FINAL)
+    Q_PROPERTY(QString localFolder MEMBER localFolder FINAL)
+    Q_PROPERTY(bool serverEnabled MEMBER serverEnabled FINAL)
+    Q_PROPERTY(ServerKinds::ServerKind serverKind MEMBER serverKind FINAL)
+    Q_PROPERTY(QString serverHost MEMBER serverHost FINAL)
+    Q_PROPERTY(QString serverPort MEMBER serverPort FINAL)
+    Q_PROPERTY(QString serverUser MEMBER serverUser FINAL)
+    Q_PROPERTY(QString serverKeyFile MEMBER serverKeyFile FINAL)
+    Q_PROPERTY(QString serverPath MEMBER serverPath FINAL)
+    Q_PROPERTY(bool driveEnabled MEMBER driveEnabled FINAL)
+    Q_PROPERTY(QString driveFolder MEMBER driveFolder FINAL)
+    Q_PROPERTY(QString driveClientID MEMBER driveClientID FINAL)
+    Q_PROPERTY(QString driveClientSecret MEMBER driveClientSecret FINAL)
+    Q_PROPERTY(bool autoBackup MEMBER autoBackup FINAL)
+    Q_PROPERTY(qint64 intervalHours MEMBER intervalHours FINAL)
+    Q_PROPERTY(bool skipOnBattery MEMBER skipOnBattery FINAL)
+    Q_PROPERTY(qint64 alertAfterHours MEMBER alertAfterHours FINAL)
+    Q_PROPERTY(bool keySaved MEMBER keySaved FINAL)
+    Q_PROPERTY(qint64 keepDays MEMBER keepDays FINAL)
+    Q_PROPERTY(QString retentionLabel READ retentionLabel STORED false FINAL)
+    Q_PROPERTY(bool hasDestination READ hasDestination STORED false FINAL)
+
+public:
     QStringList sources = {Paths::home(), QStringLiteral("/Applications")}; ///< absolute folders
     QStringList excludes = defaultExcludes(); ///< restic's patterns; a leading ~ is the home
     bool excludeCaches = true;                ///< leave out folders marked as caches
@@ -48,7 +77,7 @@ struct AppConfig
     qint64 intervalHours = 1;    ///< hours between scheduled runs
     bool skipOnBattery = false;  ///< scheduled runs wait for mains power
     qint64 alertAfterHours = 24; ///< hours without a good backup before an alert; negative is never
-    bool keySaved = false;       ///< the person has confirmed that the encryption key is saved
+    bool keySaved = false;       ///< the user has confirmed that the encryption key is saved
     qint64 keepDays = 730; ///< days that versions are kept; 0 is for ever, negative the last only
 
     bool operator==(const AppConfig &) const = default;
@@ -59,7 +88,13 @@ struct AppConfig
     /// Whether a destination is in use.
     [[nodiscard]] bool isEnabled(DestinationID destination) const;
 
-    /// The choices that the person has, from the shortest to the longest.
+    /// The destinations in use, in the order of every run.
+    [[nodiscard]] QList<DestinationID> enabledDestinations() const;
+
+    /// Whether any destination is in use.
+    [[nodiscard]] bool hasDestination() const;
+
+    /// The choices that the user has, from the shortest to the longest.
     static QList<RetentionOption> retentionOptions();
 
     /// The long name of the choice in force; a number of days where there is no such choice.

@@ -1,21 +1,26 @@
 #pragma once
 
+#include "state/RawValue.h"
+
+#include <QObject>
 #include <QString>
 
 #include <array>
-#include <optional>
 
-/// One of the three places that a backup can go to. The order here is the order of every run.
+namespace DestinationIDs {
+Q_NAMESPACE
+
+/// One of the three places that a backup can go to. The order here is the order of every run. Its
+/// raw values are "local", "drive" and "server".
 enum class DestinationID { Local, Drive, Server };
-
-inline constexpr std::array allDestinations = {DestinationID::Local, DestinationID::Drive,
-                                               DestinationID::Server};
-
-/// The text that stands for a destination in our JSON files: "local", "drive" or "server".
-QString rawValue(DestinationID destination);
-
-/// The destination of a raw value; absent for any other text.
-std::optional<DestinationID> destinationID(const QString &rawValue);
+Q_ENUM_NS(DestinationID)
 
 /// The name on screen.
 QString title(DestinationID destination);
+
+} // namespace DestinationIDs
+
+using DestinationIDs::DestinationID;
+
+inline constexpr std::array allDestinations = {DestinationID::Local, DestinationID::Drive,
+                                               DestinationID::Server};

@@ -47,6 +47,15 @@ QStringList JSONReader::texts(const char *key)
     return result;
 }
 
+QUuid JSONReader::id(const char *key)
+{
+    const QString plain = text(key);
+    const QUuid id = QUuid::fromString(plain);
+    // Qt passes over what follows a good beginning, and takes braces.
+    m_good = m_good && id.toString(QUuid::WithoutBraces).compare(plain, Qt::CaseInsensitive) == 0;
+    return id;
+}
+
 std::optional<QString> JSONReader::optionalText(const char *key)
 {
     const auto value = present(key);

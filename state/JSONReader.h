@@ -5,6 +5,7 @@
 #include <QJsonValue>
 #include <QString>
 #include <QStringList>
+#include <QUuid>
 
 #include <limits>
 #include <optional>
@@ -24,6 +25,8 @@ public:
     double real(const char *key);
     QDateTime date(const char *key);
     QStringList texts(const char *key);
+    /// An id in its plain form, without braces.
+    QUuid id(const char *key);
 
     /// A whole number that fits T.
     template <typename T = qint64>

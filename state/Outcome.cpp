@@ -2,34 +2,7 @@
 
 #include "state/Texts.h"
 
-QString rawValue(Outcome outcome)
-{
-    switch (outcome) {
-    case Outcome::Ok:
-        return QStringLiteral("ok");
-    case Outcome::Warning:
-        return QStringLiteral("warning");
-    case Outcome::Failed:
-        return QStringLiteral("failed");
-    case Outcome::Skipped:
-        return QStringLiteral("skipped");
-    case Outcome::Cancelled:
-        return QStringLiteral("cancelled");
-    }
-    Q_UNREACHABLE();
-}
-
-std::optional<Outcome> outcome(const QString &raw)
-{
-    for (const Outcome value : allOutcomes) {
-        if (rawValue(value) == raw) {
-            return value;
-        }
-    }
-    return std::nullopt;
-}
-
-QString label(Outcome outcome)
+QString Outcomes::label(Outcome outcome)
 {
     switch (outcome) {
     case Outcome::Ok:
@@ -46,7 +19,7 @@ QString label(Outcome outcome)
     Q_UNREACHABLE();
 }
 
-bool isGood(Outcome outcome)
+bool Outcomes::isGood(Outcome outcome)
 {
     return outcome == Outcome::Ok || outcome == Outcome::Warning;
 }

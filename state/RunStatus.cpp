@@ -1,8 +1,7 @@
 #include "state/RunStatus.h"
 
 #include "platform/ExecutablePath.h"
-#include "state/JSONFile.h"
-#include "state/JSONReader.h"
+#include "state/FieldsJSON.h"
 
 #include <QFileInfo>
 
@@ -34,43 +33,10 @@ bool RunStatus::isAlive() const
 
 QJsonObject RunStatus::toJSON() const
 {
-    QJsonObject object{
-        {QStringLiteral("pid"), pid},
-        {QStringLiteral("startedAt"), JSONFile::dateText(startedAt)},
-        {QStringLiteral("destination"), rawValue(destination)},
-        {QStringLiteral("phase"), phase},
-        {QStringLiteral("percent"), percent},
-        {QStringLiteral("filesDone"), filesDone},
-        {QStringLiteral("totalFiles"), totalFiles},
-        {QStringLiteral("bytesDone"), bytesDone},
-        {QStringLiteral("totalBytes"), totalBytes},
-    };
-    if (secondsRemaining) {
-        object.insert(QStringLiteral("secondsRemaining"), *secondsRemaining);
-    }
-    if (currentFile) {
-        object.insert(QStringLiteral("currentFile"), *currentFile);
-    }
-    return object;
+    return FieldsJSON::encoded(*this);
 }
 
 std::optional<RunStatus> RunStatus::fromJSON(const QJsonObject &object)
 {
-    JSONReader reader(object);
-    RunStatus status;
-    status.pid = reader.integer<std::int32_t>("pid");
-    status.startedAt = reader.date("startedAt");
-    status.destination = reader.named("destination", destinationID);
-    status.phase = reader.text("phase");
-    status.percent = reader.real("percent");
-    status.filesDone = reader.integer("filesDone");
-    status.totalFiles = reader.integer("totalFiles");
-    status.bytesDone = reader.integer("bytesDone");
-    status.totalBytes = reader.integer("totalBytes");
-    status.secondsRemaining = reader.optionalInteger("secondsRemaining");
-    status.currentFile = reader.optionalText("currentFile");
-    if (!reader.isGood()) {
-        return std::nullopt;
-    }
-    return status;
+    return FieldsJSON::decoded<RunStatus>(object);
 }

@@ -2,42 +2,17 @@
 
 #include "state/Texts.h"
 
-QString rawValue(ServerKind kind)
-{
-    switch (kind) {
-    case ServerKind::Sftp:
-        return QStringLiteral("sftp");
-    case ServerKind::Webdav:
-        return QStringLiteral("webdav");
-    case ServerKind::S3:
-        return QStringLiteral("s3");
-    case ServerKind::Smb:
-        return QStringLiteral("smb");
-    }
-    Q_UNREACHABLE();
-}
-
-std::optional<ServerKind> serverKind(const QString &raw)
-{
-    for (const ServerKind kind : allServerKinds) {
-        if (rawValue(kind) == raw) {
-            return kind;
-        }
-    }
-    return std::nullopt;
-}
-
-QString userLabel(ServerKind kind)
+QString ServerKinds::userLabel(ServerKind kind)
 {
     return kind == ServerKind::S3 ? Texts::tr("Access key") : Texts::tr("Utente");
 }
 
-QString secretLabel(ServerKind kind)
+QString ServerKinds::secretLabel(ServerKind kind)
 {
     return kind == ServerKind::S3 ? Texts::tr("Secret key") : Texts::tr("Password");
 }
 
-QString pathLabel(ServerKind kind)
+QString ServerKinds::pathLabel(ServerKind kind)
 {
     switch (kind) {
     case ServerKind::Sftp:
@@ -51,7 +26,7 @@ QString pathLabel(ServerKind kind)
     Q_UNREACHABLE();
 }
 
-bool hasPort(ServerKind kind)
+bool ServerKinds::hasPort(ServerKind kind)
 {
     return kind == ServerKind::Sftp || kind == ServerKind::Smb;
 }

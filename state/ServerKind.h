@@ -1,21 +1,19 @@
 #pragma once
 
+#include "state/RawValue.h"
+
+#include <QObject>
 #include <QString>
 
 #include <array>
-#include <optional>
 
-/// How the private server is reached.
+namespace ServerKinds {
+Q_NAMESPACE
+
+/// How the private server is reached. Its raw values are "sftp", "webdav", "s3" and "smb", which
+/// are rclone's names for them too.
 enum class ServerKind { Sftp, Webdav, S3, Smb };
-
-inline constexpr std::array allServerKinds = {ServerKind::Sftp, ServerKind::Webdav, ServerKind::S3,
-                                              ServerKind::Smb};
-
-/// The text that stands for a kind in config.json: "sftp", "webdav", "s3" or "smb".
-QString rawValue(ServerKind kind);
-
-/// The kind of a raw value; absent for any other text.
-std::optional<ServerKind> serverKind(const QString &rawValue);
+Q_ENUM_NS(ServerKind)
 
 /// Labels of the three fields of the server's form.
 QString userLabel(ServerKind kind);
@@ -24,3 +22,10 @@ QString pathLabel(ServerKind kind);
 
 /// Whether the form offers a field for the port.
 bool hasPort(ServerKind kind);
+
+} // namespace ServerKinds
+
+using ServerKinds::ServerKind;
+
+inline constexpr std::array allServerKinds = {ServerKind::Sftp, ServerKind::Webdav, ServerKind::S3,
+                                              ServerKind::Smb};

@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QList>
 #include <QMap>
+#include <QObject>
 #include <QString>
 
 #include <memory>
@@ -49,6 +50,11 @@ void disconnect();
 /// Space on a remote, in bytes.
 struct Quota
 {
+    Q_GADGET
+    Q_PROPERTY(qint64 used MEMBER used FINAL)
+    Q_PROPERTY(qint64 total MEMBER total FINAL)
+
+public:
     qint64 used = 0;
     qint64 total = 0;
 

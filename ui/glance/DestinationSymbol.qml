@@ -6,13 +6,13 @@ import Vellomar.Glance
 GlyphWell {
     id: root
 
-    required property int destination // a value of AppModel.Destination
+    required property int destination // a value of DestinationID
 
     symbol: {
         switch (root.destination) {
-        case AppModel.Destination.Drive:
+        case DestinationID.Drive:
             return "cloud";
-        case AppModel.Destination.Server:
+        case DestinationID.Server:
             return "server.rack";
         default:
             return "externaldrive";

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "model/AppModel.h"
+#include "ui/summary/OverviewTexts.h"
+#include "ui/summary/ProtectionChecks.h"
 
 #include <QtQml/qqml.h>
 
-// The model and its plain values under the names that QML has for them.
+// The model, its plain values and their enumerations under the names that QML has for them.
 
 // NOLINTBEGIN(readability-identifier-naming,cppcoreguidelines-pro-type-member-init): what the
 // macros declare
@@ -17,39 +19,39 @@ struct AppModelForeign
     QML_UNCREATABLE("The program has one, and hands it in.")
 };
 
-struct ConfigViewForeign
+struct AppConfigForeign
 {
     Q_GADGET
-    QML_FOREIGN(ConfigView)
-    QML_VALUE_TYPE(configView)
+    QML_FOREIGN(AppConfig)
+    QML_VALUE_TYPE(appConfig)
 };
 
-struct StatusViewForeign
+struct RunStatusForeign
 {
     Q_GADGET
-    QML_FOREIGN(StatusView)
-    QML_VALUE_TYPE(statusView)
+    QML_FOREIGN(RunStatus)
+    QML_VALUE_TYPE(runStatus)
 };
 
-struct RecordViewForeign
+struct RunRecordForeign
 {
     Q_GADGET
-    QML_FOREIGN(RecordView)
-    QML_VALUE_TYPE(recordView)
+    QML_FOREIGN(RunRecord)
+    QML_VALUE_TYPE(runRecord)
 };
 
-struct DestinationViewForeign
+struct DestinationStateForeign
 {
     Q_GADGET
-    QML_FOREIGN(DestinationView)
-    QML_VALUE_TYPE(destinationView)
+    QML_FOREIGN(DestinationState)
+    QML_VALUE_TYPE(destinationState)
 };
 
-struct QuotaViewForeign
+struct QuotaForeign
 {
     Q_GADGET
-    QML_FOREIGN(QuotaView)
-    QML_VALUE_TYPE(quotaView)
+    QML_FOREIGN(Rclone::Quota)
+    QML_VALUE_TYPE(quota)
 };
 
 struct NoticeForeign
@@ -58,5 +60,42 @@ struct NoticeForeign
     QML_FOREIGN(Notice)
     QML_VALUE_TYPE(notice)
 };
+
+struct CheckForeign
+{
+    Q_GADGET
+    QML_FOREIGN(ProtectionChecks::Check)
+    QML_VALUE_TYPE(protectionCheck)
+};
+
+namespace DestinationIDsForeign {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(DestinationIDs)
+QML_NAMED_ELEMENT(DestinationID)
+} // namespace DestinationIDsForeign
+
+namespace OutcomesForeign {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(Outcomes)
+QML_NAMED_ELEMENT(Outcome)
+} // namespace OutcomesForeign
+
+namespace ServerKindsForeign {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(ServerKinds)
+QML_NAMED_ELEMENT(ServerKind)
+} // namespace ServerKindsForeign
+
+namespace TonesForeign {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(Tones)
+QML_NAMED_ELEMENT(Tone)
+} // namespace TonesForeign
+
+namespace OverviewTextsForeign {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(OverviewTexts)
+QML_NAMED_ELEMENT(OverviewTexts)
+} // namespace OverviewTextsForeign
 
 // NOLINTEND(readability-identifier-naming,cppcoreguidelines-pro-type-member-init)

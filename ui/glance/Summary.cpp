@@ -107,7 +107,7 @@ Summary::Told Summary::told() const
         .title = OverviewTexts::title(m_situation),
         .detail = OverviewTexts::detail(m_situation),
         .currentFile = OverviewTexts::currentFile(m_situation),
-        .action = static_cast<Action>(OverviewTexts::action(m_situation)),
+        .action = OverviewTexts::action(m_situation),
         .notice = OverviewTexts::notice(m_situation),
         .dialValue = DialFace::value(m_situation),
         .dialCaption = DialFace::caption(m_situation),
@@ -135,12 +135,7 @@ QList<bool> Summary::ticks() const
 
 QString Summary::actionLabel() const
 {
-    return OverviewTexts::label(static_cast<OverviewTexts::Action>(m_told.action));
-}
-
-QList<CheckView> Summary::checks() const
-{
-    return {m_checks.cbegin(), m_checks.cend()};
+    return OverviewTexts::label(m_told.action);
 }
 
 QString Summary::badge() const
@@ -160,15 +155,15 @@ void Summary::act()
         return;
     }
     switch (action()) {
-    case Action::Choose:
+    case OverviewTexts::Action::Choose:
         m_model->setSection(AppModel::Section::Destinations);
         return;
-    case Action::Start:
+    case OverviewTexts::Action::Start:
         m_model->startBackup();
         return;
-    case Action::Starting:
+    case OverviewTexts::Action::Starting:
         return;
-    case Action::Stop:
+    case OverviewTexts::Action::Stop:
         m_model->cancelBackup();
         return;
     }

@@ -11,27 +11,6 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// One row of the protection panel, for QML.
-struct CheckView : ProtectionChecks::Check
-{
-    Q_GADGET
-    QML_VALUE_TYPE(checkView)
-    Q_PROPERTY(QString id MEMBER id CONSTANT FINAL)
-    Q_PROPERTY(bool ok MEMBER ok CONSTANT FINAL)
-    Q_PROPERTY(QString title MEMBER title CONSTANT FINAL)
-    Q_PROPERTY(QString detail MEMBER detail CONSTANT FINAL)
-    Q_PROPERTY(bool hasRemedy READ hasRemedy CONSTANT FINAL)
-
-public:
-    CheckView() = default;
-    explicit CheckView(const ProtectionChecks::Check &check)
-        : ProtectionChecks::Check(check)
-    {
-    }
-
-    [[nodiscard]] bool hasRemedy() const { return remedy != ProtectionChecks::Remedy::none; }
-};
-
 /// What overview, sidebar and tray panel say of the present situation, told anew whenever the model
 /// changes, and each minute. What comes out the same isn't told of, so that a run, which is seen
 /// anew each second, disturbs only what is about the run.
@@ -44,7 +23,7 @@ class Summary : public QObject
     Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
     Q_PROPERTY(QString detail READ detail NOTIFY changed FINAL)
     Q_PROPERTY(QString currentFile READ currentFile NOTIFY changed FINAL)
-    Q_PROPERTY(Action action READ action NOTIFY changed FINAL)
+    Q_PROPERTY(OverviewTexts::Action action READ action NOTIFY changed FINAL)
     Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed FINAL)
 
     Q_PROPERTY(QString notice READ notice NOTIFY changed FINAL)
@@ -55,13 +34,13 @@ class Summary : public QObject
     Q_PROPERTY(QList<bool> litTicks READ litTicks NOTIFY ticksChanged FINAL)
     Q_PROPERTY(double nowFraction READ nowFraction NOTIFY changed FINAL)
 
-    Q_PROPERTY(QList<CheckView> checks READ checks NOTIFY checksChanged FINAL)
+    Q_PROPERTY(QList<ProtectionChecks::Check> checks READ checks NOTIFY checksChanged FINAL)
     Q_PROPERTY(QString badge READ badge NOTIFY checksChanged FINAL)
     Q_PROPERTY(bool protectedWell READ isProtectedWell NOTIFY checksChanged FINAL)
 
     Q_PROPERTY(bool running READ isRunning NOTIFY changed FINAL)
     Q_PROPERTY(QString sidebarState READ sidebarState NOTIFY changed FINAL)
-    Q_PROPERTY(AppModel::Tone sidebarTone READ sidebarTone NOTIFY changed FINAL)
+    Q_PROPERTY(Tones::Tone sidebarTone READ sidebarTone NOTIFY changed FINAL)
     Q_PROPERTY(QString panelEyebrow READ panelEyebrow NOTIFY changed FINAL)
     Q_PROPERTY(QString panelHeadline READ panelHeadline NOTIFY changed FINAL)
     Q_PROPERTY(QString panelDetail READ panelDetail NOTIFY changed FINAL)
@@ -69,10 +48,6 @@ class Summary : public QObject
         QList<int> panelDestinations READ panelDestinations NOTIFY panelDestinationsChanged FINAL)
 
 public:
-    /// What the large button of the overview does: OverviewTexts::Action.
-    enum class Action { Choose, Start, Starting, Stop };
-    Q_ENUM(Action)
-
     explicit Summary(QObject *parent = nullptr);
 
     [[nodiscard]] AppModel *model() const { return m_model; }
@@ -81,7 +56,7 @@ public:
     [[nodiscard]] QString title() const { return m_told.title; }
     [[nodiscard]] QString detail() const { return m_told.detail; }
     [[nodiscard]] QString currentFile() const { return m_told.currentFile; }
-    [[nodiscard]] Action action() const { return m_told.action; }
+    [[nodiscard]] OverviewTexts::Action action() const { return m_told.action; }
     [[nodiscard]] QString actionLabel() const;
     [[nodiscard]] QString notice() const { return m_told.notice; }
 
@@ -94,18 +69,18 @@ public:
     /// From 0 at the top to 1.
     [[nodiscard]] double nowFraction() const { return m_told.nowFraction; }
 
-    [[nodiscard]] QList<CheckView> checks() const;
+    [[nodiscard]] QList<ProtectionChecks::Check> checks() const { return m_checks; }
     [[nodiscard]] QString badge() const;
     [[nodiscard]] bool isProtectedWell() const;
 
     /// Whether a run is seen; a launch alone is none.
     [[nodiscard]] bool isRunning() const { return m_told.running; }
     [[nodiscard]] QString sidebarState() const { return m_told.sidebarState; }
-    [[nodiscard]] AppModel::Tone sidebarTone() const { return m_told.sidebarTone; }
+    [[nodiscard]] Tone sidebarTone() const { return m_told.sidebarTone; }
     [[nodiscard]] QString panelEyebrow() const { return m_told.panelEyebrow; }
     [[nodiscard]] QString panelHeadline() const { return m_told.panelHeadline; }
     [[nodiscard]] QString panelDetail() const { return m_told.panelDetail; }
-    /// Values of AppModel.Destination.
+    /// Values of DestinationID.
     [[nodiscard]] QList<int> panelDestinations() const { return m_panelDestinations; }
 
     /// Does what the large button says.
@@ -130,7 +105,7 @@ private:
         QString title;
         QString detail;
         QString currentFile;
-        Action action = Action::Choose;
+        OverviewTexts::Action action = OverviewTexts::Action::Choose;
         QString notice;
         QString dialValue;
         QString dialCaption;
@@ -138,7 +113,7 @@ private:
         double nowFraction = 0;
         bool running = false;
         QString sidebarState;
-        AppModel::Tone sidebarTone = AppModel::Tone::Off;
+        Tone sidebarTone = Tone::Off;
         QString panelEyebrow;
         QString panelHeadline;
         QString panelDetail;

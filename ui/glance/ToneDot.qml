@@ -6,15 +6,15 @@ import Vellomar.Glance
 StatusDot {
     id: root
 
-    required property int tone // a value of AppModel.Tone
+    required property int tone // a value of Tone
 
     color: {
         switch (root.tone) {
-        case AppModel.Tone.Attention:
+        case Tone.Attention:
             return Theme.amber;
-        case AppModel.Tone.Wrong:
+        case Tone.Wrong:
             return Theme.coral;
-        case AppModel.Tone.Well:
+        case Tone.Well:
             return Theme.mint;
         default:
             return Theme.white(0.35);

@@ -7,10 +7,10 @@ Pressable {
     id: control
 
     required property AppModel model
-    required property int destination // a value of AppModel.Destination
+    required property int destination // a value of DestinationID
 
-    readonly property var shown: model.destinations[destination]
-    readonly property bool counted: shown.known && shown.error === undefined && shown.enabled
+    readonly property destinationState shown: model.destinations[destination]
+    readonly property bool counted: shown.known && shown.error === "" && shown.enabled
     readonly property string unit: qsTranslate("Texts", "versioni", "", shown.snapshotCount)
 
     ringRadius: 14

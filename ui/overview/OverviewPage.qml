@@ -94,8 +94,8 @@ PagePane {
                 anchors.topMargin: 14
                 anchors.horizontalCenter: parent.horizontalCenter
                 large: true
-                enabled: root.summary.action !== Summary.Action.Starting
-                kind: root.summary.action === Summary.Action.Stop ? PillButton.Kind.Outline
+                enabled: root.summary.action !== OverviewTexts.Action.Starting
+                kind: root.summary.action === OverviewTexts.Action.Stop ? PillButton.Kind.Outline
                                                                   : PillButton.Kind.Primary
                 text: root.summary.actionLabel
                 onClicked: root.summary.act()
@@ -169,7 +169,7 @@ PagePane {
             }
 
             Repeater {
-                model: 3 // AppModel.Destination
+                model: 3 // DestinationID
 
                 DestinationTile {
                     required property int index

@@ -81,12 +81,12 @@ Sheet {
     }
 
     InlineMessage {
-        readonly property bool warning: root.model.kitNotice?.warning ?? false
+        readonly property bool warning: root.model.kitNotice.warning
 
         objectName: "notice"
         width: parent.width
-        visible: root.model.kitNotice !== undefined
-        text: root.model.kitNotice?.text ?? ""
+        visible: text !== ""
+        text: root.model.kitNotice.text
         symbol: warning ? "exclamationmark.triangle" : "checkmark.circle"
         color: warning ? Theme.coral : Theme.mint
     }
@@ -94,8 +94,8 @@ Sheet {
     InlineMessage {
         objectName: "error"
         width: parent.width
-        visible: root.model.keyError !== undefined
-        text: root.model.keyError ?? ""
+        visible: text !== ""
+        text: root.model.keyError
         color: Theme.coral
     }
 

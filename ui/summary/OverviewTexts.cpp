@@ -33,7 +33,7 @@ QString OverviewTexts::title(const Situation &situation)
     if (situation.starting) {
         return Texts::tr("In attesa del Portachiavi");
     }
-    if (situation.enabled().isEmpty()) {
+    if (!situation.config.hasDestination()) {
         return Texts::tr("Nessuna destinazione configurata");
     }
     if (situation.staleText) {
@@ -51,7 +51,7 @@ QString OverviewTexts::detail(const Situation &situation)
     if (situation.starting) {
         return Texts::tr("Se il sistema chiede di sbloccarlo, inserisci la password.");
     }
-    if (situation.enabled().isEmpty()) {
+    if (!situation.config.hasDestination()) {
         return Texts::tr("Collega un disco esterno, Google Drive o un server privato.");
     }
     if (!situation.config.keySaved) {
@@ -80,25 +80,25 @@ QString OverviewTexts::notice(const Situation &situation)
 
 OverviewTexts::Action OverviewTexts::action(const Situation &situation)
 {
-    if (situation.enabled().isEmpty()) {
-        return Action::choose;
+    if (!situation.config.hasDestination()) {
+        return Action::Choose;
     }
     if (situation.status) {
-        return Action::stop;
+        return Action::Stop;
     }
-    return situation.launching || situation.starting ? Action::starting : Action::start;
+    return situation.launching || situation.starting ? Action::Starting : Action::Start;
 }
 
 QString OverviewTexts::label(Action action)
 {
     switch (action) {
-    case Action::choose:
+    case Action::Choose:
         return Texts::tr("Scegli una destinazione");
-    case Action::start:
+    case Action::Start:
         return Texts::tr("Esegui backup ora");
-    case Action::starting:
+    case Action::Starting:
         return Texts::tr("Avvio in corso...");
-    case Action::stop:
+    case Action::Stop:
         return Texts::tr("Interrompi");
     }
     return {};

@@ -4,14 +4,16 @@
 
 /// The sentences of the overview, from the present situation.
 namespace OverviewTexts {
+Q_NAMESPACE
 
 /// What the large button does.
 enum class Action {
-    choose,   ///< goes to the destinations, there being none
-    start,    ///< starts a backup
-    starting, ///< nothing: a backup is on its way, or the program itself
-    stop,     ///< stops the backup
+    Choose,   ///< goes to the destinations, there being none
+    Start,    ///< starts a backup
+    Starting, ///< nothing: a backup is on its way, or the program itself
+    Stop,     ///< stops the backup
 };
+Q_ENUM_NS(Action)
 
 QString title(const Situation &situation);
 QString detail(const Situation &situation);

@@ -36,7 +36,7 @@ QString place(DestinationID destination)
 Check copies(const Situation &situation)
 {
     const QString id = QStringLiteral("copies");
-    const QList<DestinationID> enabled = situation.enabled();
+    const QList<DestinationID> enabled = situation.config.enabledDestinations();
     if (enabled.isEmpty()) {
         return {id, false, Texts::tr("Nessuna destinazione"),
                 Texts::tr("I file stanno solo su questo Mac"), Remedy::destinations};

@@ -3,6 +3,7 @@
 #include "ui/summary/Situation.h"
 
 #include <QList>
+#include <QObject>
 #include <QString>
 
 /// What the protection panel looks at, row by row.
@@ -13,6 +14,14 @@ enum class Remedy { none, recoveryKit, destinations, settings, access, activity 
 
 struct Check
 {
+    Q_GADGET
+    Q_PROPERTY(QString id MEMBER id FINAL)
+    Q_PROPERTY(bool ok MEMBER ok FINAL)
+    Q_PROPERTY(QString title MEMBER title FINAL)
+    Q_PROPERTY(QString detail MEMBER detail FINAL)
+    Q_PROPERTY(bool hasRemedy READ hasRemedy FINAL)
+
+public:
     QString id; ///< "key", "copies", "versions", "access" or "integrity"
     bool ok = false;
     QString title;
@@ -20,6 +29,8 @@ struct Check
     Remedy remedy = Remedy::none; ///< none: the row can't be clicked
 
     bool operator==(const Check &) const = default;
+
+    [[nodiscard]] bool hasRemedy() const { return remedy != Remedy::none; }
 };
 
 /// The rows in their order. That of the integrity is missing until something has been verified.

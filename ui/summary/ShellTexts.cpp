@@ -12,7 +12,7 @@ QString ShellTexts::sidebarState(const Situation &situation)
     if (situation.starting) {
         return Texts::tr("In attesa del Portachiavi");
     }
-    if (situation.enabled().isEmpty()) {
+    if (!situation.config.hasDestination()) {
         return Texts::tr("Da configurare");
     }
     if (situation.staleText) {
@@ -21,14 +21,14 @@ QString ShellTexts::sidebarState(const Situation &situation)
     return situation.lastSuccess ? Texts::tr("Backup aggiornato") : Texts::tr("Nessun backup");
 }
 
-AppModel::Tone ShellTexts::sidebarTone(const Situation &situation)
+Tone ShellTexts::sidebarTone(const Situation &situation)
 {
     if (situation.isBusy() || situation.starting) {
-        return AppModel::Tone::Attention;
+        return Tone::Attention;
     }
     const bool isWell =
-        !situation.staleText && !situation.enabled().isEmpty() && situation.lastSuccess;
-    return isWell ? AppModel::Tone::Well : AppModel::Tone::Wrong;
+        !situation.staleText && situation.config.hasDestination() && situation.lastSuccess;
+    return isWell ? Tone::Well : Tone::Wrong;
 }
 
 QString ShellTexts::panelEyebrow(const Situation &situation)
@@ -55,7 +55,7 @@ QString ShellTexts::panelDetail(const Situation &situation)
     if (situation.starting) {
         return Texts::tr("In attesa del Portachiavi.");
     }
-    if (situation.enabled().isEmpty()) {
+    if (!situation.config.hasDestination()) {
         return Texts::tr("Nessuna destinazione configurata.");
     }
     if (!situation.config.keySaved) {
@@ -70,7 +70,7 @@ QString ShellTexts::panelDetail(const Situation &situation)
 
 QList<DestinationID> ShellTexts::panelDestinations(const Situation &situation)
 {
-    const QList<DestinationID> enabled = situation.enabled();
+    const QList<DestinationID> enabled = situation.config.enabledDestinations();
     // Who has set up nothing isn't shown the server.
     return enabled.isEmpty() ? QList{DestinationID::Local, DestinationID::Drive} : enabled;
 }

@@ -6,7 +6,7 @@
 namespace ShellTexts {
 
 QString sidebarState(const Situation &situation);
-AppModel::Tone sidebarTone(const Situation &situation);
+Tone sidebarTone(const Situation &situation);
 
 QString panelEyebrow(const Situation &situation);
 QString panelHeadline(const Situation &situation);

@@ -6,7 +6,7 @@ import Vellomar.Glance
 Item {
     id: root
 
-    required property destinationView destination
+    required property destinationState destination
 
     implicitHeight: Math.max(30, texts.height) + 18
     Accessible.role: Accessible.Grouping

@@ -118,7 +118,7 @@ TEST_F(ModelBackup, isStartedFollowedToItsEndAndListed)
     ASSERT_TRUE(eventuallyInLoop([this] { return local().snapshots.size() == 1; }));
     EXPECT_GT(local().size.value_or(0), 100'000'000);
     EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Backup adesso"));
-    EXPECT_EQ(model->stateTone(DestinationID::Local), AppModel::Tone::Well);
+    EXPECT_EQ(model->stateTone(DestinationID::Local), Tone::Well);
     // Nothing has to reap the child: it was never ours.
     for (const pid_t child : childrenOf(::getpid())) {
         EXPECT_FALSE(hasEnded(child)) << child;
@@ -136,7 +136,7 @@ TEST_F(ModelBackup, stopsWhenAsked)
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
     EXPECT_EQ(model->history().first().outcome, Outcome::Cancelled);
     EXPECT_TRUE(eventuallyInLoop([pid] { return hasEnded(pid); }));
-    EXPECT_EQ(model->stateTone(DestinationID::Local), AppModel::Tone::Well);
+    EXPECT_EQ(model->stateTone(DestinationID::Local), Tone::Well);
 }
 
 TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)

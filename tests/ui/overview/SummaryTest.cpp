@@ -94,7 +94,7 @@ protected:
 
     [[nodiscard]] std::string detailOf(const QString &id) const
     {
-        for (const CheckView &check : summary.checks()) {
+        for (const ProtectionChecks::Check &check : summary.checks()) {
             if (check.id == id) {
                 return check.detail.toStdString();
             }
@@ -118,7 +118,7 @@ TEST_F(SummaryTest, withoutAModelItSaysWhatAFreshInstallationIs)
     EXPECT_EQ(alone.title().toStdString(), "Nessuna destinazione configurata");
     EXPECT_EQ(alone.dialValue().toStdString(), "--");
     EXPECT_EQ(alone.litTicks(), QList<bool>(48, false));
-    EXPECT_EQ(alone.action(), Summary::Action::Choose);
+    EXPECT_EQ(alone.action(), OverviewTexts::Action::Choose);
     EXPECT_EQ(alone.checks().size(), 4);
 }
 
@@ -317,7 +317,7 @@ TEST_F(SummaryTest, otherwiseItStartsABackup)
     EXPECT_EQ(summary.actionLabel().toStdString(), "Esegui backup ora");
     summary.act();
     EXPECT_TRUE(desktop->asked.contains(QStringLiteral("start")));
-    EXPECT_EQ(summary.action(), Summary::Action::Starting);
+    EXPECT_EQ(summary.action(), OverviewTexts::Action::Starting);
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
 }
 

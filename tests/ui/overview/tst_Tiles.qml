@@ -54,9 +54,9 @@ Item {
         }
 
         function test_titleStateAndVersions_data() {
-            const local = AppModel.Destination.Local;
-            const drive = AppModel.Destination.Drive;
-            const server = AppModel.Destination.Server;
+            const local = DestinationID.Local;
+            const drive = DestinationID.Drive;
+            const server = DestinationID.Server;
             return [
                 {tag: "off", state: "fresh", place: local, title: "Disco esterno",
                     text: "Non attiva", colour: Theme.white(0.35)},
@@ -96,7 +96,7 @@ Item {
         }
 
         function test_aDestinationInUseOfWhichNothingIsKnownHasAChevron() {
-            const tile = made("waiting", AppModel.Destination.Server);
+            const tile = made("waiting", DestinationID.Server);
             const config = prepared.model.config;
             config.serverEnabled = true;
             prepared.model.config = config;
@@ -107,7 +107,7 @@ Item {
         }
 
         function test_versionsOfADestinationOutOfUseAreNotCounted() {
-            const tile = made("well", AppModel.Destination.Local);
+            const tile = made("well", DestinationID.Local);
             verify(part(tile, "versions").visible);
             const config = prepared.model.config;
             config.localEnabled = false;
@@ -131,7 +131,7 @@ Item {
         }
 
         function test_itsPartsStandWhereTheDesignSays() {
-            const tile = made("well", AppModel.Destination.Local);
+            const tile = made("well", DestinationID.Local);
             const place = name => part(tile, name).mapToItem(tile, 0, 0);
             compare(tile.width, 384);
             compare(place("well").x, 14);
@@ -147,7 +147,7 @@ Item {
         }
 
         function test_itsFontsAndColours() {
-            const tile = made("well", AppModel.Destination.Local);
+            const tile = made("well", DestinationID.Local);
             const title = part(tile, "title");
             compare(title.font.pixelSize, 14);
             compare(title.font.weight, Font.DemiBold);
@@ -163,7 +163,7 @@ Item {
         }
 
         function test_itIsARaisedBlockThatLiftsUnderThePointer() {
-            const tile = made("well", AppModel.Destination.Local);
+            const tile = made("well", DestinationID.Local);
             compare(tile.background.radius, 14);
             const middle = 40 + tile.height / 2;
             looks(root, 300, middle, Colours.over(0.2, 1, 0.08));
@@ -176,7 +176,7 @@ Item {
         }
 
         function test_hoveringEasesIn() {
-            const tile = made("well", AppModel.Destination.Local);
+            const tile = made("well", DestinationID.Local);
             Motion.still = false;
             tile.hovering = true;
             verify(tile.background.lift < 1);
@@ -184,7 +184,7 @@ Item {
         }
 
         function test_theDotHasTheColourOfTheState() {
-            const tile = made("failed", AppModel.Destination.Drive);
+            const tile = made("failed", DestinationID.Drive);
             const state = part(tile, "state");
             looks(state, 3.5, state.height / 2, Colours.coral);
         }
@@ -234,7 +234,7 @@ Item {
         }
 
         function test_aLongErrorIsCutWithinItsLine() {
-            const tile = made("long", AppModel.Destination.Server);
+            const tile = made("long", DestinationID.Server);
             compare(tile.width, 384);
             compare(tile.height, tile.parent.children[0].height);
             const state = part(tile, "state");

@@ -249,7 +249,7 @@ Item {
                 }
             }
             compare(part(rows()[1], "state").text, "Ultimo backup non riuscito");
-            compare(prepared.model.destinations[1].stateTone, AppModel.Tone.Wrong);
+            compare(prepared.model.destinations[1].stateTone, Tone.Wrong);
         }
 
         function test_withNothingSetUpItOffersNoBackup() {

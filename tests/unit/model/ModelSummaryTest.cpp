@@ -4,8 +4,6 @@
 
 namespace {
 
-using Tone = AppModel::Tone;
-
 class ModelSummary : public ModelFixture
 {
 protected:

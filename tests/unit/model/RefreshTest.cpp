@@ -101,7 +101,7 @@ TEST_F(Refresh, whatIsOnShowStaysWhileItReloads)
     start();
     settle();
     tools.hold();
-    model->refresh(AppModel::Destination::Local);
+    model->refresh(DestinationID::Local);
     EXPECT_EQ(local().snapshots.size(), 1);
     EXPECT_EQ(local().size, 1000);
     EXPECT_TRUE(local().loading);
@@ -157,7 +157,7 @@ TEST_F(Refresh, aDestinationThatIsNotThereIsReportedWithoutAskingAnyTool)
         EXPECT_TRUE(info.snapshots.isEmpty());
         EXPECT_EQ(info.size, std::nullopt);
         EXPECT_EQ(model->stateText(destination), text);
-        EXPECT_EQ(model->stateTone(destination), AppModel::Tone::Attention);
+        EXPECT_EQ(model->stateTone(destination), Tone::Attention);
     }
     settle();
     EXPECT_EQ(tools.count(QStringLiteral("restic")), 0);

@@ -26,10 +26,10 @@ TEST(DestinationID, hasItsRawValueAndItsTitle)
 TEST(DestinationID, isFoundByItsRawValueAlone)
 {
     for (const DestinationID destination : allDestinations) {
-        EXPECT_EQ(destinationID(rawValue(destination)), destination);
+        EXPECT_EQ(fromRawValue<DestinationID>(rawValue(destination)), destination);
     }
     for (const char *text : {"", "Local", "disk", " local", "local "}) {
-        EXPECT_FALSE(destinationID(QLatin1String(text))) << text;
+        EXPECT_FALSE(fromRawValue<DestinationID>(QLatin1String(text))) << text;
     }
 }
 
@@ -57,14 +57,14 @@ TEST(ServerKind, hasItsTextsAndItsPort)
              Row{ServerKind::Smb, "smb", "Utente", "Password", "Condivisione e cartella", true},
          }) {
         EXPECT_EQ(rawValue(row.kind), QLatin1String(row.raw));
-        EXPECT_EQ(serverKind(QLatin1String(row.raw)), row.kind);
+        EXPECT_EQ(fromRawValue<ServerKind>(QLatin1String(row.raw)), row.kind);
         EXPECT_EQ(userLabel(row.kind), QLatin1String(row.user));
         EXPECT_EQ(secretLabel(row.kind), QLatin1String(row.secret));
         EXPECT_EQ(pathLabel(row.kind), QLatin1String(row.path));
         EXPECT_EQ(hasPort(row.kind), row.port) << row.raw;
     }
     for (const char *text : {"", "ftp", "SFTP", "s3 "}) {
-        EXPECT_FALSE(serverKind(QLatin1String(text))) << text;
+        EXPECT_FALSE(fromRawValue<ServerKind>(QLatin1String(text))) << text;
     }
 }
 
@@ -80,10 +80,10 @@ TEST(Outcome, hasItsRawValue)
 TEST(Outcome, isFoundByItsRawValueAlone)
 {
     for (const Outcome value : allOutcomes) {
-        EXPECT_EQ(outcome(rawValue(value)), value);
+        EXPECT_EQ(fromRawValue<Outcome>(rawValue(value)), value);
     }
     for (const char *text : {"", "unknown", "OK", "ok\n"}) {
-        EXPECT_FALSE(outcome(QLatin1String(text))) << text;
+        EXPECT_FALSE(fromRawValue<Outcome>(QLatin1String(text))) << text;
     }
 }
 

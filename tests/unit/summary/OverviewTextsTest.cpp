@@ -67,7 +67,7 @@ TEST_F(OverviewTextsTest, aLaunchHoldsTheButton)
 {
     enable(DestinationID::Local);
     situation.launching = true;
-    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::starting);
+    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::Starting);
     EXPECT_EQ(button(), QStringLiteral("Avvio in corso..."));
 }
 
@@ -171,9 +171,9 @@ TEST_F(OverviewTextsTest, waitingForTheKeyringIsReported)
 TEST_F(OverviewTextsTest, nothingStartsWhileTheKeyringIsWaitedFor)
 {
     situation.starting = true;
-    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::choose);
+    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::Choose);
     enable(DestinationID::Local);
-    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::starting);
+    EXPECT_EQ(OverviewTexts::action(situation), OverviewTexts::Action::Starting);
 }
 
 TEST_F(OverviewTextsTest, theFolderThatCannotBeWrittenIsReportedBeforeTheKey)

@@ -3,8 +3,6 @@
 
 namespace {
 
-using Tone = AppModel::Tone;
-
 class ShellTextsTest : public SummaryFixture
 {
 protected:
@@ -87,7 +85,7 @@ TEST_F(ShellTextsTest, waitingForTheKeyringIsReportedBeforeWhatFollowsFromTheKey
 {
     situation.starting = true;
     EXPECT_EQ(ShellTexts::sidebarState(situation), QStringLiteral("In attesa del Portachiavi"));
-    EXPECT_EQ(ShellTexts::sidebarTone(situation), AppModel::Tone::Attention);
+    EXPECT_EQ(ShellTexts::sidebarTone(situation), Tone::Attention);
     EXPECT_EQ(detail(), QStringLiteral("In attesa del Portachiavi."));
     // What is known from the files alone stays.
     succeed(120);
