@@ -69,7 +69,7 @@ int BackupEngine::runAll()
 
 int BackupEngine::runGated()
 {
-    const std::vector<DestinationID> destinations = enabledDestinations();
+    const QList<DestinationID> destinations = m_config.enabledDestinations();
     if (destinations.empty()) {
         return exitGood;
     }
@@ -100,8 +100,7 @@ int BackupEngine::runGated()
     return runDestinations(destinations, **password);
 }
 
-int BackupEngine::runDestinations(const std::vector<DestinationID> &destinations,
-                                  const QString &password)
+int BackupEngine::runDestinations(const QList<DestinationID> &destinations, const QString &password)
 {
     int result = exitGood;
     QList<RunRecord> records;
@@ -140,15 +139,4 @@ void BackupEngine::notifyProblems(const QList<RunRecord> &records)
     if (!m_handle->isCancelled()) {
         ProblemAlerts(m_config.alertAfterHours, m_notify).report(records);
     }
-}
-
-std::vector<DestinationID> BackupEngine::enabledDestinations() const
-{
-    std::vector<DestinationID> enabled;
-    for (const DestinationID destination : allDestinations) {
-        if (m_config.isEnabled(destination)) {
-            enabled.push_back(destination);
-        }
-    }
-    return enabled;
 }

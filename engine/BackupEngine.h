@@ -12,7 +12,6 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 /// One backup cycle over all destinations that are in use.
 ///
@@ -36,7 +35,7 @@ public:
 
 private:
     int runGated();
-    int runDestinations(const std::vector<DestinationID> &destinations, const QString &password);
+    int runDestinations(const QList<DestinationID> &destinations, const QString &password);
 
     /// Backs up all sources to one destination.
     RunRecord runOne(DestinationID destination, const QString &password);
@@ -44,8 +43,6 @@ private:
     void verifyIfDue(DestinationID destination, const QString &password);
     /// Reports to the user, at most once a day, what went wrong in a cycle that wasn't stopped.
     void notifyProblems(const QList<RunRecord> &records);
-
-    [[nodiscard]] std::vector<DestinationID> enabledDestinations() const;
 
     const bool m_manual;
     const AppConfig m_config;

@@ -1,8 +1,5 @@
 #include "ui/summary/Situation.h"
 
-#include <algorithm>
-#include <iterator>
-
 Situation Situation::of(const AppModel &model)
 {
     return {
@@ -18,12 +15,4 @@ Situation Situation::of(const AppModel &model)
         .supportError = model.supportError(),
         .keyError = model.keyError(),
     };
-}
-
-QList<DestinationID> Situation::enabled() const
-{
-    QList<DestinationID> list;
-    std::copy_if(allDestinations.begin(), allDestinations.end(), std::back_inserter(list),
-                 [this](DestinationID destination) { return config.isEnabled(destination); });
-    return list;
 }

@@ -20,6 +20,4 @@ struct Situation
     static Situation of(const AppModel &model);
 
     [[nodiscard]] bool isBusy() const { return status || launching; }
-    /// The destinations in use, in their order.
-    [[nodiscard]] QList<DestinationID> enabled() const;
 };
