@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QByteArray>
+#include <QList>
+#include <QMetaType>
+#include <QStringList>
+#include <QVariantList>
+
+/// A list of gadgets for QML, told apart by the value of one of their properties, the key.
+///
+/// A new list takes the place of the old one by insertions, removals, moves and changes of rows, so
+/// that whoever shows a row keeps it for as long as its key is there. A list that takes more than
+/// `mostChanges` insertions, removals and moves is begun anew instead, as each of them costs as
+/// much as the list is long; changed rows in more places than that are reported as one stretch.
+///
+/// A row has a role for each of its properties, and the role `value` for all of it.
+class KeyedListModel : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
+
+public:
+    static constexpr qsizetype mostChanges = 100;
+
+    /// `rowType` is a gadget's, and `key` the name of a property of it. Rows that share a key are
+    /// told apart by their order: the second one in the old list is the second one in the new list.
+    KeyedListModel(QMetaType rowType, const char *key, QObject *parent = nullptr);
+
+    /// Makes the list this one. `Row` is the type of the rows; it can be compared with `==`.
+    template <typename Row>
+    void assign(const QList<Row> &rows)
+    {
+        Q_ASSERT(QMetaType::fromType<Row>() == m_rowType);
+        QVariantList values;
+        values.reserve(rows.size());
+        for (const Row &row : rows) {
+            values.append(QVariant::fromValue(row));
+        }
+        assignValues(values);
+    }
+
+    [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void countChanged();
+
+private:
+    void assignValues(const QVariantList &rows);
+    void beginAnew(const QVariantList &rows);
+    void removeGone(QList<int> &order);
+    void moveRows(QList<int> &order, const QList<int> &moved);
+    void insertNew(const QList<int> &order, const QVariantList &rows);
+    void changeRows(const QVariantList &rows);
+    [[nodiscard]] QStringList keys(const QVariantList &rows) const;
+
+    const QMetaType m_rowType;
+    const int m_key; ///< index of the property
+    QVariantList m_rows;
+    QStringList m_keys;
+};
