@@ -80,5 +80,26 @@
             <numerusform>Backup automatico ogni %n ore.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %n giorni.</source>
+        <translation>
+            <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %n giorni.</numerusform>
+            <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %n giorni.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %n mesi.</source>
+        <translation>
+            <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %n mesi.</numerusform>
+            <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %n mesi.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %2 anni.</source>
+        <translation>
+            <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %2 anni.</numerusform>
+            <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %2 anni.</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "model/Notice.h"
+#include "model/RepoInfo.h"
+#include "state/AppConfig.h"
+#include "state/RunRecord.h"
+#include "tools/Rclone.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <optional>
+
+/// Whether the destinations will hold: arithmetic on what is known at one moment. All sizes are in
+/// bytes.
+struct SpaceForecast
+{
+    QDateTime now;
+    AppConfig config;
+    QList<RunRecord> history; ///< newest first
+    QMap<DestinationID, RepoInfo> repos;
+    QMap<QString, qint64> sourceSizes; ///< of the folders that were measured, by path
+    std::optional<qint64> localFree; ///< free on the disk of the local folder, absent when unknown
+    std::optional<Rclone::Quota> driveQuota;
+    std::optional<Rclone::Quota> serverQuota;
+
+    /// Absent when it isn't known.
+    [[nodiscard]] std::optional<qint64> freeSpace(DestinationID destination) const;
+
+    /// All sources together; absent unless there are some and each has been measured, as the sum of
+    /// a part would be a wrong promise.
+    [[nodiscard]] std::optional<qint64> sourceTotal() const;
+
+    /// What a day adds to the repository, on average over at most 30 days; absent before there are
+    /// good runs of a day. A run that added half of the repository or more is an upload of all, and
+    /// says nothing of that.
+    [[nodiscard]] std::optional<double> growthPerDay(DestinationID destination) const;
+
+    /// What the largest repository will weigh when the oldest versions begin to go (after five
+    /// years where none goes); absent when only the last is kept, or no growth is known.
+    [[nodiscard]] std::optional<qint64> measuredProjection() const;
+
+    /// The line about a destination; absent when there is nothing to say.
+    [[nodiscard]] std::optional<Notice> forecast(DestinationID destination) const;
+
+private:
+    [[nodiscard]] Notice growth(DestinationID destination) const;
+    [[nodiscard]] std::optional<Notice> firstBackup(DestinationID destination) const;
+};
