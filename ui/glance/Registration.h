@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AppModel.h"
+#include "model/KeyedListModel.h"
 #include "ui/summary/OverviewTexts.h"
 #include "ui/summary/ProtectionChecks.h"
 
@@ -17,6 +18,14 @@ struct AppModelForeign
     QML_FOREIGN(AppModel)
     QML_NAMED_ELEMENT(AppModel)
     QML_UNCREATABLE("The program has one, and hands it in.")
+};
+
+struct KeyedListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(KeyedListModel)
+    QML_NAMED_ELEMENT(KeyedListModel)
+    QML_UNCREATABLE("Its owner hands it in.")
 };
 
 struct AppConfigForeign

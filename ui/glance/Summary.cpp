@@ -4,6 +4,7 @@
 #include "ui/summary/ShellTexts.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -66,7 +67,19 @@ void Summary::update()
         }
     }
     m_halfHours = DialFace::litSlots(versions, AppModel::now());
+    updateDestinations();
     tell();
+}
+
+void Summary::updateDestinations()
+{
+    const auto destinations = m_model ? m_model->destinations() : QList<DestinationState>();
+    m_destinationRows.assign(destinations);
+    const QList<DestinationID> inPanel = ShellTexts::panelDestinations(m_situation);
+    QList<DestinationState> rows;
+    std::copy_if(destinations.cbegin(), destinations.cend(), std::back_inserter(rows),
+                 [&inPanel](const DestinationState &state) { return inPanel.contains(state.id); });
+    m_panelRows.assign(rows);
 }
 
 // Once a second while a run goes on: neither the versions nor the disk are looked at for that.
@@ -79,22 +92,15 @@ void Summary::updateRun()
 
 void Summary::tell()
 {
-    QList<int> destinations;
-    for (const DestinationID destination : ShellTexts::panelDestinations(m_situation)) {
-        destinations.append(static_cast<int>(destination));
-    }
     const bool isOther = assign(m_told, told());
     const bool hasOtherTicks = assign(m_litTicks, ticks());
     const bool hasOtherChecks = assign(m_checks, ProtectionChecks::checks(m_situation));
-    const bool hasOtherDestinations = assign(m_panelDestinations, destinations);
     if (hasOtherTicks) {
         Q_EMIT ticksChanged();
     }
     if (hasOtherChecks) {
+        m_checkRows.assign(m_checks);
         Q_EMIT checksChanged();
-    }
-    if (hasOtherDestinations) {
-        Q_EMIT panelDestinationsChanged();
     }
     if (isOther) {
         Q_EMIT changed();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/KeyedListModel.h"
 #include "ui/summary/OverviewTexts.h"
 #include "ui/summary/ProtectionChecks.h"
 #include "ui/summary/Situation.h"
@@ -34,7 +35,7 @@ class Summary : public QObject
     Q_PROPERTY(QList<bool> litTicks READ litTicks NOTIFY ticksChanged FINAL)
     Q_PROPERTY(double nowFraction READ nowFraction NOTIFY changed FINAL)
 
-    Q_PROPERTY(QList<ProtectionChecks::Check> checks READ checks NOTIFY checksChanged FINAL)
+    Q_PROPERTY(KeyedListModel *checkRows READ checkRows CONSTANT FINAL)
     Q_PROPERTY(QString badge READ badge NOTIFY checksChanged FINAL)
     Q_PROPERTY(bool protectedWell READ isProtectedWell NOTIFY checksChanged FINAL)
 
@@ -44,8 +45,9 @@ class Summary : public QObject
     Q_PROPERTY(QString panelEyebrow READ panelEyebrow NOTIFY changed FINAL)
     Q_PROPERTY(QString panelHeadline READ panelHeadline NOTIFY changed FINAL)
     Q_PROPERTY(QString panelDetail READ panelDetail NOTIFY changed FINAL)
-    Q_PROPERTY(
-        QList<int> panelDestinations READ panelDestinations NOTIFY panelDestinationsChanged FINAL)
+
+    Q_PROPERTY(KeyedListModel *destinationRows READ destinationRows CONSTANT FINAL)
+    Q_PROPERTY(KeyedListModel *panelRows READ panelRows CONSTANT FINAL)
 
 public:
     explicit Summary(QObject *parent = nullptr);
@@ -70,6 +72,8 @@ public:
     [[nodiscard]] double nowFraction() const { return m_told.nowFraction; }
 
     [[nodiscard]] QList<ProtectionChecks::Check> checks() const { return m_checks; }
+    /// The same for QML.
+    [[nodiscard]] KeyedListModel *checkRows() { return &m_checkRows; }
     [[nodiscard]] QString badge() const;
     [[nodiscard]] bool isProtectedWell() const;
 
@@ -80,8 +84,11 @@ public:
     [[nodiscard]] QString panelEyebrow() const { return m_told.panelEyebrow; }
     [[nodiscard]] QString panelHeadline() const { return m_told.panelHeadline; }
     [[nodiscard]] QString panelDetail() const { return m_told.panelDetail; }
-    /// Values of DestinationID.
-    [[nodiscard]] QList<int> panelDestinations() const { return m_panelDestinations; }
+
+    /// A DestinationState for each destination, in their order; none without a model.
+    [[nodiscard]] KeyedListModel *destinationRows() { return &m_destinationRows; }
+    /// Those of them that the tray panel has.
+    [[nodiscard]] KeyedListModel *panelRows() { return &m_panelRows; }
 
     /// Does what the large button says.
     Q_INVOKABLE void act();
@@ -94,7 +101,6 @@ Q_SIGNALS:
     /// step of the run.
     void ticksChanged();
     void checksChanged();
-    void panelDestinationsChanged();
     /// Any of the other values is another one.
     void changed();
 
@@ -122,6 +128,7 @@ private:
     };
 
     void update();
+    void updateDestinations();
     void updateRun();
     void tell();
     [[nodiscard]] Told told() const;
@@ -133,5 +140,7 @@ private:
     Told m_told;
     QList<bool> m_litTicks;
     QList<ProtectionChecks::Check> m_checks;
-    QList<int> m_panelDestinations;
+    KeyedListModel m_checkRows{QMetaType::fromType<ProtectionChecks::Check>(), "id"};
+    KeyedListModel m_destinationRows{QMetaType::fromType<DestinationState>(), "id"};
+    KeyedListModel m_panelRows{QMetaType::fromType<DestinationState>(), "id"};
 };

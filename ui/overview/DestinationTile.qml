@@ -7,19 +7,19 @@ Pressable {
     id: control
 
     required property AppModel model
-    required property int destination // a value of DestinationID
+    required property destinationState destination
 
-    readonly property destinationState shown: model.destinations[destination]
-    readonly property bool counted: shown.known && shown.error === "" && shown.enabled
-    readonly property string unit: qsTranslate("Texts", "versioni", "", shown.snapshotCount)
+    readonly property bool counted: destination.known && destination.error === ""
+                                    && destination.enabled
+    readonly property string unit: qsTranslate("Texts", "versioni", "", destination.snapshotCount)
 
     ringRadius: 14
     implicitHeight: content.height + 22
-    text: shown.title
+    text: destination.title
     onClicked: model.section = AppModel.Section.Destinations
 
-    Accessible.name: qsTranslate("Texts", "%1: %2").arg(text).arg(shown.stateText)
-    Accessible.description: counted ? qsTranslate("Texts", "%n versioni", "", shown.snapshotCount)
+    Accessible.name: qsTranslate("Texts", "%1: %2").arg(text).arg(destination.stateText)
+    Accessible.description: counted ? qsTranslate("Texts", "%n versioni", "", destination.snapshotCount)
                                     : ""
 
     background: Raised {
@@ -39,7 +39,7 @@ Pressable {
 
             objectName: "well"
             anchors.verticalCenter: parent.verticalCenter
-            destination: control.destination
+            destination: control.destination.id
         }
 
         Column {
@@ -61,8 +61,8 @@ Pressable {
             ToneDot {
                 objectName: "state"
                 width: parent.width
-                text: control.shown.stateText
-                tone: control.shown.stateTone
+                text: control.destination.stateText
+                tone: control.destination.stateTone
                 Accessible.ignored: true
             }
         }
@@ -84,7 +84,7 @@ Pressable {
                 Digits {
                     objectName: "count"
                     anchors.right: parent.right
-                    text: control.shown.snapshotCount
+                    text: control.destination.snapshotCount
                     font: Qt.font({family: Theme.textFamily, pixelSize: 17, weight: Font.DemiBold})
                     Accessible.ignored: true
                 }

@@ -169,15 +169,15 @@ PagePane {
             }
 
             Repeater {
-                model: 3 // DestinationID
+                model: root.summary.destinationRows
 
                 DestinationTile {
-                    required property int index
+                    required property destinationState value
 
-                    objectName: "tile" + index
+                    objectName: "tile" + value.id
                     width: parent ? (parent as Item).width : 0
                     model: root.model
-                    destination: index
+                    destination: value
                 }
             }
         }

@@ -72,25 +72,19 @@ Item {
             width: parent.width
             spacing: 2
 
-            // As many rows as there can be, each for good, so that the keyboard stays where it is
-            // when one comes to be or changes.
             Repeater {
-                model: 5
+                model: root.summary.checkRows
 
                 ProtectionRow {
-                    id: row
+                    required property protectionCheck value
 
-                    required property int index
-                    readonly property var check: root.summary.checks[index]
-
-                    objectName: check ? check.id : ""
+                    objectName: value.id
                     width: parent ? (parent as Item).width : 0
-                    visible: check !== undefined
-                    ok: check?.ok ?? true
-                    title: check?.title ?? ""
-                    detail: check?.detail ?? ""
-                    hasRemedy: check?.hasRemedy ?? false
-                    onClicked: root.summary.remedy(row.check.id)
+                    ok: value.ok
+                    title: value.title
+                    detail: value.detail
+                    hasRemedy: value.hasRemedy
+                    onClicked: root.summary.remedy(value.id)
                 }
             }
         }

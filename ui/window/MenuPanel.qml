@@ -93,13 +93,13 @@ Item {
         }
 
         Repeater {
-            model: root.summary.panelDestinations
+            model: root.summary.panelRows
 
             MenuPanelRow {
-                required property int modelData
+                required property destinationState value
 
                 width: column.width
-                destination: root.model.destinations[modelData]
+                destination: value
             }
         }
 

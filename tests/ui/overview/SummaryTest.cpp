@@ -5,6 +5,7 @@
 #include "ui/prepared/NotedDesktop.h"
 
 #include <QCoreApplication>
+#include <QPersistentModelIndex>
 
 #include <gtest/gtest.h>
 
@@ -14,12 +15,15 @@ namespace {
 class Told
 {
 public:
-    explicit Told(const Summary &summary)
+    explicit Told(Summary &summary)
     {
         note(summary, &Summary::modelChanged, "model");
         note(summary, &Summary::ticksChanged, "ticks");
         note(summary, &Summary::checksChanged, "checks");
-        note(summary, &Summary::panelDestinationsChanged, "destinations");
+        for (auto signal : {&KeyedListModel::rowsInserted, &KeyedListModel::rowsRemoved}) {
+            QObject::connect(summary.panelRows(), signal, &m_context,
+                             [this] { m_words.emplace_back("destinations"); });
+        }
         note(summary, &Summary::changed, "rest");
     }
 
@@ -164,11 +168,30 @@ TEST_F(SummaryTest, anotherSettingReachesIt)
     config.keepDays = -1;
     config.driveEnabled = false;
     model->setConfig(config);
-    EXPECT_EQ(told.take(), Words({"checks", "destinations"}));
+    EXPECT_EQ(told.take(), Words({"destinations", "checks"}));
     EXPECT_EQ(detailOf(QStringLiteral("versions")), "Un file rovinato non si recupera più");
-    EXPECT_EQ(summary.panelDestinations(), QList<int>({0}));
+    EXPECT_EQ(summary.panelRows()->count(), 1);
+    EXPECT_EQ(summary.destinationRows()->count(), 3);
     EXPECT_EQ(summary.badge().toStdString(), "2 da sistemare");
     EXPECT_FALSE(summary.isProtectedWell());
+}
+
+TEST_F(SummaryTest, theRowsOfTheDestinationsStayThemselves)
+{
+    const auto stateOf = [this](const QModelIndex &row) {
+        return row.data(summary.destinationRows()->roleNames().key("value"))
+            .value<DestinationState>();
+    };
+    const QPersistentModelIndex drive = summary.panelRows()->index(1);
+    AppConfig config = model->config();
+    config.localEnabled = false;
+    model->setConfig(config);
+    EXPECT_EQ(drive.row(), 0);
+    EXPECT_EQ(stateOf(drive), model->destinations().at(1));
+    for (int row = 0; row < 3; ++row) {
+        EXPECT_EQ(stateOf(summary.destinationRows()->index(row)), model->destinations().at(row));
+    }
+    EXPECT_FALSE(stateOf(summary.destinationRows()->index(0)).enabled);
 }
 
 TEST_F(SummaryTest, theHistoryReachesIt)
@@ -280,7 +303,7 @@ TEST_F(SummaryTest, aModelThatGoesAwayLeavesNothingBehind)
     show();
     told.take();
     model.reset();
-    EXPECT_EQ(told.take(), Words({"model", "ticks", "checks", "rest"}));
+    EXPECT_EQ(told.take(), Words({"model", "destinations", "ticks", "checks", "rest"}));
     EXPECT_EQ(summary.model(), nullptr);
     EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
     summary.act();

@@ -314,6 +314,19 @@ Item {
             compare(part(part(item, "copies"), "button"), button);
         }
 
+        function test_theKeyboardStaysWhereItIsWhenARowGoes() {
+            const item = made("single");
+            const copies = part(item, "copies");
+            const button = part(copies, "button");
+            button.forceActiveFocus(Qt.TabFocusReason);
+            verify(findChild(item, "integrity"));
+            prepared.state = "fresh";
+            tryVerify(() => !findChild(item, "integrity"));
+            compare(part(copies, "title").text, "Nessuna destinazione");
+            compare(part(item, "copies"), copies);
+            verify(button.activeFocus);
+        }
+
         function test_textsShrinkAsFarAsAllowedAndAreCutThen() {
             const cut = row({title: "Un titolo che per questa riga è troppo lungo davvero tanto",
                 detail: "Un dettaglio che per questa riga è di gran lunga troppo lungo, e di più"});

@@ -18,6 +18,7 @@ Item {
     }
 
     PreparedModel { id: prepared }
+    Summary { id: summed; model: prepared.model }
 
     Component {
         id: tiles
@@ -27,13 +28,13 @@ Item {
             width: 384
             spacing: 12
             Repeater {
-                model: 3
+                model: summed.destinationRows
                 DestinationTile {
-                    required property int index
+                    required property destinationState value
 
                     width: 384
                     model: prepared.model
-                    destination: index
+                    destination: value
                 }
             }
         }
@@ -231,6 +232,19 @@ Item {
             verify(tile.ringed);
             verify(tile.hovering);
             compare(part(tile, "count").text, "18");
+        }
+
+        function test_theFocusedTileStaysWhileWhatItShowsChanges() {
+            const tile = made("well", DestinationID.Drive);
+            tile.forceActiveFocus(Qt.TabFocusReason);
+            const config = prepared.model.config;
+            config.localEnabled = false;
+            config.driveEnabled = false;
+            prepared.model.config = config;
+            compare(part(tile, "state").text, "Non attiva");
+            compare(tile.parent.children[DestinationID.Drive], tile);
+            verify(tile.activeFocus);
+            verify(tile.ringed);
         }
 
         function test_aLongErrorIsCutWithinItsLine() {

@@ -213,6 +213,17 @@ Item {
                     data.rows);
         }
 
+        function test_aRowStaysWhenAnotherComesOrGoes() {
+            show("well");
+            const [first, second, third] = rows();
+            configure({driveEnabled: false});
+            compare(rows(), [first, third]);
+            configure({driveEnabled: true});
+            compare(rows()[0], first);
+            compare(rows()[2], third);
+            compare(part(rows()[1], "title").text, drive[0]);
+        }
+
         function test_aRowHasRoomAroundItsParts() {
             show("well");
             for (const row of rows()) {
