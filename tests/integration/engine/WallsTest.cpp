@@ -58,7 +58,7 @@ bool isPage(const QString &room)
     return room.startsWith(QLatin1String("ui/")) && !plan().contains(room);
 }
 
-Place placeOf(const QString &room)
+Place placeFor(const QString &room)
 {
     return isPage(room) ? Place{words("state model ui/glance ui/design"), true}
                         : plan().value(room);
@@ -113,8 +113,8 @@ protected:
     {
         const bool mayHavePages =
             room == QLatin1String("ui/window") || room == QLatin1String("ui/gallery");
-        const bool isAllowed =
-            other == room || placeOf(room).below.contains(other) || (mayHavePages && isPage(other));
+        const bool isAllowed = other == room || placeFor(room).below.contains(other) ||
+                               (mayHavePages && isPage(other));
         return isAllowed ? QString() : room + QLatin1String(" doesn't stand on ") + other;
     }
 
@@ -124,7 +124,7 @@ protected:
             return reasonAgainstRoom(room, other);
         }
         const bool isOfQt = include.startsWith(u'Q') || include.startsWith(QLatin1String("q"));
-        if (!isOfQt || placeOf(room).hasWindowToolkit) {
+        if (!isOfQt || placeFor(room).hasWindowToolkit) {
             return {};
         }
         const QString top = include.section(u'/', 0, 0);

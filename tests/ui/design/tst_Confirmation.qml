@@ -107,10 +107,10 @@ Item {
             verify(item.dialog.visible);
         }
 
-        function test_theStepTakesAChoiceOfItsOwn_data() {
+        function test_theStepTakesItsOwnChoice_data() {
             return [{tag: "mouse"}, {tag: "keys"}, {tag: "screen reader"}];
         }
-        function test_theStepTakesAChoiceOfItsOwn(data) {
+        function test_theStepTakesItsOwnChoice(data) {
             const item = shown();
             const action = part(item.dialog, "action");
             if (data.tag === "mouse") {
