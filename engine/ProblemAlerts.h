@@ -10,7 +10,7 @@
 class ProblemAlerts
 {
 public:
-    /// `alertAfterHours` is how long backups may be skipped before the user is told; a negative
+    /// `alertAfterHours` is how long backups may be skipped before an alert; a negative
     /// number turns all alerts off.
     ProblemAlerts(qint64 alertAfterHours, Notifier::Send notify);
 

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QVariantList>
 
-/// A list of gadgets for QML, told apart by the value of one of their properties, the key.
+/// A list of gadgets for QML, identified by the value of one of their properties, the key.
 ///
 /// A new list takes the place of the old one by insertions, removals, moves and changes of rows, so
 /// that whoever shows a row keeps it for as long as its key is there. A list that takes more than
@@ -24,7 +24,7 @@ public:
     static constexpr qsizetype mostChanges = 100;
 
     /// `rowType` is a gadget's, and `key` the name of a property of it. Rows that share a key are
-    /// told apart by their order: the second one in the old list is the second one in the new list.
+    /// identified by their order: the second one in the old list is the second one in the new list.
     KeyedListModel(QMetaType rowType, const char *key, QObject *parent = nullptr);
 
     /// Makes the list this one. `Row` is the type of the rows; it can be compared with `==`.

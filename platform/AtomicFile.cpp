@@ -33,7 +33,7 @@ bool isOnDisk(QTemporaryFile &file)
 } // namespace
 
 // Not by QSaveFile, which waits for the disk at every commit and names its temporary files so that
-// a killed process's can't be told from others. A Qt that leaves both open would end this.
+// a killed process's look like any others. A Qt that leaves both open would end this.
 bool AtomicFile::write(const QString &path, const QByteArray &content, Lasting lasting)
 {
     const QString target = replacedFile(path);

@@ -5,8 +5,8 @@
 /// What the user reads: `Texts::tr("Italian source text")`, and in QML
 /// `qsTranslate("Texts", "…")`. The source text is the key of the look-up, and what comes out where
 /// no catalogue has it. All texts of the program are in this one context, so that a text that
-/// stands in two places is translated once; where it means two things, the second argument tells
-/// them apart. The third is a count that chooses between singular and plural, and takes the place
+/// stands in two places is translated once; where it means two things, the second argument says
+/// which. The third is a count that chooses between singular and plural, and takes the place
 /// of %n. docs/texts.md has the rules.
 class Texts
 {

@@ -86,7 +86,7 @@ protected:
         return result;
     }
 
-    /// The changes that lead from a list to another one.
+    /// The changes that lead from one list to the next.
     QStringList between(const QList<Row> &before, const QList<Row> &after)
     {
         list.assign(before);
