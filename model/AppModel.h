@@ -73,7 +73,7 @@ class AppModel final : public QObject
     Q_PROPERTY(bool keyChecking READ isKeyChecking NOTIFY keyCheckingChanged FINAL)
     Q_PROPERTY(bool hasPreviousKey READ hasPreviousKey NOTIFY hasPreviousKeyChanged FINAL)
     Q_PROPERTY(bool keyCopied READ isKeyCopied NOTIFY keyCopiedChanged FINAL)
-    Q_PROPERTY(Notice kitNotice READ kitNoticeOrEmpty NOTIFY kitNoticeChanged FINAL)
+    Q_PROPERTY(Notice kitNotice READ shownKitNotice NOTIFY kitNoticeChanged FINAL)
     Q_PROPERTY(QVariantMap sourceSizes READ sourceSizesView NOTIFY sourceSizesChanged FINAL)
     Q_PROPERTY(bool measuring READ isMeasuring NOTIFY measuringChanged FINAL)
     Q_PROPERTY(qint64 measuredSoFar READ measuredSoFar NOTIFY measuredSoFarChanged FINAL)
@@ -358,7 +358,7 @@ private:
     }
     [[nodiscard]] QString supportErrorText() const { return m_supportError.value_or(QString()); }
     [[nodiscard]] QString keyErrorText() const { return m_keyError.value_or(QString()); }
-    [[nodiscard]] Notice kitNoticeOrEmpty() const { return m_kitNotice.value_or(Notice()); }
+    [[nodiscard]] Notice shownKitNotice() const { return m_kitNotice.value_or(Notice()); }
     [[nodiscard]] QVariantMap sourceSizesView() const;
     [[nodiscard]] bool hasLastSuccess() const { return lastSuccess().has_value(); }
     [[nodiscard]] RunRecord lastSuccessOrNone() const

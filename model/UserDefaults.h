@@ -3,13 +3,13 @@
 #include <QLatin1String>
 #include <QVariant>
 
-/// Small things that the window remembers for this person from one start to the next, beside the
+/// Small things that the window remembers for this user from one start to the next, beside the
 /// settings. Written to disk before the call returns.
 namespace UserDefaults {
 
 /// Sizes of the source folders, a map from path to bytes.
 inline constexpr QLatin1String sourceSizes("sourceSizes");
-/// What is to be taken up when the person comes back from the system's settings.
+/// What is to be taken up when the user comes back from the system's settings.
 inline constexpr QLatin1String pendingAction("pendingAction");
 /// When they were sent there.
 inline constexpr QLatin1String pendingActionDate("pendingActionDate");

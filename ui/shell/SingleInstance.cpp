@@ -28,7 +28,7 @@ namespace {
 constexpr size_t longestMessage = 4096;
 constexpr qsizetype mostVisitors = 8;
 
-/// Whether a folder is this person's alone.
+/// Whether a folder is this user's alone.
 bool isPrivate(const QString &folder)
 {
     struct stat status = {};

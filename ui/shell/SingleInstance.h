@@ -8,12 +8,12 @@
 #include <chrono>
 #include <memory>
 
-/// Sees to it that one person has one window on one support folder: whoever is started second hands
+/// Sees to it that one user has one window on one support folder: whoever is started second hands
 /// over to the first and ends.
 ///
 /// A lock that the system takes away with the process decides who is first, so that one that
-/// crashed is in nobody's way. A socket beside it, in the person's runtime folder or else in the
-/// support folder, takes what the others hand over; it listens to nobody but that person.
+/// crashed is in nobody's way. A socket beside it, in the user's runtime folder or else in the
+/// support folder, takes what the others hand over; it listens to nobody but that user.
 class SingleInstance : public QObject
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] QRect place() const { return m_icon.geometry(); }
 
 Q_SIGNALS:
-    /// The person clicked on it, with whichever button: its panel is to open, or to close.
+    /// The user clicked on it, with whichever button: its panel is to open, or to close.
     void activated();
 
 protected:

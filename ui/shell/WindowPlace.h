@@ -37,7 +37,7 @@ private:
 
     QWindow *m_window;
     QSize m_least; ///< the window's smallest size where the screen has room for it
-    QRect m_place; ///< the last one that was the person's choice, not that of a maximised window
+    QRect m_place; ///< the last one that was the user's choice, not that of a maximised window
     bool m_maximized = false;
     QTimer m_settled;
 };
