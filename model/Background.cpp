@@ -2,7 +2,16 @@
 
 #include "tools/ChildEnvironment.h"
 
+#include <QDeadlineTimer>
+#include <QRunnable>
+
+#include <algorithm>
+#include <array>
+
 namespace {
+
+constexpr std::array lanes{Background::Lane::Keys, Background::Lane::Settings,
+                           Background::Lane::Schedule};
 
 // Never destroyed: that would wait for networks that don't answer.
 QThreadPool *madePool(int threads)
@@ -13,6 +22,35 @@ QThreadPool *madePool(int threads)
 }
 
 } // namespace
+
+/// Work on its way to a thread.
+class Background::Job final : public QRunnable
+{
+public:
+    explicit Job(std::function<void()> work)
+        : m_work(std::move(work))
+    {
+    }
+
+    void run() override
+    {
+        {
+            const HandOver seen;
+        }
+        m_work();
+    }
+
+private:
+    std::function<void()> m_work;
+};
+
+#ifdef __SANITIZE_THREAD__
+Background::HandOver::HandOver()
+{
+    static std::mutex mutex;
+    m_lock = std::unique_lock(mutex);
+}
+#endif
 
 void Background::begin()
 {
@@ -26,14 +64,51 @@ QThreadPool &Background::threads()
     return *pool;
 }
 
-QThreadPool &Background::orderly()
+QThreadPool &Background::threadOf(Lane lane)
 {
-    static QThreadPool *const pool = madePool(1);
-    return *pool;
+    static const std::array<QThreadPool *, lanes.size()> pools{madePool(1), madePool(1),
+                                                               madePool(1)};
+    return *pools.at(static_cast<std::size_t>(lane));
+}
+
+void Background::start(QThreadPool &pool, std::function<void()> work) const
+{
+    switch (m_manner) {
+    case Manner::OnThreads: {
+        const HandOver seen;
+        pool.start(new Job(std::move(work))); // the pool's own
+        return;
+    }
+    case Manner::AtOnce:
+        work();
+        return;
+    case Manner::Never:
+        return;
+    }
+}
+
+void Background::waitFor(Lane lane, std::chrono::milliseconds patience) const
+{
+    if (m_manner == Manner::OnThreads) {
+        threadOf(lane).waitForDone(static_cast<int>(patience.count()));
+    }
+}
+
+bool Background::endsWithin(std::chrono::milliseconds patience)
+{
+    QDeadlineTimer deadline(patience);
+    for (const Lane lane : {Lane::Settings, Lane::Schedule}) {
+        threadOf(lane).waitForDone(static_cast<int>(deadline.remainingTime()));
+    }
+    return threads().activeThreadCount() == 0 &&
+           std::all_of(lanes.begin(), lanes.end(),
+                       [](Lane lane) { return threadOf(lane).activeThreadCount() == 0; });
 }
 
 void Background::waitForAll()
 {
     threads().waitForDone();
-    orderly().waitForDone();
+    for (const Lane lane : lanes) {
+        threadOf(lane).waitForDone();
+    }
 }

@@ -16,7 +16,7 @@ bool Desktop::hasFullDiskAccess()
 
 void Desktop::requestNotificationPermission()
 {
-    Background::run([] { Notifier::requestPermission(); });
+    Background().run([] { Notifier::requestPermission(); });
 }
 
 bool Desktop::startDetached(const QString &program, const QStringList &arguments)

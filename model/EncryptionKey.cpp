@@ -61,19 +61,19 @@ void AppModel::readKey(std::function<void()> done)
         take(stored);
         done();
     };
-    Background::run(this, &StoredKey::load, [this, finish](const StoredKey &stored) {
+    Background().run(this, &StoredKey::load, [this, finish](const StoredKey &stored) {
         const bool wasSaved = m_config.keySaved;
         if (!stored.isMissing || hasKey()) {
             finish(stored);
         } else if (withdrawConfirmation()) {
             // Nobody can have saved a key that is new.
-            Background::run(this, &StoredKey::make,
-                            [this, finish, wasSaved](const StoredKey &made) {
-                                if (made.key.isEmpty()) {
-                                    setKeySaved(wasSaved);
-                                }
-                                finish(made);
-                            });
+            Background().run(this, &StoredKey::make,
+                             [this, finish, wasSaved](const StoredKey &made) {
+                                 if (made.key.isEmpty()) {
+                                     setKeySaved(wasSaved);
+                                 }
+                                 finish(made);
+                             });
         } else {
             setKeySaved(wasSaved);
             StoredKey none;
@@ -144,7 +144,7 @@ void AppModel::useKey(const QString &typed, KeyResult done)
 void AppModel::replaceKey(const QString &key, KeyResult done)
 {
     assign(m_keyChecking, true, &AppModel::keyCheckingChanged);
-    Background::run(
+    Background().run(
         this, [config = m_config, key] { return refusingDestination(config, key); },
         [this, key, done = std::move(done)](const std::optional<DestinationID> &refusing) {
             assign(m_keyChecking, false, &AppModel::keyCheckingChanged);

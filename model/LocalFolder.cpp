@@ -25,7 +25,7 @@ void LocalFolder::look(const AppConfig &config)
         return;
     }
     m_lookingAt = folder;
-    Background::run(
+    Background().run(
         this, [config] { return isOnHomesDisk(config); },
         [this, folder](bool isOnSystemDisk) {
             if (m_lookingAt == folder) {

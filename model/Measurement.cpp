@@ -75,7 +75,7 @@ void AppModel::runMeasure()
         sizes.insert(measured.source, *measured.size);
         setSourceSizes(sizes);
     };
-    Background::runReporting<Measured>(this, measure, receive, [this, stop] {
+    Background().runReporting<Measured>(this, measure, receive, [this, stop] {
         if (!stop.stop_requested()) {
             assign(m_measuring, false, &AppModel::measuringChanged);
         }

@@ -45,7 +45,7 @@ struct Connections
 
 void AppModel::readConnections()
 {
-    Background::run(
+    Background().run(
         this,
         [] {
             return Connections{.drive = Rclone::isConfigured(),
@@ -65,7 +65,7 @@ void AppModel::refreshQuota()
     if (!asksDrive && !asksServer) {
         return;
     }
-    Background::run(
+    Background().run(
         this,
         [asksDrive, asksServer, config = m_config] {
             return readRoom(asksDrive, asksServer, config);

@@ -48,7 +48,7 @@ void AppModel::refresh(DestinationID destination)
     m_sought.insert(repository);
     const Restic restic{
         .dest = destination, .config = m_config, .password = m_password, .repositoryOverride = {}};
-    Background::run(
+    Background().run(
         this, [restic] { return restic.isAvailable(); },
         [this, restic, use = m_uses.value(destination)](bool isThere) {
             read(restic, isThere, use);
@@ -79,7 +79,7 @@ void AppModel::read(const Restic &restic, bool isThere, int use)
     loading.error.reset();
     loading.loading = true;
     storeIfInUse(loading);
-    Background::run(
+    Background().run(
         this, [restic] { return readRepository(restic); }, storeIfInUse);
 }
 

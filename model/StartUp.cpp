@@ -13,7 +13,7 @@
 void AppModel::begin()
 {
     readKey([this] {
-        Background::run(
+        Background().run(
             this,
             [] {
                 PreviewFolder::remove();
@@ -29,7 +29,7 @@ void AppModel::goOn()
     // Here, where these files are written: what another thread took for abandoned may be new.
     ConfigStore::removeAbandoned();
     Rclone::removeAbandonedHostKeys();
-    Background::run([] { Rclone::pinServerIfNeeded(); });
+    Background().run([] { Rclone::pinServerIfNeeded(); });
     syncSchedule();
     checkPermissions();
     poll();
@@ -47,5 +47,6 @@ void AppModel::goOn()
 void AppModel::syncSchedule()
 {
     // The system's tools take their time. They are asked in the order of the changes.
-    Background::runInOrder([config = m_config] { Scheduler::sync(config); });
+    Background().runInOrder(Background::Lane::Schedule,
+                            [config = m_config] { Scheduler::sync(config); });
 }

@@ -86,7 +86,7 @@ int runWindow(int &argc, char *argv[])
         return EXIT_FAILURE;
     }
     // The window will ask for the list of fonts, which takes the reading of many small files.
-    Background::run([] { QFontDatabase::families(); });
+    Background().run([] { QFontDatabase::families(); });
     Rendering::choose();
     WindowFace face(instance);
     if (!face.open()) {
@@ -103,9 +103,8 @@ extern "C" int vellomar_window(int argc, char *argv[])
 {
     const int code = runWindow(argc, argv);
     // The last change of the schedule may be under way; a tool that hangs isn't waited for.
-    constexpr int patienceMilliseconds = 2000;
-    const bool isInOrder = Background::orderly().waitForDone(patienceMilliseconds);
-    if (!isInOrder || Background::threads().activeThreadCount() > 0) {
+    constexpr std::chrono::seconds lastPatience(2);
+    if (!Background::endsWithin(lastPatience)) {
         // What still waits for a disk or a network would find the process half taken down.
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(code);

@@ -236,7 +236,7 @@ TEST_F(Walls, eachFaceKeepsTheEnvironmentForItsChildrenBeforeItHasThreads)
         EXPECT_LT(kept, text.indexOf(QLatin1String(then))) << file;
     };
     expectFirst("engine/Headless.cpp", "ChildEnvironment::keep();", "std::thread(");
-    expectFirst("ui/face/WindowModule.cpp", "Background::begin();", "Background::run(");
+    expectFirst("ui/face/WindowModule.cpp", "Background::begin();", "Background().run(");
     EXPECT_TRUE(
         source(folderOf(QStringLiteral("model/Background.cpp")))
             .contains(QLatin1String("void Background::begin()\n{\n    ChildEnvironment::keep();")));

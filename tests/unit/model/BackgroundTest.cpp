@@ -24,6 +24,7 @@ protected:
     }
 
     TestApplication application;
+    Background background;
     std::unique_ptr<QObject> owner = std::make_unique<QObject>();
 };
 
@@ -33,7 +34,7 @@ TEST_F(BackgroundTest, worksElsewhereAndDeliversHere)
     Qt::HANDLE there = nullptr;
     Qt::HANDLE delivered = nullptr;
     int result = 0;
-    Background::run(
+    background.run(
         owner.get(),
         [&there] {
             there = QThread::currentThreadId();
@@ -55,7 +56,7 @@ TEST_F(BackgroundTest, nothingIsDeliveredToAnOwnerThatHasGone)
     std::latch go(1);
     std::atomic_bool hasWorked = false;
     bool wasDelivered = false;
-    Background::run(
+    background.run(
         owner.get(),
         [&] {
             go.wait();
@@ -73,7 +74,7 @@ TEST_F(BackgroundTest, nothingIsDeliveredToAnOwnerThatHasGone)
 TEST_F(BackgroundTest, nothingIsDeliveredToAnOwnerThatGoesBeforeTheDelivery)
 {
     bool wasDelivered = false;
-    Background::run(
+    background.run(
         owner.get(), [] { return 1; }, [&wasDelivered](int) { wasDelivered = true; });
     Background::waitForAll();
     owner.reset();
@@ -83,7 +84,7 @@ TEST_F(BackgroundTest, nothingIsDeliveredToAnOwnerThatGoesBeforeTheDelivery)
 
 TEST_F(BackgroundTest, anOwnerMayGoInItsOwnDelivery)
 {
-    Background::run(
+    background.run(
         owner.get(), [] { return 1; }, [this](int) { owner.reset(); });
     EXPECT_TRUE(eventuallyInLoop([this] { return !owner; }));
 }
@@ -92,15 +93,15 @@ TEST_F(BackgroundTest, whatMustComeInOrderDoesAndHoldsNothingElseUp)
 {
     std::latch go(1);
     QList<int> order;
-    Background::runInOrder([&] {
+    background.runInOrder(Background::Lane::Settings, [&] {
         go.wait();
         order.append(0);
     });
     for (int i = 1; i < 20; ++i) {
-        Background::runInOrder([&order, i] { order.append(i); });
+        background.runInOrder(Background::Lane::Settings, [&order, i] { order.append(i); });
     }
     bool isElsewhereDone = false;
-    Background::run(
+    background.run(
         owner.get(), [] { return 1; }, [&isElsewhereDone](int) { isElsewhereDone = true; });
     EXPECT_TRUE(eventuallyInLoop([&] { return isElsewhereDone; }));
     go.count_down();
@@ -114,7 +115,7 @@ TEST_F(BackgroundTest, reportsComeInTheirOrderBeforeTheEnd)
 {
     QList<int> reports;
     bool isFinished = false;
-    Background::runReporting<int>(
+    background.runReporting<int>(
         owner.get(),
         [](const auto &report) {
             for (int i = 0; i < 1000; ++i) {
@@ -136,7 +137,7 @@ TEST_F(BackgroundTest, reportsComeInTheirOrderBeforeTheEnd)
 TEST_F(BackgroundTest, workThatReportsNothingStillEnds)
 {
     bool isFinished = false;
-    Background::runReporting<int>(
+    background.runReporting<int>(
         owner.get(), [](const auto &) {}, [](int) { FAIL(); }, [&] { isFinished = true; });
     EXPECT_TRUE(eventuallyInLoop([&] { return isFinished; }));
 }
@@ -146,13 +147,13 @@ TEST_F(BackgroundTest, workThatWaitsDoesNotHoldUpOtherWork)
     std::latch go(1);
     std::atomic_int waiting = 0;
     for (int i = 0; i < 8; ++i) {
-        Background::run([&] {
+        background.run([&] {
             ++waiting;
             go.wait();
         });
     }
     bool isDone = false;
-    Background::run(
+    background.run(
         owner.get(), [] { return 1; }, [&isDone](int) { isDone = true; });
     EXPECT_TRUE(eventuallyInLoop([&] { return isDone && waiting == 8; }));
     go.count_down();
@@ -164,7 +165,7 @@ TEST_F(BackgroundTest, ownersComeAndGoWhileWorkIsUnderWay)
     std::atomic_int worked = 0;
     for (int i = 0; i < 500; ++i) {
         auto shortLived = std::make_unique<QObject>();
-        Background::run(
+        background.run(
             shortLived.get(), [&worked] { return ++worked; }, [](int) {});
         if (i % 3 == 0) {
             QCoreApplication::processEvents();
@@ -177,7 +178,7 @@ TEST_F(BackgroundTest, ownersComeAndGoWhileWorkIsUnderWay)
 TEST_F(BackgroundTest, theWatchersGoWithTheirDelivery)
 {
     bool isDone = false;
-    Background::run(
+    background.run(
         owner.get(), [] { return 1; }, [&isDone](int) { isDone = true; });
     EXPECT_EQ(owner->children().size(), 1);
     EXPECT_TRUE(eventuallyInLoop([&] { return isDone && owner->children().isEmpty(); }));
