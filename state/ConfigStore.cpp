@@ -27,9 +27,9 @@ AppConfig ConfigStore::load()
     return AppConfig::fromJSON(merged).value_or(defaults);
 }
 
-void ConfigStore::save(const AppConfig &config)
+bool ConfigStore::save(const AppConfig &config)
 {
-    AtomicFile::write(configFile(), JSONFile::encode(QJsonDocument(config.toJSON())));
+    return AtomicFile::write(configFile(), JSONFile::encode(QJsonDocument(config.toJSON())));
 }
 
 void ConfigStore::removeAbandoned()

@@ -11,8 +11,8 @@ namespace ConfigStore {
 /// stays as it is until the next save.
 AppConfig load();
 
-/// Replaces config.json; a failure is dropped.
-void save(const AppConfig &config);
+/// Replaces config.json; false when that failed, and then it is as before.
+bool save(const AppConfig &config);
 
 /// Deletes temporary files of a writer that was killed. Only where nobody else saves.
 void removeAbandoned();
