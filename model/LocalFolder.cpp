@@ -1,22 +1,7 @@
 #include "model/LocalFolder.h"
 
 #include "model/Background.h"
-#include "state/LocalDisk.h"
-#include "state/Paths.h"
-
-#include <QFileInfo>
-
-namespace {
-
-bool isOnHomesDisk(const AppConfig &config)
-{
-    const QString &folder = config.localFolder;
-    return !folder.isEmpty() && QFileInfo::exists(folder) &&
-           !LocalDisk::isAway(config.repository(DestinationID::Local)) &&
-           Paths::volume(folder) == Paths::volume(Paths::home());
-}
-
-} // namespace
+#include "model/Disks.h"
 
 void LocalFolder::look(const AppConfig &config)
 {
@@ -26,7 +11,7 @@ void LocalFolder::look(const AppConfig &config)
     }
     m_lookingAt = folder;
     Background().run(
-        this, [config] { return isOnHomesDisk(config); },
+        this, [config] { return Disks::real()->holdsBackupsBesideHome(config); },
         [this, folder](bool isOnSystemDisk) {
             if (m_lookingAt == folder) {
                 m_lookingAt.reset();

@@ -1,10 +1,8 @@
 #include "model/AppModel.h"
 
 #include "model/Background.h"
-#include "model/SourceScanner.h"
+#include "model/Disks.h"
 #include "model/UserDefaults.h"
-
-#include <QFileInfo>
 
 namespace {
 
@@ -15,16 +13,6 @@ struct Measured
     QString source = {};             ///< the one that is done now
     std::optional<qint64> size = {}; ///< its bytes; absent while it isn't done
 };
-
-QStringList measuredExcludes(const AppConfig &config)
-{
-    if (!config.localEnabled) {
-        return config.excludes;
-    }
-    // A repository inside a source isn't something to back up, and may itself be named by a link.
-    const QString repository = config.repository(DestinationID::Local);
-    return config.excludes + QStringList{repository, QFileInfo(repository).canonicalFilePath()};
-}
 
 } // namespace
 
@@ -51,11 +39,10 @@ void AppModel::runMeasure()
     m_measurement = std::stop_source();
     const std::stop_token stop = m_measurement.get_token();
     const auto measure = [config = m_config, stop](const auto &report) {
-        const QStringList excludes = measuredExcludes(config);
         qint64 before = 0;
         for (const QString &source : config.sources) {
-            const qint64 size = SourceScanner::size(
-                source, excludes,
+            const qint64 size = Disks::real()->size(
+                source, config,
                 [&report, before](qint64 bytes) { report(Measured{.soFar = before + bytes}); },
                 stop);
             before += size;

@@ -1,9 +1,9 @@
 #include "model/AppModel.h"
 
+#include "model/Disks.h"
 #include "platform/Clock.h"
 #include "state/Fmt.h"
 #include "state/Paths.h"
-#include "state/PrivateFile.h"
 #include "state/Texts.h"
 
 #include <QPointer>
@@ -12,30 +12,13 @@
 
 namespace {
 
-/// What to say of a kit that was saved.
-Notice savedNotice(const QString &path, const QString &localFolder)
-{
-    const std::optional<QString> volume = Paths::volume(path);
-    if (!localFolder.isEmpty() && Paths::volume(localFolder) == volume) {
-        return {Texts::tr("Il kit è sullo stesso disco dei backup: chi trova il disco può "
-                          "leggerli. Spostalo altrove."),
-                true};
-    }
-    if (Paths::volume(Paths::home()) == volume) {
-        return {Texts::tr("Il kit è salvato su questo Mac: se il Mac si rompe o viene rubato va "
-                          "perso con lui. Copialo su una chiavetta o stampalo."),
-                true};
-    }
-    return {Texts::tr("Kit salvato in %1.").arg(Paths::abbreviatedHome(path)), false};
-}
-
 /// What to say of a kit that was sent to a printer.
 Notice printedNotice(const Desktop::Printing &printing, const QString &localFolder)
 {
     if (printing.failure) {
         return {Texts::tr("Kit non stampato: %1").arg(*printing.failure), true};
     }
-    return printing.file ? savedNotice(*printing.file, localFolder)
+    return printing.file ? Disks::real()->kitPlace(*printing.file, localFolder)
                          : Notice{Texts::tr("Kit stampato."), false};
 }
 
@@ -90,9 +73,7 @@ void AppModel::saveRecoveryKit()
 
 void AppModel::saveRecoveryKitTo(const QString &path)
 {
-    const std::optional<QString> failure = PrivateFile::write(path, recoveryKitText().toUtf8());
-    const Notice notice = failure ? Notice{Texts::tr("Kit non salvato: %1").arg(*failure), true}
-                                  : savedNotice(path, m_config.localFolder);
+    const Notice notice = Disks::real()->saveKit(path, recoveryKitText(), m_config.localFolder);
     assign(m_kitNotice, std::optional(notice), &AppModel::kitNoticeChanged);
 }
 

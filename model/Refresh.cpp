@@ -1,26 +1,7 @@
 #include "model/AppModel.h"
 
 #include "model/Background.h"
-#include "state/Paths.h"
-
-namespace {
-
-/// The repository as it is; waits for it.
-RepoInfo readRepository(const Restic &restic)
-{
-    auto snapshots = restic.snapshots();
-    if (!snapshots) {
-        return {.snapshots = {}, .size = {}, .error = snapshots.error().message, .loading = false};
-    }
-    RepoInfo info;
-    // The size is that of the whole repository, other machines' versions included.
-    info.size = snapshots->isEmpty() ? std::nullopt : restic.repositorySize();
-    snapshots->removeIf([](const Snap &snap) { return snap.host != Paths::hostname(); });
-    info.snapshots = *snapshots;
-    return info;
-}
-
-} // namespace
+#include "model/ToolCalls.h"
 
 // A folder on a network that doesn't answer holds up whoever asks whether it is there, and for a
 // remote place rclone is asked. So even that is asked elsewhere, once at a time for a repository.
@@ -80,7 +61,7 @@ void AppModel::read(const Restic &restic, bool isThere, int use)
     loading.loading = true;
     storeIfInUse(loading);
     Background().run(
-        this, [restic] { return readRepository(restic); }, storeIfInUse);
+        this, [restic] { return ToolCalls::real()->read(restic); }, storeIfInUse);
 }
 
 void AppModel::refreshAll()

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "model/RepoInfo.h"
+#include "state/AppConfig.h"
+#include "tools/Rclone.h"
+#include "tools/Restic.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+/// What the model asks of restic, rclone and the system's schedule. Every call waits for the tool
+/// and for what that waits for: not for the window's thread. Any thread may call.
+class ToolCalls
+{
+public:
+    /// Which remote places have an account.
+    struct Accounts
+    {
+        bool drive = false;
+        bool server = false;
+    };
+
+    /// The tools of the installation.
+    static std::shared_ptr<ToolCalls> real();
+
+    ToolCalls() = default;
+    virtual ~ToolCalls() = default;
+    ToolCalls(const ToolCalls &) = delete;
+    ToolCalls &operator=(const ToolCalls &) = delete;
+    ToolCalls(ToolCalls &&) = delete;
+    ToolCalls &operator=(ToolCalls &&) = delete;
+
+    /// Whether a repository's place can be reached.
+    virtual bool isAvailable(const Restic &restic) = 0;
+    /// The repository as it is: the versions of this machine, and the size of the whole.
+    virtual RepoInfo read(const Restic &restic) = 0;
+    /// Whether the repository says that the key isn't its own. What isn't there, or says anything
+    /// else, refuses nothing.
+    virtual bool refusesKey(const Restic &restic) = 0;
+
+    virtual Accounts accounts() = 0;
+    /// The room on a remote; absent when it doesn't tell.
+    virtual std::optional<Rclone::Quota> quota(const QString &remote) = 0;
+    /// rclone's word for the versioning of a bucket of the private server; absent when it has none.
+    virtual std::optional<QString> versioning(const QString &bucket) = 0;
+
+    /// Gives up the account on a remote place.
+    virtual void disconnect(DestinationID destination) = 0;
+
+    /// Deletes what tools of an earlier start have left. Before any of them is started.
+    virtual void removeAbandoned() = 0;
+    /// Takes the host key of a server that was connected before host keys were kept.
+    virtual void pinServer() = 0;
+
+    /// Brings the system's periodic job in line with the settings.
+    virtual void syncSchedule(const AppConfig &config) = 0;
+};
