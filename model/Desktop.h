@@ -10,16 +10,17 @@
 #include <functional>
 #include <optional>
 
-/// What the model needs of the desktop around it: panels, the clipboard, the person's login, other
+/// What the model needs of the desktop around it: panels, the clipboard, the user's login, other
 /// programs, time. The window hands in the real one, tests one of their own.
 ///
-/// All calls come from the model's thread and return soon; answers that take a person's time come
-/// later, by a function that is called once on that same thread, or at once if that is how it is.
-/// The functions may outlive the model. What needs no window toolkit has its real form here.
+/// But for one, all calls come from the model's thread and return soon; answers that take a
+/// user's time come later, by a function that is called once on that same thread, or at once if
+/// that is how it is. The functions may outlive the model. What needs no window toolkit has its
+/// real form here.
 class Desktop
 {
 public:
-    /// How the question after the person's own login was answered.
+    /// How the question after the user's own login was answered.
     enum class Authentication {
         granted,
         refused,    ///< or cancelled
@@ -40,7 +41,7 @@ public:
     Desktop(Desktop &&) = delete;
     Desktop &operator=(Desktop &&) = delete;
 
-    /// Asks where to save a file: a full path, absent when the person cancelled.
+    /// Asks where to save a file: a full path, absent when the user cancelled.
     virtual void askSavePath(const QString &proposedName, const QString &message,
                              std::function<void(const std::optional<QString> &)> answer) = 0;
 
@@ -66,7 +67,8 @@ public:
     /// Ends the process at once.
     virtual void exitNow() = 0;
 
-    /// Whether this program may read all of the person's files.
+    /// Whether this program may read all of the user's files. Called on other threads, as it waits
+    /// for the disk.
     virtual bool hasFullDiskAccess();
 
     /// Asks the system for the right to notify, without waiting for its answer.

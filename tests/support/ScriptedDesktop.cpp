@@ -113,6 +113,9 @@ void ScriptedDesktop::requestNotificationPermission()
 
 bool ScriptedDesktop::startDetached(const QString &program, const QStringList &arguments)
 {
+    if (onStart) {
+        onStart();
+    }
     started.append(QStringList{program} + arguments);
     return canStart;
 }

@@ -4,6 +4,7 @@
 
 #include <QList>
 
+#include <atomic>
 #include <utility>
 
 /// A desktop without windows: it notes every request, answers as the test wants, and its time
@@ -11,8 +12,8 @@
 class ScriptedDesktop final : public Desktop
 {
 public:
-    bool fullDiskAccess = true;
-    int probes = 0; ///< how often it was asked for that
+    std::atomic_bool fullDiskAccess = true;
+    std::atomic_int probes = 0; ///< how often it was asked for that
     bool canStart = true;
     std::optional<QString> savePath; ///< the user's answer; absent cancels
     Authentication authentication = Authentication::granted;
@@ -25,7 +26,8 @@ public:
     QString clipboard;
     qint64 clipboardChanges = 7;
     bool isConcealed = false;
-    QList<QStringList> started; ///< program and arguments
+    QList<QStringList> started;    ///< program and arguments
+    std::function<void()> onStart; ///< called before a program is started
     int privacySettingsOpened = 0;
     int permissionRequests = 0;
     int quits = 0;
