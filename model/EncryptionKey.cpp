@@ -1,37 +1,22 @@
-#include "model/AppModel.h"
+#include "model/EncryptionKey.h"
 
-#include "model/Background.h"
-#include "model/StoredKey.h"
-#include "state/ConfigStore.h"
-#include "state/Keychain.h"
-#include "state/RepositoryKeys.h"
 #include "state/Texts.h"
 
-#include <QFileInfo>
 #include <QPointer>
 
 #include <utility>
 
 namespace {
 
-/// Whether a destination is there to be asked. A disk that isn't plugged in is not.
-bool canBeTried(DestinationID destination, const AppConfig &config)
+/// The first destination in use that a key doesn't open.
+std::optional<DestinationID> refusingDestination(ToolCalls &tools, const AppConfig &config,
+                                                 const QString &key)
 {
-    return Restic{.dest = destination, .config = config, .password = {}, .repositoryOverride = {}}
-        .isAvailable();
-}
-
-/// The first destination in use that a key doesn't open. Only restic's own word counts: what isn't
-/// there yet or can't be reached refuses nothing.
-std::optional<DestinationID> refusingDestination(const AppConfig &config, const QString &key)
-{
-    for (const DestinationID destination : allDestinations) {
-        if (!config.isEnabled(destination) || !canBeTried(destination, config)) {
-            continue;
-        }
-        const Restic restic{
-            .dest = destination, .config = config, .password = key, .repositoryOverride = {}};
-        if (restic.refusesKey()) {
+    for (const DestinationID destination : config.enabledDestinations()) {
+        if (tools.refusesKey({.dest = destination,
+                              .config = config,
+                              .password = key,
+                              .repositoryOverride = {}})) {
             return destination;
         }
     }
@@ -40,160 +25,242 @@ std::optional<DestinationID> refusingDestination(const AppConfig &config, const 
 
 } // namespace
 
-void AppModel::authenticated(OwnerReason reason, std::function<void()> action)
+EncryptionKey::EncryptionKey(World world, Settings &settings, QObject *parent)
+    : QObject(parent)
+    , m_world(std::move(world))
+    , m_settings(settings)
 {
-    m_desktop->authenticate(reason, [model = QPointer(this), absences = m_absences,
-                                     action = std::move(action)](Desktop::Authentication answer) {
-        // Where nobody can log in, the person isn't locked out of their own key.
-        if (model && model->m_absences == absences && answer != Desktop::Authentication::refused) {
-            action();
-        }
-    });
 }
 
-void AppModel::readKey(std::function<void()> done)
+void EncryptionKey::read(const std::function<void()> &done)
 {
-    if (std::exchange(m_isReadingKey, true)) {
+    if (std::exchange(m_isReading, true)) {
         return;
     }
-    const auto finish = [this, done = std::move(done)](const StoredKey &stored) {
-        m_isReadingKey = false;
+    const auto finish = [this, done](const StoredKey &stored) {
+        m_isReading = false;
         take(stored);
         done();
     };
-    Background().run(this, &StoredKey::load, [this, finish](const StoredKey &stored) {
-        const bool wasSaved = m_config.keySaved;
-        if (!stored.isMissing || hasKey()) {
-            finish(stored);
-        } else if (withdrawConfirmation()) {
-            // Nobody can have saved a key that is new.
-            Background().run(this, &StoredKey::make,
-                             [this, finish, wasSaved](const StoredKey &made) {
-                                 if (made.key.isEmpty()) {
-                                     setKeySaved(wasSaved);
-                                 }
-                                 finish(made);
-                             });
-        } else {
-            setKeySaved(wasSaved);
-            StoredKey none;
-            none.error = Texts::tr("Le impostazioni non si possono salvare: non è stata creata "
-                                   "nessuna chiave.");
-            finish(none);
-        }
-    });
-}
-
-void AppModel::take(const StoredKey &stored)
-{
-    if (hasKey()) {
-        return; // one was installed meanwhile
-    }
-    assign(m_keyError, stored.error, &AppModel::keyErrorChanged);
-    assign(m_hasPreviousKey, stored.hasPrevious, &AppModel::hasPreviousKeyChanged);
-    assign(m_password, stored.key, &AppModel::passwordChanged);
-}
-
-// Before another key comes to be in use, so that no scheduled backup ever finds it where one is
-// confirmed. False when that can't be made to last.
-bool AppModel::withdrawConfirmation()
-{
-    setKeySaved(false);
-    return !ConfigStore::load().keySaved;
-}
-
-void AppModel::copyKey()
-{
-    if (!hasKey()) {
-        return;
-    }
-    const qint64 change = m_desktop->copyConcealed(m_password);
-    assign(m_keyCopied, true, &AppModel::keyCopiedChanged);
-    m_desktop->after(std::chrono::seconds(60),
-                     [model = QPointer(this), desktop = m_desktop, change] {
-                         // Whatever was copied meanwhile is the person's.
-                         if (desktop->clipboardChangeCount() == change) {
-                             desktop->clearClipboard();
-                         }
-                         if (model) {
-                             model->assign(model->m_keyCopied, false, &AppModel::keyCopiedChanged);
-                         }
-                     });
-}
-
-void AppModel::requestKeyCopy()
-{
-    if (hasKey()) {
-        authenticated(OwnerReason::copyKey, [this] { copyKey(); });
-    }
-}
-
-void AppModel::useKey(const QString &typed, KeyResult done)
-{
-    const QString key = typed.trimmed();
-    if (key.isEmpty() || m_keyChecking) {
-        return;
-    }
-    if (key == m_password) {
-        done(std::nullopt);
-        return;
-    }
-    replaceKey(key, std::move(done));
-}
-
-void AppModel::replaceKey(const QString &key, KeyResult done)
-{
-    assign(m_keyChecking, true, &AppModel::keyCheckingChanged);
-    Background().run(
-        this, [config = m_config, key] { return refusingDestination(config, key); },
-        [this, key, done = std::move(done)](const std::optional<DestinationID> &refusing) {
-            assign(m_keyChecking, false, &AppModel::keyCheckingChanged);
-            if (refusing) {
-                done(Texts::tr("Questa chiave non apre il backup su %1. La chiave in uso non è "
-                               "stata cambiata.")
-                         .arg(DestinationIDs::title(*refusing)));
+    m_world.background.runInOrder(
+        Background::Lane::Keys, this, [keys = m_world.keys] { return keys->load(); },
+        [this, finish](const StoredKey &stored) {
+            if (stored.isMissing && !hasKey()) {
+                make(finish);
             } else {
-                done(install(key, true));
+                finish(stored);
             }
         });
 }
 
-std::optional<QString> AppModel::install(const QString &key, bool saved)
+void EncryptionKey::make(const std::function<void(const StoredKey &)> &done)
 {
-    const bool wasSaved = m_config.keySaved;
-    if (!saved && !withdrawConfirmation()) {
-        setKeySaved(wasSaved);
-        return Texts::tr("Le impostazioni non si possono salvare: la chiave in uso non è stata "
-                         "cambiata.");
-    }
-    const auto installed = RepositoryKeys::install(key, m_password);
-    if (const auto previous = Keychain::read(Keychain::previousRepositoryKey)) {
-        assign(m_hasPreviousKey, previous->has_value(), &AppModel::hasPreviousKeyChanged);
-    }
-    if (!installed) {
-        setKeySaved(wasSaved);
-        return installed.error().message();
-    }
-    m_password = key;
-    setKeySaved(saved);
-    assign(m_keyError, std::optional<QString>(), &AppModel::keyErrorChanged);
-    assign(m_kitNotice, std::optional<Notice>(), &AppModel::kitNoticeChanged); // the other key's
-    Q_EMIT passwordChanged();
-    refreshAll();
-    return std::nullopt;
+    const bool wasSaved = m_settings.config().keySaved;
+    // Nobody can have saved a key that is new.
+    withdrawConfirmation([this, wasSaved, done](bool isWithdrawn) {
+        if (!isWithdrawn) {
+            m_settings.setKeySaved(wasSaved);
+            StoredKey none;
+            none.error = Texts::tr("Le impostazioni non si possono salvare: non è stata creata "
+                                   "nessuna chiave.");
+            done(none);
+            return;
+        }
+        m_world.background.runInOrder(
+            Background::Lane::Keys, this, [keys = m_world.keys] { return keys->make(); },
+            [this, wasSaved, done](const StoredKey &made) {
+                if (made.key.isEmpty()) {
+                    m_settings.setKeySaved(wasSaved);
+                }
+                done(made);
+            });
+    });
 }
 
-void AppModel::requestPreviousKey()
+void EncryptionKey::take(const StoredKey &stored)
 {
-    authenticated(OwnerReason::replaceKey, [this] {
-        const auto previous = RepositoryKeys::previous();
-        if (!previous) {
-            assign(m_keyError, std::optional(previous.error().message()),
-                   &AppModel::keyErrorChanged);
-        } else if (*previous) {
-            // The key in use becomes the previous one, so that doing it twice changes nothing.
-            // Nobody knows whether the person has this key too.
-            assign(m_keyError, install(**previous, false), &AppModel::keyErrorChanged);
+    if (hasKey()) {
+        return; // one was installed meanwhile
+    }
+    setError(stored.error);
+    setHasPrevious(stored.hasPrevious);
+    if (m_value != stored.key) {
+        m_value = stored.key;
+        Q_EMIT changed();
+    }
+}
+
+/// Reports whether the settings on the disk say so now.
+void EncryptionKey::withdrawConfirmation(const std::function<void(bool)> &done)
+{
+    m_settings.setKeySaved(false);
+    m_settings.flush([key = QPointer(this), done](const AppConfig &onDisk) {
+        if (key) {
+            done(!onDisk.keySaved);
         }
     });
+}
+
+void EncryptionKey::copy()
+{
+    if (!hasKey()) {
+        return;
+    }
+    const qint64 change = m_world.desktop->copyConcealed(m_value);
+    setCopied(true);
+    m_world.desktop->after(std::chrono::seconds(60),
+                           [key = QPointer(this), desktop = m_world.desktop, change] {
+                               // Whatever was copied meanwhile is the user's.
+                               if (desktop->clipboardChangeCount() == change) {
+                                   desktop->clearClipboard();
+                               }
+                               if (key) {
+                                   key->setCopied(false);
+                               }
+                           });
+}
+
+void EncryptionKey::use(const QString &typed, const Result &done)
+{
+    const QString key = typed.trimmed();
+    if (key.isEmpty() || m_isChanging) {
+        return;
+    }
+    if (key == m_value) {
+        done(std::nullopt);
+        return;
+    }
+    replace(key, done);
+}
+
+void EncryptionKey::replace(const QString &key, const Result &done)
+{
+    if (std::exchange(m_isChanging, true)) {
+        return;
+    }
+    setChecking(true);
+    const Result finish = [this, done](const std::optional<QString> &message) {
+        m_isChanging = false;
+        setChecking(false);
+        done(message);
+    };
+    m_world.background.run(
+        this,
+        [tools = m_world.tools, config = m_settings.config(), key] {
+            return refusingDestination(*tools, config, key);
+        },
+        [this, key, finish](const std::optional<DestinationID> &refusing) {
+            if (refusing) {
+                finish(Texts::tr("Questa chiave non apre il backup su %1. La chiave in uso non è "
+                                 "stata cambiata.")
+                           .arg(title(*refusing)));
+            } else {
+                installNow(key, true, finish);
+            }
+        });
+}
+
+void EncryptionKey::install(const QString &key, bool saved, const Result &done)
+{
+    if (std::exchange(m_isChanging, true)) {
+        return;
+    }
+    installNow(key, saved, [this, done](const std::optional<QString> &message) {
+        m_isChanging = false;
+        done(message);
+    });
+}
+
+void EncryptionKey::installNow(const QString &key, bool saved, const Result &done)
+{
+    const bool wasSaved = m_settings.config().keySaved;
+    if (saved) {
+        store(key, saved, wasSaved, done);
+        return;
+    }
+    withdrawConfirmation([this, key, wasSaved, done](bool isWithdrawn) {
+        if (isWithdrawn) {
+            store(key, false, wasSaved, done);
+        } else {
+            m_settings.setKeySaved(wasSaved);
+            done(Texts::tr("Le impostazioni non si possono salvare: la chiave in uso non è stata "
+                           "cambiata."));
+        }
+    });
+}
+
+void EncryptionKey::store(const QString &key, bool saved, bool wasSaved, const Result &done)
+{
+    m_world.background.runInOrder(
+        Background::Lane::Keys, this,
+        [keys = m_world.keys, key, replaced = m_value] { return keys->install(key, replaced); },
+        [this, key, saved, wasSaved, done](const KeyStore::Installation &installed) {
+            setHasPrevious(installed.hasPrevious.value_or(m_hasPrevious));
+            if (installed.error) {
+                m_settings.setKeySaved(wasSaved);
+                done(installed.error);
+                return;
+            }
+            m_value = key;
+            m_settings.setKeySaved(saved);
+            setError(std::nullopt);
+            Q_EMIT changed();
+            done(std::nullopt);
+        });
+}
+
+void EncryptionKey::goBack()
+{
+    if (std::exchange(m_isChanging, true)) {
+        return;
+    }
+    const Result finish = [this](const std::optional<QString> &message) {
+        m_isChanging = false;
+        setError(message);
+    };
+    m_world.background.runInOrder(
+        Background::Lane::Keys, this, [keys = m_world.keys] { return keys->previous(); },
+        [this, finish](const tl::expected<std::optional<QString>, QString> &previous) {
+            if (!previous) {
+                finish(previous.error());
+            } else if (*previous) {
+                // The key in use becomes the previous one, so that doing it twice changes nothing.
+                // Nobody knows whether the user has this key too.
+                installNow(**previous, false, finish);
+            } else {
+                m_isChanging = false;
+            }
+        });
+}
+
+void EncryptionKey::setError(const std::optional<QString> &error)
+{
+    if (m_error != error) {
+        m_error = error;
+        Q_EMIT errorChanged();
+    }
+}
+
+void EncryptionKey::setChecking(bool checking)
+{
+    if (m_isChecking != checking) {
+        m_isChecking = checking;
+        Q_EMIT checkingChanged();
+    }
+}
+
+void EncryptionKey::setHasPrevious(bool hasPrevious)
+{
+    if (m_hasPrevious != hasPrevious) {
+        m_hasPrevious = hasPrevious;
+        Q_EMIT hasPreviousChanged();
+    }
+}
+
+void EncryptionKey::setCopied(bool copied)
+{
+    if (m_isCopied != copied) {
+        m_isCopied = copied;
+        Q_EMIT copiedChanged();
+    }
 }
