@@ -1,0 +1,52 @@
+#pragma once
+
+#include "model/Connection.h"
+#include "model/EncryptionKey.h"
+#include "model/Settings.h"
+#include "model/World.h"
+
+#include <QMap>
+#include <QObject>
+#include <QSet>
+
+/// The accounts on the remote places.
+///
+/// Each place has a generation, which disconnecting, switching it off and a new key raise. What was
+/// asked in an earlier generation comes too late and is asked anew.
+class Connections final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(Connection drive READ drive NOTIFY driveChanged FINAL)
+    Q_PROPERTY(Connection server READ server NOTIFY serverChanged FINAL)
+
+public:
+    /// `settings` and `key` outlive this.
+    Connections(World world, Settings &settings, EncryptionKey &key, QObject *parent = nullptr);
+
+    [[nodiscard]] Connection drive() const { return m_all.value(DestinationID::Drive); }
+    [[nodiscard]] Connection server() const { return m_all.value(DestinationID::Server); }
+
+    /// Asks which places have an account, and those how much room there is.
+    void read();
+    /// Asks the places that are connected how much room there is.
+    void refreshQuota();
+    /// Gives up the account on a place, the local one excepted.
+    void disconnect(DestinationID destination);
+
+Q_SIGNALS:
+    void driveChanged();
+    void serverChanged();
+
+private:
+    using Generations = QMap<DestinationID, quint64>;
+
+    void take(const ToolCalls::Accounts &accounts);
+    void raise(DestinationID destination) { ++m_generations[destination]; }
+    void set(DestinationID destination, const Connection &connection);
+
+    const World m_world;
+    Settings &m_settings;
+    QMap<DestinationID, Connection> m_all;
+    Generations m_generations;
+    QSet<DestinationID> m_leaving; ///< those whose account is being given up
+};
