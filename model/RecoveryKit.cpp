@@ -1,30 +1,38 @@
-#include "model/AppModel.h"
+#include "model/RecoveryKit.h"
 
-#include "model/Disks.h"
 #include "platform/Clock.h"
 #include "state/Fmt.h"
 #include "state/Paths.h"
 #include "state/Texts.h"
 
 #include <QPointer>
+#include <QStringList>
 
-// The sheet that gets the key out of this machine, so that the backups don't die with it.
+#include <utility>
 
-namespace {
-
-/// What to say of a kit that was sent to a printer.
-Notice printedNotice(const Desktop::Printing &printing, const QString &localFolder)
+RecoveryKit::RecoveryKit(World world, Settings &settings, EncryptionKey &key, QObject *parent)
+    : QObject(parent)
+    , m_world(std::move(world))
+    , m_settings(settings)
+    , m_key(key)
 {
-    if (printing.failure) {
-        return {Texts::tr("Kit non stampato: %1").arg(*printing.failure), true};
-    }
-    return printing.file ? Disks::real()->kitPlace(*printing.file, localFolder)
-                         : Notice{Texts::tr("Kit stampato."), false};
+    // What was said is of the other key's kit.
+    connect(&m_key, &EncryptionKey::changed, this, [this] { setNotice(std::nullopt); });
 }
 
-} // namespace
+void RecoveryKit::setShowing(bool showing)
+{
+    if (m_isShowing == showing) {
+        return;
+    }
+    m_isShowing = showing;
+    Q_EMIT showingChanged();
+    if (showing && !m_key.hasKey()) {
+        m_key.read([] {});
+    }
+}
 
-QString AppModel::recoveryKitText() const
+QString RecoveryKit::text() const
 {
     const QStringList lines{
         Texts::tr("Vellomar - Kit di recupero"),
@@ -33,7 +41,7 @@ QString AppModel::recoveryKitText() const
         Texts::tr("Creato il: %1").arg(Fmt::date(Clock::now())),
         QString(),
         Texts::tr("Chiave di cifratura:"),
-        m_password,
+        m_key.value(),
         QString(),
         Texts::tr("Come ripristinare su un altro Mac:"),
         Texts::tr("1. Installa Vellomar."),
@@ -46,60 +54,71 @@ QString AppModel::recoveryKitText() const
     return lines.join(u'\n');
 }
 
-void AppModel::openRecoveryKit()
+void RecoveryKit::save()
 {
-    if (!m_config.keySaved) {
-        // The key has never left this machine: there is nothing yet to guard from its person.
-        setShowingRecoveryKit(true);
+    if (!m_key.hasKey()) {
         return;
     }
-    authenticated(OwnerReason::showKey, [this] { setShowingRecoveryKit(true); });
-}
-
-void AppModel::saveRecoveryKit()
-{
-    if (!hasKey()) {
-        return;
-    }
-    m_desktop->askSavePath(Texts::tr("Kit di recupero Vellomar.txt"),
-                           Texts::tr("Scegli una chiavetta o un disco diverso da quello dei "
-                                     "backup"),
-                           [model = QPointer(this)](const std::optional<QString> &path) {
-                               if (model && path && !path->isEmpty()) {
-                                   model->saveRecoveryKitTo(*path);
-                               }
-                           });
-}
-
-void AppModel::saveRecoveryKitTo(const QString &path)
-{
-    const Notice notice = Disks::real()->saveKit(path, recoveryKitText(), m_config.localFolder);
-    assign(m_kitNotice, std::optional(notice), &AppModel::kitNoticeChanged);
-}
-
-void AppModel::printRecoveryKit()
-{
-    if (!hasKey()) {
-        return;
-    }
-    m_desktop->print(
-        recoveryKitText(), [model = QPointer(this)](const Desktop::Printing &printing) {
-            if (model) {
-                model->assign(model->m_kitNotice,
-                              std::optional(printedNotice(printing, model->m_config.localFolder)),
-                              &AppModel::kitNoticeChanged);
+    m_world.desktop->askSavePath(
+        Texts::tr("Kit di recupero Vellomar.txt"),
+        Texts::tr("Scegli una chiavetta o un disco diverso da quello dei backup"),
+        [kit = QPointer(this)](const std::optional<QString> &path) {
+            if (kit && path && !path->isEmpty()) {
+                kit->saveTo(*path);
             }
         });
 }
 
-void AppModel::confirmKeySaved()
+void RecoveryKit::saveTo(const QString &path)
 {
-    if (!hasKey()) {
-        return; // what the user has isn't the key that is still to come
+    report([disks = m_world.disks, path, text = text(),
+              localFolder = m_settings.config().localFolder] {
+        return disks->saveKit(path, text, localFolder);
+    });
+}
+
+void RecoveryKit::print()
+{
+    if (!m_key.hasKey()) {
+        return;
     }
-    setKeySaved(true);
-    setShowingRecoveryKit(false);
-    if (std::exchange(m_backupAfterKit, false)) {
-        startBackup();
+    m_world.desktop->print(text(), [kit = QPointer(this)](const Desktop::Printing &printing) {
+        if (kit) {
+            kit->takePrinting(printing);
+        }
+    });
+}
+
+void RecoveryKit::takePrinting(const Desktop::Printing &printing)
+{
+    if (printing.failure) {
+        setNotice(Notice{Texts::tr("Kit non stampato: %1").arg(*printing.failure), true});
+    } else if (printing.file) {
+        report([disks = m_world.disks, path = *printing.file,
+                  localFolder = m_settings.config().localFolder] {
+            return disks->kitPlace(path, localFolder);
+        });
+    } else {
+        setNotice(Notice{Texts::tr("Kit stampato."), false});
+    }
+}
+
+/// Shows the notice that comes of work on the disk, unless another key is in use by then.
+template <typename Work>
+void RecoveryKit::report(Work work)
+{
+    m_world.background.run(this, std::move(work),
+                           [this, key = m_key.value()](const Notice &notice) {
+                               if (key == m_key.value()) {
+                                   setNotice(notice);
+                               }
+                           });
+}
+
+void RecoveryKit::setNotice(const std::optional<Notice> &notice)
+{
+    if (m_notice != notice) {
+        m_notice = notice;
+        Q_EMIT noticeChanged();
     }
 }

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "model/EncryptionKey.h"
+#include "model/Notice.h"
+#include "model/Settings.h"
+#include "model/World.h"
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+/// The sheet that gets the key out of this machine, so that the backups don't die with it.
+class RecoveryKit final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool showing READ isShowing WRITE setShowing NOTIFY showingChanged FINAL)
+    Q_PROPERTY(Notice notice READ shownNotice NOTIFY noticeChanged FINAL)
+
+public:
+    /// `settings` and `key` outlive this.
+    RecoveryKit(World world, Settings &settings, EncryptionKey &key, QObject *parent = nullptr);
+
+    [[nodiscard]] bool isShowing() const { return m_isShowing; }
+    /// Showing it asks the secret store once more where that gave no key.
+    void setShowing(bool showing);
+    /// How saving or printing it came out.
+    [[nodiscard]] const std::optional<Notice> &notice() const { return m_notice; }
+    /// What is saved and printed. It holds the key.
+    [[nodiscard]] QString text() const;
+
+    /// Asks for a place and saves it there.
+    void save();
+    void print();
+
+Q_SIGNALS:
+    void showingChanged();
+    void noticeChanged();
+
+private:
+    void saveTo(const QString &path);
+    void takePrinting(const Desktop::Printing &printing);
+    template <typename Work>
+    void report(Work work);
+    void setNotice(const std::optional<Notice> &notice);
+    [[nodiscard]] Notice shownNotice() const { return m_notice.value_or(Notice()); }
+
+    const World m_world;
+    Settings &m_settings;
+    EncryptionKey &m_key;
+    bool m_isShowing = false;
+    std::optional<Notice> m_notice;
+};
