@@ -4,7 +4,7 @@ void NotedDesktop::askSavePath(const QString & /*proposedName*/, const QString &
                                std::function<void(const std::optional<QString> &)> answer)
 {
     asked.append(QStringLiteral("save"));
-    answer(std::nullopt);
+    answer(savePath);
 }
 
 void NotedDesktop::print(const QString & /*text*/, std::function<void(const Printing &)> /*answer*/)

@@ -8,10 +8,11 @@
 class NotedDesktop final : public Desktop
 {
 public:
-    /// "save", "print", "copy", "clear", "authenticate", "settings", "quit", "exit", "notify" and
-    /// "start", in their order.
+    /// "save", "print", "copy", "clear", "authenticate", "settings", "quit", "exit", "notify",
+    /// "start" and "stop", in their order.
     QStringList asked;
     bool fullDiskAccess = true;
+    std::optional<QString> savePath; ///< where the user saves; absent cancels
 
     void askSavePath(const QString &proposedName, const QString &message,
                      std::function<void(const std::optional<QString> &)> answer) override;
