@@ -1,7 +1,15 @@
 #pragma once
 
 #include "model/AppModel.h"
+#include "model/Connections.h"
+#include "model/DiskAccess.h"
+#include "model/EncryptionKey.h"
 #include "model/KeyedListModel.h"
+#include "model/LocalFolder.h"
+#include "model/Measurement.h"
+#include "model/RecoveryKit.h"
+#include "model/Repositories.h"
+#include "model/RunWatch.h"
 #include "ui/summary/OverviewTexts.h"
 #include "ui/summary/ProtectionChecks.h"
 
@@ -26,6 +34,77 @@ struct KeyedListModelForeign
     QML_FOREIGN(KeyedListModel)
     QML_NAMED_ELEMENT(KeyedListModel)
     QML_UNCREATABLE("Its owner hands it in.")
+};
+
+struct ConnectionsForeign
+{
+    Q_GADGET
+    QML_FOREIGN(Connections)
+    QML_NAMED_ELEMENT(RemoteConnections) // the short name is QtQml's
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct DiskAccessForeign
+{
+    Q_GADGET
+    QML_FOREIGN(DiskAccess)
+    QML_NAMED_ELEMENT(DiskAccess)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct EncryptionKeyForeign
+{
+    Q_GADGET
+    QML_FOREIGN(EncryptionKey)
+    QML_NAMED_ELEMENT(EncryptionKey)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct LocalFolderForeign
+{
+    Q_GADGET
+    QML_FOREIGN(LocalFolder)
+    QML_NAMED_ELEMENT(LocalFolder)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct MeasurementForeign
+{
+    Q_GADGET
+    QML_FOREIGN(Measurement)
+    QML_NAMED_ELEMENT(Measurement)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct RecoveryKitForeign
+{
+    Q_GADGET
+    QML_FOREIGN(RecoveryKit)
+    QML_NAMED_ELEMENT(RecoveryKit)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct RepositoriesForeign
+{
+    Q_GADGET
+    QML_FOREIGN(Repositories)
+    QML_NAMED_ELEMENT(Repositories)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct RunWatchForeign
+{
+    Q_GADGET
+    QML_FOREIGN(RunWatch)
+    QML_NAMED_ELEMENT(RunWatch)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct ConnectionForeign
+{
+    Q_GADGET
+    QML_FOREIGN(Connection)
+    QML_VALUE_TYPE(connection)
 };
 
 struct AppConfigForeign
