@@ -42,24 +42,27 @@ int main(int argc, char *argv[])
         record.message = QStringLiteral("1.234 file nuovi, 56 modificati, 789 MB salvati");
         StatusStore::append(record);
     }
-    AppModel model(std::make_shared<PlainDesktop>());
+    AppModel model(World::real(std::make_shared<PlainDesktop>()));
     Background::waitForAll();
     QCoreApplication::processEvents();
-    if (model.history().size() != StatusStore::historyLimit) {
+    if (model.run()->history().size() != StatusStore::historyLimit) {
         static_cast<void>(std::fputs("the history wasn't read\n", stderr));
         return EXIT_FAILURE;
     }
     int changes = 0;
     const auto count = [&changes] { ++changes; };
-    QObject::connect(&model, &AppModel::statusChanged, count);
-    QObject::connect(&model, &AppModel::historyChanged, count);
-    QObject::connect(&model, &AppModel::launchingChanged, count);
-    QObject::connect(&model, &AppModel::busyChanged, count);
-    QObject::connect(&model, &AppModel::reposChanged, count);
+    QObject::connect(model.run(), &RunWatch::statusChanged, count);
+    QObject::connect(model.run(), &RunWatch::historyChanged, count);
+    QObject::connect(model.run(), &RunWatch::launchingChanged, count);
+    QObject::connect(model.run(), &RunWatch::busyChanged, count);
+    QObject::connect(model.repositories(), &Repositories::changed, count);
 
     const double start = processorMilliseconds();
     for (int i = 0; i < looks; ++i) {
-        QMetaObject::invokeMethod(&model, "poll", Qt::DirectConnection);
+        model.run()->look();
+        while (model.run()->isLooking()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
     }
     std::printf("%.4f %d\n", (processorMilliseconds() - start) / looks, changes);
     return EXIT_SUCCESS;

@@ -51,7 +51,7 @@ int main(int argc, char *argv[])
     }
     QElapsedTimer timer;
     timer.start();
-    const AppModel model(std::make_shared<PlainDesktop>());
+    const AppModel model(World::real(std::make_shared<PlainDesktop>()));
     const qint64 held = timer.nsecsElapsed();
     while (model.isStarting()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

@@ -1,172 +1,98 @@
 #include "model/AppModel.h"
 
-#include "model/PreviewFolder.h"
-#include "model/UserDefaults.h"
 #include "platform/Clock.h"
-#include "state/ConfigStore.h"
-#include "state/StatusStore.h"
+#include "platform/ExecutablePath.h"
 #include "state/Texts.h"
 
-#include <QMetaType>
+#include <QPointer>
+#include <QTimer>
 
 #include <utility>
 
-namespace {
-
-bool isNumber(const QVariant &value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// Sizes measured at an earlier start; none unless all that is kept are numbers.
-QMap<QString, qint64> savedSizes()
-{
-    const QVariant saved = UserDefaults::value(UserDefaults::sourceSizes);
-    if (saved.typeId() != QMetaType::QVariantMap) {
-        return {};
-    }
-    const QVariantMap entries = saved.toMap();
-    QMap<QString, qint64> sizes;
-    for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
-        if (!isNumber(entry.value())) {
-            return {};
-        }
-        sizes.insert(entry.key(), entry.value().toLongLong());
-    }
-    return sizes;
-}
-
-/// Whether the schedule depends on anything that differs.
-bool changesSchedule(const AppConfig &before, const AppConfig &now)
-{
-    return before.autoBackup != now.autoBackup || before.intervalHours != now.intervalHours ||
-           before.hasDestination() != now.hasDestination() || before.keySaved != now.keySaved;
-}
-
-} // namespace
-
-AppModel::AppModel(std::shared_ptr<Desktop> desktop, QObject *parent)
+AppModel::AppModel(World world, QObject *parent)
     : QObject(parent)
-    , m_desktop(std::move(desktop))
-    , m_config(ConfigStore::load())
-    , m_isStarting(true)
-    , m_historyBytes(StatusStore::historyBytes())
-    , m_history(StatusStore::decodedHistory(m_historyBytes))
-    , m_minute(Clock::now().toSecsSinceEpoch() / 60)
-    , m_sourceSizes(savedSizes())
+    , m_world(std::move(world))
 {
-    connect(&m_localFolder, &LocalFolder::changed, this, &AppModel::summaryChanged);
-    checkSupportFolder();
-    lookAtLocalFolder();
+    connectParts();
+    m_run.checkSupportFolder();
     begin();
 }
 
-AppModel::~AppModel()
+void AppModel::connectParts()
 {
-    m_measurement.request_stop();
+    connect(&m_settings, &Settings::changed, this, [this] {
+        Q_EMIT configChanged();
+        Q_EMIT summaryChanged();
+    });
+    connect(&m_run, &RunWatch::historyChanged, this, &AppModel::summaryChanged);
+    connect(&m_run, &RunWatch::minutePassed, &m_localFolder, &LocalFolder::look);
+    connect(&m_run, &RunWatch::minutePassed, this, &AppModel::summaryChanged);
+    connect(&m_run, &RunWatch::ended, &m_localFolder, &LocalFolder::look);
+    connect(&m_repositories, &Repositories::changed, this, &AppModel::summaryChanged);
+    connect(&m_localFolder, &LocalFolder::changed, this, &AppModel::summaryChanged);
+    connect(&m_access, &DiskAccess::resumed, this, &AppModel::perform);
 }
 
-AppModel::AppModel(std::shared_ptr<Desktop> desktop, const Shown &shown, QObject *parent)
-    : QObject(parent)
-    , m_desktop(std::move(desktop))
-    , m_isAtRest(true)
+// How the model comes up. The keyring may wait for its user, and it comes first: what follows needs
+// the key. All of that goes on behind a window that is already there.
+void AppModel::begin()
 {
-    show(shown);
+    m_key.read([this] {
+        m_world.background.run(
+            this,
+            [world = m_world] {
+                world.disks->removePreviews();
+                world.tools->removeAbandoned();
+                return true;
+            },
+            [this](bool) { m_access.check([this] { m_run.look([this] { goOn(); }); }); });
+    });
 }
 
-void AppModel::show(const Shown &shown)
+void AppModel::goOn()
 {
-    m_config = shown.config;
-    Q_EMIT configChanged();
-    setStatus(shown.status);
-    assign(m_isStarting, shown.starting, &AppModel::startingChanged);
-    setLaunching(shown.launching);
-    m_localFolder.show(shown.localOnSystemDisk);
-    m_repos = shown.repos;
-    Q_EMIT reposChanged();
-    assign(m_fullDiskAccess, shown.fullDiskAccess, &AppModel::fullDiskAccessChanged);
-    assign(m_supportError, shown.supportError, &AppModel::supportErrorChanged);
-    assign(m_keyError, shown.keyError, &AppModel::keyErrorChanged);
-    assign(m_keyCopied, shown.keyCopied, &AppModel::keyCopiedChanged);
-    assign(m_kitNotice, shown.kitNotice, &AppModel::kitNoticeChanged);
-    assign(m_password, shown.password, &AppModel::passwordChanged);
-    setHistory(shown.history);
+    // Where this file is written: what another thread took for abandoned may be new.
+    m_world.background.runInOrder(Background::Lane::Settings,
+                                  [settings = m_world.settings] { settings->removeAbandoned(); });
+    m_world.background.run([tools = m_world.tools] { tools->pinServer(); });
+    m_settings.syncSchedule();
+    m_isStarting = false;
+    Q_EMIT startingChanged();
+    m_localFolder.look();
+    m_repositories.begin();
+    m_connections.read();
+
+    auto *timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, &m_run, [this] { m_run.look(); });
+    timer->start(std::chrono::seconds(1));
+
+    m_access.resume();
 }
 
 void AppModel::setConfig(const AppConfig &config)
 {
-    const AppConfig before = std::exchange(m_config, config);
-    if (before == config) {
-        return;
+    AppConfig made = config;
+    if (m_key.isChanging()) {
+        // Which key the user has is settled when that is over.
+        made.keySaved = m_settings.config().keySaved;
     }
-    if (!m_isAtRest) {
-        ConfigStore::save(config);
-        if (changesSchedule(before, config)) {
-            syncSchedule();
-        }
-        if (before.localFolder != config.localFolder) {
-            lookAtLocalFolder();
-        }
-    }
-    for (const DestinationID destination : allDestinations) {
-        if (before.isEnabled(destination) && !config.isEnabled(destination)) {
-            ++m_uses[destination];
-        }
-    }
-    if (before.sources != config.sources || before.excludes != config.excludes) {
-        endMeasurement();
-        setSourceSizes({});
-    }
-    Q_EMIT configChanged();
-    Q_EMIT summaryChanged();
-}
-
-void AppModel::setKeySaved(bool saved)
-{
-    AppConfig config = m_config;
-    config.keySaved = saved;
-    setConfig(config);
+    m_settings.setConfig(made);
 }
 
 void AppModel::setSection(Section section)
 {
-    assign(m_section, section, &AppModel::sectionChanged);
-}
-
-void AppModel::setAccessRequest(GatedAction action)
-{
-    assign(m_accessRequest, action, &AppModel::accessRequestChanged);
+    if (m_section != section) {
+        m_section = section;
+        Q_EMIT sectionChanged();
+    }
 }
 
 void AppModel::setShowingForeignWizard(bool showing)
 {
-    assign(m_showingForeignWizard, showing, &AppModel::showingForeignWizardChanged);
-}
-
-void AppModel::setShowingRecoveryKit(bool showing)
-{
-    if (assign(m_showingRecoveryKit, showing, &AppModel::showingRecoveryKitChanged) && showing &&
-        !hasKey() && !m_isAtRest) {
-        readKey([this] {
-            if (hasKey()) {
-                refreshAll();
-            }
-        });
+    if (m_isShowingForeignWizard != showing) {
+        m_isShowingForeignWizard = showing;
+        Q_EMIT showingForeignWizardChanged();
     }
-}
-
-const std::optional<QString> &AppModel::serverVersioning() const
-{
-    return m_serverVersioning;
 }
 
 QDateTime AppModel::now()
@@ -193,25 +119,226 @@ QString AppModel::title(Section section)
     return {};
 }
 
+void AppModel::refresh(DestinationID destination)
+{
+    m_repositories.refresh(destination);
+}
+
+void AppModel::refreshQuota()
+{
+    m_connections.refreshQuota();
+}
+
+void AppModel::startBackup()
+{
+    if (m_run.isBusy() || m_isStarting) {
+        return;
+    }
+    if (!config().keySaved) {
+        // No backup before the user has the key in hand.
+        m_isBackupAfterKit = true;
+        m_kit.setShowing(true);
+        return;
+    }
+    // By what was found last, so that it shows at once; and looked at anew before the start.
+    const auto ask = [this](const std::function<void()> &start) {
+        m_access.check([this, start] {
+            if (!m_access.isGranted()) {
+                m_run.giveUp();
+                m_access.setRequest(GatedAction::Backup);
+                return;
+            }
+            m_world.desktop->requestNotificationPermission();
+            start();
+        });
+    };
+    if (m_access.isGranted()) {
+        m_run.launch(ask);
+    } else {
+        ask([this] { m_run.launch(); });
+    }
+}
+
+void AppModel::cancelBackup()
+{
+    m_run.stop();
+}
+
+void AppModel::checkPermissions()
+{
+    m_access.check();
+}
+
+void AppModel::measureSources()
+{
+    if (m_measurement.isMeasuring()) {
+        return;
+    }
+    m_access.check([this] {
+        if (m_access.isGranted()) {
+            m_measurement.start();
+        } else {
+            m_access.setRequest(GatedAction::Measure);
+        }
+    });
+}
+
+void AppModel::runMeasure()
+{
+    m_measurement.start();
+}
+
+void AppModel::perform(GatedAction action)
+{
+    switch (action) {
+    case GatedAction::Backup:
+        if (!m_isStarting) {
+            m_run.launch();
+        }
+        return;
+    case GatedAction::Measure:
+        m_measurement.start();
+        return;
+    case GatedAction::None:
+        return;
+    }
+}
+
+void AppModel::continueWithoutAccess()
+{
+    const GatedAction action = m_access.request();
+    m_access.setRequest(GatedAction::None);
+    perform(action);
+}
+
+void AppModel::requestAccessInSettings(GatedAction action)
+{
+    if (action == GatedAction::None) {
+        return;
+    }
+    m_access.keep(action);
+    m_access.setRequest(GatedAction::None);
+    m_world.desktop->openPrivacySettings();
+}
+
+void AppModel::openFullDiskAccessSettings()
+{
+    m_world.desktop->openPrivacySettings();
+}
+
+void AppModel::relaunch()
+{
+    if (const std::optional<QString> executable = ownExecutablePath()) {
+        // The shell outlives this process, and by then it is gone.
+        m_world.desktop->startDetached(
+            QStringLiteral("/bin/sh"),
+            {QStringLiteral("-c"), QStringLiteral("sleep 1; exec \"$0\""), *executable});
+    }
+    m_access.setRequest(GatedAction::None);
+    const std::shared_ptr<Desktop> desktop = m_world.desktop;
+    desktop->after(std::chrono::milliseconds(200), [desktop] { desktop->quit(); });
+    // In case something holds the end up.
+    desktop->after(std::chrono::milliseconds(700), [desktop] { desktop->exitNow(); });
+}
+
+void AppModel::prepareToQuit()
+{
+    static constexpr std::chrono::seconds patience(2);
+    m_access.setRequest(GatedAction::None);
+    m_kit.setShowing(false);
+    setShowingForeignWizard(false);
+    m_world.background.runInOrder(Background::Lane::Settings,
+                                  [disks = m_world.disks] { disks->removePreviews(); });
+    m_settings.finish(patience);
+}
+
+void AppModel::becomeHidden()
+{
+    ++m_absences;
+    m_kit.setShowing(false);
+}
+
 void AppModel::becomeActive()
 {
     if (m_isStarting) {
         return; // what is pending is taken up at the end of that
     }
     // Not within the event that tells of it: what is resumed may open panels.
-    QMetaObject::invokeMethod(this, "resumePendingAction", Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&m_access, "resume", Qt::QueuedConnection);
 }
 
-void AppModel::becomeHidden()
+void AppModel::authenticated(OwnerReason reason, const std::function<void()> &action)
 {
-    ++m_absences;
-    setShowingRecoveryKit(false);
+    m_world.desktop->authenticate(reason, [model = QPointer(this), absences = m_absences,
+                                           action](Desktop::Authentication answer) {
+        // Where nobody can log in, the user isn't locked out of their own key.
+        if (model && model->m_absences == absences && answer != Desktop::Authentication::refused) {
+            action();
+        }
+    });
 }
 
-void AppModel::prepareToQuit()
+void AppModel::openRecoveryKit()
 {
-    setAccessRequest(GatedAction::None);
-    setShowingRecoveryKit(false);
-    setShowingForeignWizard(false);
-    PreviewFolder::remove();
+    if (!config().keySaved) {
+        // The key has never left this machine: there is nothing yet to guard from its user.
+        m_kit.setShowing(true);
+        return;
+    }
+    authenticated(OwnerReason::showKey, [this] { m_kit.setShowing(true); });
+}
+
+void AppModel::saveRecoveryKit()
+{
+    m_kit.save();
+}
+
+void AppModel::printRecoveryKit()
+{
+    m_kit.print();
+}
+
+void AppModel::copyKey()
+{
+    m_key.copy();
+}
+
+void AppModel::requestKeyCopy()
+{
+    if (m_key.hasKey()) {
+        authenticated(OwnerReason::copyKey, [this] { copyKey(); });
+    }
+}
+
+void AppModel::confirmKeySaved()
+{
+    // What the user has isn't the key that is still to come.
+    if (!m_key.hasKey() || m_key.isChanging()) {
+        return;
+    }
+    m_settings.setKeySaved(true);
+    m_kit.setShowing(false);
+    if (std::exchange(m_isBackupAfterKit, false)) {
+        startBackup();
+    }
+}
+
+void AppModel::requestPreviousKey()
+{
+    authenticated(OwnerReason::replaceKey, [this] { m_key.goBack(); });
+}
+
+void AppModel::useKey(const QString &typed, const KeyResult &done)
+{
+    m_key.use(typed, done);
+}
+
+void AppModel::replaceKey(const QString &key, const KeyResult &done)
+{
+    m_key.replace(key, done);
+}
+
+void AppModel::install(const QString &key, bool saved, const KeyResult &done)
+{
+    m_key.install(key, saved, done);
 }

@@ -1,29 +1,37 @@
 #include "model/LocalFolder.h"
 
-#include "model/Background.h"
-#include "model/Disks.h"
+#include <utility>
 
-void LocalFolder::look(const AppConfig &config)
+LocalFolder::LocalFolder(World world, Settings &settings, QObject *parent)
+    : QObject(parent)
+    , m_world(std::move(world))
+    , m_settings(settings)
 {
+    connect(&m_settings, &Settings::changed, this, [this](const AppConfig &before) {
+        if (before.localFolder != m_settings.config().localFolder) {
+            look();
+        }
+    });
+    look();
+}
+
+void LocalFolder::look()
+{
+    const AppConfig &config = m_settings.config();
     const QString folder = config.localFolder;
     if (m_lookingAt == folder) {
         return;
     }
     m_lookingAt = folder;
-    Background().run(
-        this, [config] { return Disks::real()->holdsBackupsBesideHome(config); },
+    m_world.background.run(
+        this, [disks = m_world.disks, config] { return disks->holdsBackupsBesideHome(config); },
         [this, folder](bool isOnSystemDisk) {
-            if (m_lookingAt == folder) {
-                m_lookingAt.reset();
-                show(isOnSystemDisk);
+            if (m_lookingAt != folder) {
+                return; // another one is looked at by now
+            }
+            m_lookingAt.reset();
+            if (std::exchange(m_isOnSystemDisk, isOnSystemDisk) != isOnSystemDisk) {
+                Q_EMIT changed();
             }
         });
-}
-
-void LocalFolder::show(bool isOnSystemDisk)
-{
-    if (m_isOnSystemDisk != isOnSystemDisk) {
-        m_isOnSystemDisk = isOnSystemDisk;
-        Q_EMIT changed();
-    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "state/AppConfig.h"
+#include "model/Settings.h"
+#include "model/World.h"
 
 #include <QObject>
 #include <QString>
@@ -9,26 +10,27 @@
 
 /// Where the folder of the local backups is. It is looked at on another thread, as a folder on a
 /// network that doesn't answer holds up whoever asks for it; what was seen last holds meanwhile.
-class LocalFolder : public QObject
+class LocalFolder final : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool onSystemDisk READ isOnSystemDisk NOTIFY changed FINAL)
 
 public:
-    using QObject::QObject;
+    /// `settings` outlives this.
+    LocalFolder(World world, Settings &settings, QObject *parent = nullptr);
 
     /// Whether the folder is there and on the disk of the home folder; false until it was seen.
     [[nodiscard]] bool isOnSystemDisk() const { return m_isOnSystemDisk; }
 
-    /// Looks at the folder of these settings, unless a look at that one is under way.
-    void look(const AppConfig &config);
-
-    /// Takes that for seen.
-    void show(bool isOnSystemDisk);
+    /// Looks at the folder of the settings, unless a look at that one is under way.
+    void look();
 
 Q_SIGNALS:
     void changed();
 
 private:
+    const World m_world;
+    Settings &m_settings;
     std::optional<QString> m_lookingAt;
     bool m_isOnSystemDisk = false;
 };

@@ -76,7 +76,7 @@ ModelFixture::~ModelFixture()
 void ModelFixture::begin()
 {
     ConfigStore::save(config);
-    model = std::make_unique<AppModel>(desktop);
+    model = std::make_unique<AppModel>(World::real(desktop));
 }
 
 void ModelFixture::start()
@@ -89,7 +89,7 @@ void ModelFixture::restart()
 {
     model.reset();
     Background::waitForAll();
-    model = std::make_unique<AppModel>(desktop);
+    model = std::make_unique<AppModel>(World::real(desktop));
     ASSERT_TRUE(comesUp(*model));
 }
 
@@ -100,7 +100,22 @@ void ModelFixture::settle()
 
 void ModelFixture::tick()
 {
-    ASSERT_TRUE(QMetaObject::invokeMethod(model.get(), "poll", Qt::DirectConnection));
+    const auto isDone = [this] { return !model->run()->isLooking(); };
+    ASSERT_TRUE(eventuallyInLoop(isDone)); // the one of its timer
+    model->run()->look();
+    ASSERT_TRUE(eventuallyInLoop(isDone));
+}
+
+std::optional<QString> ModelFixture::install(const QString &key, bool saved)
+{
+    bool isDone = false;
+    std::optional<QString> answer;
+    model->install(key, saved, [&](const std::optional<QString> &message) {
+        isDone = true;
+        answer = message;
+    });
+    EXPECT_TRUE(eventuallyInLoop([&isDone] { return isDone; }));
+    return answer;
 }
 
 void ModelFixture::useAllDestinations()

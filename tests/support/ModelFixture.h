@@ -14,14 +14,14 @@
 
 #include <gtest/gtest.h>
 
-/// Counts how often a signal of the model comes.
+/// Counts how often a signal comes.
 class SignalCount
 {
 public:
-    template <typename Signal>
-    SignalCount(AppModel *model, Signal signal)
+    template <typename Sender, typename Signal>
+    SignalCount(Sender *sender, Signal signal)
     {
-        QObject::connect(model, signal, &m_context, [this] { ++m_count; });
+        QObject::connect(sender, signal, &m_context, [this] { ++m_count; });
     }
     [[nodiscard]] int count() const { return m_count; }
 
@@ -78,6 +78,8 @@ protected:
         change(changed);
         model->setConfig(changed);
     }
+    /// Makes a key the key in use, and waits for that; absent on success, otherwise what to show.
+    std::optional<QString> install(const QString &key, bool saved);
     /// Puts all three destinations in use, each of them reachable.
     void useAllDestinations();
 

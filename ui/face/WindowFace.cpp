@@ -60,7 +60,7 @@ bool WindowFace::open()
 {
     // Read on a thread of its own while the model comes up.
     QQmlComponent component(&m_engine, source("MainWindow.qml"), QQmlComponent::Asynchronous);
-    m_model = std::make_unique<AppModel>(m_desktop);
+    m_model = std::make_unique<AppModel>(World::real(m_desktop));
     m_summary = std::make_unique<Summary>();
     m_summary->setModel(m_model.get());
     if (!makeMainWindow(component)) {
@@ -137,9 +137,9 @@ void WindowFace::bringUp(const QString &token)
 void WindowFace::makeTrayItem()
 {
     m_tray = std::make_unique<TrayItem>();
-    m_tray->setBusy(m_model->isBusy());
-    connect(m_model.get(), &AppModel::busyChanged, m_tray.get(),
-            [this] { m_tray->setBusy(m_model->isBusy()); });
+    m_tray->setBusy(m_model->run()->isBusy());
+    connect(m_model->run(), &RunWatch::busyChanged, m_tray.get(),
+            [this] { m_tray->setBusy(m_model->run()->isBusy()); });
     connect(m_tray.get(), &TrayItem::activated, this, &WindowFace::togglePanel);
 }
 

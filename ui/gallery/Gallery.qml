@@ -150,7 +150,7 @@ Item {
         GalleryPage {
             name: "sheet-access"
             source: "SheetPage.qml"
-            given: ({prepared: "access", waiting: AppModel.GatedAction.Backup})
+            given: ({prepared: "access", waiting: DiskAccess.GatedAction.Backup})
         },
         GalleryPage {
             name: "window-overview"

@@ -9,11 +9,11 @@ Item {
     id: root
 
     required property string prepared
-    property int waiting: AppModel.GatedAction.None // an AppModel.GatedAction
+    property int waiting: DiskAccess.GatedAction.None // a DiskAccess.GatedAction
 
     Component.onCompleted: {
-        state.model.accessRequest = root.waiting;
-        state.model.showingRecoveryKit = root.waiting === AppModel.GatedAction.None;
+        state.model.access.request = root.waiting;
+        state.model.kit.showing = root.waiting === DiskAccess.GatedAction.None;
     }
 
     PreparedModel {

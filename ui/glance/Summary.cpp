@@ -4,6 +4,7 @@
 #include "ui/summary/ShellTexts.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
 
 namespace {
@@ -33,19 +34,21 @@ void Summary::setModel(AppModel *model)
         return;
     }
     if (m_model) {
-        m_model->disconnect(this);
+        for (QObject *sender : std::initializer_list<QObject *>{m_model, m_model->access(),
+                                                                m_model->key(), m_model->run()}) {
+            sender->disconnect(this);
+        }
     }
     m_model = model;
     if (model != nullptr) {
         // The first of them comes with each change of repositories and with each minute, too.
-        for (auto signal : {&AppModel::summaryChanged, &AppModel::fullDiskAccessChanged,
-                            &AppModel::startingChanged, &AppModel::supportErrorChanged,
-                            &AppModel::keyErrorChanged}) {
-            connect(model, signal, this, &Summary::update);
-        }
-        for (auto signal : {&AppModel::statusChanged, &AppModel::launchingChanged}) {
-            connect(model, signal, this, &Summary::updateRun);
-        }
+        connect(model, &AppModel::summaryChanged, this, &Summary::update);
+        connect(model, &AppModel::startingChanged, this, &Summary::update);
+        connect(model->access(), &DiskAccess::grantedChanged, this, &Summary::update);
+        connect(model->key(), &EncryptionKey::errorChanged, this, &Summary::update);
+        connect(model->run(), &RunWatch::supportErrorChanged, this, &Summary::update);
+        connect(model->run(), &RunWatch::statusChanged, this, &Summary::updateRun);
+        connect(model->run(), &RunWatch::launchingChanged, this, &Summary::updateRun);
         connect(model, &QObject::destroyed, this, [this] {
             Q_EMIT modelChanged();
             update();
@@ -60,7 +63,7 @@ void Summary::update()
     m_situation = m_model ? Situation::of(*m_model) : Situation();
     QList<QDateTime> versions;
     if (m_model) {
-        for (const RepoInfo &repo : m_model->repos()) {
+        for (const RepoInfo &repo : m_model->repositories()->all()) {
             for (const Snap &snapshot : repo.snapshots) {
                 versions.append(snapshot.date);
             }
@@ -73,7 +76,8 @@ void Summary::update()
 
 void Summary::updateDestinations()
 {
-    const auto destinations = m_model ? m_model->destinations() : QList<DestinationState>();
+    const auto destinations =
+        m_model ? m_model->repositories()->destinations() : QList<DestinationState>();
     m_destinationRows.assign(destinations);
     const QList<DestinationID> inPanel = ShellTexts::panelDestinations(m_situation);
     QList<DestinationState> rows;
@@ -85,8 +89,8 @@ void Summary::updateDestinations()
 // Once a second while a run goes on: neither the versions nor the disk are looked at for that.
 void Summary::updateRun()
 {
-    m_situation.status = m_model->status();
-    m_situation.launching = m_model->isLaunching();
+    m_situation.status = m_model->run()->status();
+    m_situation.launching = m_model->run()->isLaunching();
     tell();
 }
 

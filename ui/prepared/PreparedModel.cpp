@@ -6,8 +6,8 @@
 
 PreparedModel::PreparedModel(QObject *parent)
     : QObject(parent)
-    , m_shown(PreparedStates::state(m_state))
-    , m_model(m_desktop, m_shown)
+    , m_world(PreparedStates::state(m_state))
+    , m_model(m_world.model())
 {
 }
 
@@ -17,9 +17,11 @@ void PreparedModel::setState(const QString &state)
         return;
     }
     m_state = state;
-    m_shown = PreparedStates::state(state);
-    m_desktop->fullDiskAccess = m_shown.fullDiskAccess;
-    m_model.show(m_shown);
+    m_world = PreparedWorld(PreparedStates::state(state));
+    // Whoever shows the former one lets go of it first.
+    const std::unique_ptr<AppModel> former = std::exchange(m_model, m_world.model());
+    m_model->setSection(former->section());
+    m_model->kit()->setShowing(former->kit()->isShowing());
     Q_EMIT stateChanged();
 }
 
@@ -30,25 +32,37 @@ QStringList PreparedModel::states()
 
 QStringList PreparedModel::takeAsked()
 {
-    return std::exchange(m_desktop->asked, {});
+    return std::exchange(m_world.desktop().asked, {});
+}
+
+void PreparedModel::giveAccess()
+{
+    m_world.desktop().fullDiskAccess = true;
+}
+
+void PreparedModel::giveKey()
+{
+    m_world.state().key = PreparedStates::state(QStringLiteral("fresh")).key;
+    m_world.state().keyError.reset();
+    m_model->key()->read([] {});
 }
 
 void PreparedModel::setPercent(double percent)
 {
-    if (m_shown.status) {
-        m_shown.status->percent = percent;
-        m_model.show(m_shown);
+    if (m_world.state().status) {
+        m_world.state().status->percent = percent;
+        m_model->run()->look();
     }
 }
 
 void PreparedModel::setKitNotice(const QString &text, bool warning)
 {
-    m_shown.kitNotice = Notice{text, warning};
-    m_model.show(m_shown);
+    m_world.state().kitNotice = Notice{text, warning};
+    m_world.meetKitNotice(*m_model);
 }
 
 void PreparedModel::setKeyError(const QString &text)
 {
-    m_shown.keyError = text;
-    m_model.show(m_shown);
+    m_world.state().keyError = text;
+    m_world.meetKeyError(*m_model);
 }

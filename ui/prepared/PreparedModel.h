@@ -1,7 +1,6 @@
 #pragma once
 
-#include "model/AppModel.h"
-#include "ui/prepared/NotedDesktop.h"
+#include "ui/prepared/PreparedWorld.h"
 
 #include <QObject>
 #include <QString>
@@ -10,14 +9,15 @@
 
 #include <memory>
 
-/// A model at rest that shows one of the prepared states, for QML.
+/// A model in a world of one of the prepared states, for QML. Another state is another world, with
+/// a model of its own that shows the same page and the same kit.
 class PreparedModel : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString state READ state WRITE setState NOTIFY stateChanged FINAL)
     Q_PROPERTY(QStringList states READ states CONSTANT FINAL)
-    Q_PROPERTY(AppModel *model READ model CONSTANT FINAL)
+    Q_PROPERTY(AppModel *model READ model NOTIFY stateChanged FINAL)
 
 public:
     explicit PreparedModel(QObject *parent = nullptr);
@@ -25,10 +25,14 @@ public:
     [[nodiscard]] QString state() const { return m_state; }
     void setState(const QString &state);
     [[nodiscard]] static QStringList states();
-    [[nodiscard]] AppModel *model() { return &m_model; }
+    [[nodiscard]] AppModel *model() { return m_model.get(); }
 
     /// What the desktop was asked for since the last time: see NotedDesktop.
     Q_INVOKABLE QStringList takeAsked();
+    /// The user gives access to the whole disk, which the model finds when it looks anew.
+    Q_INVOKABLE void giveAccess();
+    /// The keyring answers at last, where it gave no key.
+    Q_INVOKABLE void giveKey();
     /// Changes the run in progress; none where the state has none.
     Q_INVOKABLE void setPercent(double percent);
     Q_INVOKABLE void setKitNotice(const QString &text, bool warning);
@@ -39,7 +43,6 @@ Q_SIGNALS:
 
 private:
     QString m_state = QStringLiteral("fresh");
-    AppModel::Shown m_shown;
-    std::shared_ptr<NotedDesktop> m_desktop = std::make_shared<NotedDesktop>();
-    AppModel m_model;
+    PreparedWorld m_world;
+    std::unique_ptr<AppModel> m_model;
 };

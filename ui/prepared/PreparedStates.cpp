@@ -8,8 +8,6 @@
 
 namespace {
 
-using Shown = AppModel::Shown;
-
 constexpr qint64 secondsOfHour = 3600;
 constexpr qint64 gigabyte = qint64{1000} * 1000 * 1000;
 
@@ -83,162 +81,160 @@ RunStatus running()
     return status;
 }
 
-Shown fresh()
+PreparedState fresh()
 {
-    Shown shown;
-    shown.password = QStringLiteral("h7Kp2mWxR9tQvZ4nYcBd8sGfJ3uLeA6T");
-    return shown;
+    PreparedState state;
+    state.key = QStringLiteral("h7Kp2mWxR9tQvZ4nYcBd8sGfJ3uLeA6T");
+    return state;
 }
 
-Shown waiting()
+PreparedState waiting()
 {
-    Shown shown = fresh();
-    shown.config = ready();
-    shown.repos = {{DestinationID::Local, {}}, {DestinationID::Drive, {}}};
-    return shown;
+    PreparedState state = fresh();
+    state.config = ready();
+    state.repos = {{DestinationID::Local, {}}, {DestinationID::Drive, {}}};
+    return state;
 }
 
-Shown well()
+PreparedState well()
 {
-    Shown shown = waiting();
-    shown.config.serverEnabled = true;
-    shown.history = {record(0.2, DestinationID::Server), record(0.3, DestinationID::Drive),
+    PreparedState state = waiting();
+    state.config.serverEnabled = true;
+    state.history = {record(0.2, DestinationID::Server), record(0.3, DestinationID::Drive),
                      record(0.4, DestinationID::Local), check(50, DestinationID::Local)};
-    shown.repos = {{DestinationID::Local, repository(41)},
+    state.repos = {{DestinationID::Local, repository(41)},
                    {DestinationID::Drive, repository(18)},
                    {DestinationID::Server, repository(1)}};
-    return shown;
+    return state;
 }
 
-Shown kit()
+PreparedState kit()
 {
-    Shown shown = waiting();
-    shown.config.keySaved = false;
-    return shown;
+    PreparedState state = waiting();
+    state.config.keySaved = false;
+    return state;
 }
 
-Shown launching()
+PreparedState launching()
 {
-    Shown shown = well();
-    shown.launching = true;
-    return shown;
+    PreparedState state = well();
+    state.launching = true;
+    return state;
 }
 
-Shown runningNow()
+PreparedState runningNow()
 {
-    Shown shown = well();
-    shown.status = running();
-    return shown;
+    PreparedState state = well();
+    state.status = running();
+    return state;
 }
 
-Shown scanning()
+PreparedState scanning()
 {
-    Shown shown = runningNow();
-    shown.status->phase = QStringLiteral("Analisi dei file");
-    shown.status->percent = 0;
-    shown.status->totalFiles = 0;
-    shown.status->currentFile = std::nullopt;
-    return shown;
+    PreparedState state = runningNow();
+    state.status->phase = QStringLiteral("Analisi dei file");
+    state.status->percent = 0;
+    state.status->totalFiles = 0;
+    state.status->currentFile = std::nullopt;
+    return state;
 }
 
-Shown single()
+PreparedState single()
 {
-    Shown shown = well();
-    shown.config.driveEnabled = false;
-    shown.config.serverEnabled = false;
-    shown.config.localFolder = Paths::home();
-    shown.localOnSystemDisk = true;
-    shown.config.keepDays = -1;
-    shown.repos = {{DestinationID::Local, repository(1)}};
-    return shown;
+    PreparedState state = well();
+    state.config.driveEnabled = false;
+    state.config.serverEnabled = false;
+    state.config.localFolder = Paths::home();
+    state.localOnSystemDisk = true;
+    state.config.keepDays = -1;
+    state.repos = {{DestinationID::Local, repository(1)}};
+    return state;
 }
 
-Shown access()
+PreparedState access()
 {
-    Shown shown = well();
-    shown.fullDiskAccess = false;
-    return shown;
+    PreparedState state = well();
+    state.fullDiskAccess = false;
+    return state;
 }
 
-Shown stale()
+PreparedState stale()
 {
-    Shown shown = well();
-    shown.history = {record(80, DestinationID::Drive), record(81, DestinationID::Local)};
-    return shown;
+    PreparedState state = well();
+    state.history = {record(80, DestinationID::Drive), record(81, DestinationID::Local)};
+    return state;
 }
 
-Shown staleRunning()
+PreparedState staleRunning()
 {
-    Shown shown = stale();
-    shown.status = running();
-    return shown;
+    PreparedState state = stale();
+    state.status = running();
+    return state;
 }
 
-Shown failed()
+PreparedState failed()
 {
-    Shown shown = well();
+    PreparedState state = well();
     RunRecord failure = record(1, DestinationID::Drive, Outcome::Failed);
     failure.message = QStringLiteral("Connessione interrotta");
     RunRecord verification = check(2, DestinationID::Local, Outcome::Failed);
     verification.message = QStringLiteral("pack 3f2a1b0c: ciphertext verification failed");
-    shown.history = {failure, verification, record(30, DestinationID::Local)};
-    shown.repos[DestinationID::Server] =
+    state.history = {failure, verification, record(30, DestinationID::Local)};
+    state.repos[DestinationID::Server] =
         unreadable(QStringLiteral("Fatal: unable to open repository: connection refused"));
-    return shown;
+    return state;
 }
 
-Shown keyError()
+PreparedState keyError()
 {
-    Shown shown;
-    shown.keyError = QStringLiteral("Il portachiavi è bloccato (errore 3).");
-    return shown;
+    PreparedState state;
+    state.keyError = QStringLiteral("Il portachiavi è bloccato (errore 3).");
+    return state;
 }
 
-Shown starting()
+PreparedState starting()
 {
-    Shown shown = well();
-    shown.starting = true;
-    shown.repos.clear();
-    return shown;
+    PreparedState state = well();
+    state.starting = true;
+    state.repos.clear();
+    return state;
 }
 
-Shown support()
+PreparedState support()
 {
-    Shown shown = well();
-    shown.supportError = QStringLiteral(
-        "Vellomar non può scrivere nella sua cartella ~/.local/share/Vellomar (permesso negato): "
-        "i backup non possono partire.");
-    return shown;
+    PreparedState state = well();
+    state.supportFault = QStringLiteral("permesso negato");
+    return state;
 }
 
-Shown longTexts()
+PreparedState longTexts()
 {
-    Shown shown = runningNow();
-    shown.status->phase = QStringLiteral("Copia <b>dei</b> file ").repeated(20);
-    shown.status->currentFile =
+    PreparedState state = runningNow();
+    state.status->phase = QStringLiteral("Copia <b>dei</b> file ").repeated(20);
+    state.status->currentFile =
         Paths::home() + u'/' + QStringLiteral("<img src=x>&amp; \"molto lungo\"/").repeated(140);
-    shown.status->filesDone = 123456789012;
-    shown.status->totalFiles = 987654321098;
-    shown.status->bytesDone = gigabyte * 123456;
-    shown.status->totalBytes = gigabyte * 987654;
-    shown.status->secondsRemaining = qint64{3600} * 999;
+    state.status->filesDone = 123456789012;
+    state.status->totalFiles = 987654321098;
+    state.status->bytesDone = gigabyte * 123456;
+    state.status->totalBytes = gigabyte * 987654;
+    state.status->secondsRemaining = qint64{3600} * 999;
     RunRecord verification = check(2, DestinationID::Local, Outcome::Failed);
     verification.message = QStringLiteral("<i>errore</i> senza spazi ").repeated(30);
-    shown.history.prepend(verification);
-    shown.repos[DestinationID::Server] =
+    state.history.prepend(verification);
+    state.repos[DestinationID::Server] =
         unreadable(QStringLiteral("<a href=\"x\">Fatal</a>: a very long error ").repeated(20));
-    shown.keyError =
+    state.keyError =
         QStringLiteral("<b>Errore</b> del portachiavi che non finisce mai. ").repeated(8);
-    shown.kitNotice = Notice{QStringLiteral("Kit <u>salvato</u> in ~/") +
+    state.kitNotice = Notice{QStringLiteral("Kit <u>salvato</u> in ~/") +
                                  QStringLiteral("cartella/").repeated(40),
                              true};
-    return shown;
+    return state;
 }
 
 struct Entry
 {
     QString name;
-    std::function<Shown()> make;
+    std::function<PreparedState()> make;
 };
 
 const QList<Entry> &entries()
@@ -273,7 +269,7 @@ QStringList PreparedStates::names()
     return list;
 }
 
-AppModel::Shown PreparedStates::state(const QString &name)
+PreparedState PreparedStates::state(const QString &name)
 {
     for (const Entry &entry : entries()) {
         if (entry.name == name) {

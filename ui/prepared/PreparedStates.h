@@ -1,13 +1,13 @@
 #pragma once
 
-#include "model/AppModel.h"
+#include "ui/prepared/PreparedState.h"
 
 #include <QStringList>
 
-/// Named pictures of the model, as of now.
+/// Prepared states by name, as of now.
 namespace PreparedStates {
 
-/// The names, in the order in which a person would go through them:
+/// The names, in the order in which a user would go through them:
 /// - "fresh": just installed;
 /// - "kit": destinations, and the key not saved;
 /// - "waiting": ready, and no backup yet;
@@ -23,6 +23,6 @@ namespace PreparedStates {
 QStringList names();
 
 /// An unknown name is "fresh".
-AppModel::Shown state(const QString &name);
+PreparedState state(const QString &name);
 
 } // namespace PreparedStates

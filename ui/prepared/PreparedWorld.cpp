@@ -188,3 +188,35 @@ World PreparedWorld::world() const
             .background = Background(m_state->starting ? Background::Manner::Never
                                                        : Background::Manner::AtOnce)};
 }
+
+std::unique_ptr<AppModel> PreparedWorld::model()
+{
+    auto model = std::make_unique<AppModel>(world());
+    if (m_state->launching) {
+        model->startBackup();
+    }
+    if (m_state->keyError && !m_state->key.isEmpty()) {
+        meetKeyError(*model);
+    }
+    if (m_state->kitNotice) {
+        meetKitNotice(*model);
+    }
+    m_desktop->asked.clear();
+    return model;
+}
+
+void PreparedWorld::meetKeyError(AppModel &model)
+{
+    const QStringList before = m_desktop->asked;
+    model.requestPreviousKey();
+    m_desktop->asked = before;
+}
+
+void PreparedWorld::meetKitNotice(AppModel &model)
+{
+    const QStringList before = m_desktop->asked;
+    m_desktop->savePath = QStringLiteral("kit.txt");
+    model.saveRecoveryKit();
+    m_desktop->savePath.reset();
+    m_desktop->asked = before;
+}

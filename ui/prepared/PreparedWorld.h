@@ -1,13 +1,13 @@
 #pragma once
 
-#include "model/World.h"
+#include "model/AppModel.h"
 #include "ui/prepared/NotedDesktop.h"
 #include "ui/prepared/PreparedState.h"
 
 #include <memory>
 
 /// A world that holds a prepared state and nothing else: no file, no setting, no key and no tool is
-/// reached from it, whatever is done with it. All work is done at once, and what takes time
+/// reached from it, whatever is done with the model. All work is done at once, and what takes time
 /// by itself never comes.
 class PreparedWorld
 {
@@ -19,6 +19,15 @@ public:
     /// What was asked of it.
     [[nodiscard]] NotedDesktop &desktop() { return *m_desktop; }
     [[nodiscard]] World world() const;
+
+    /// A model that has come up in it, and to what can only be seen by doing it: a launch, the
+    /// notice of a saved kit. Nothing of that counts as asked.
+    [[nodiscard]] std::unique_ptr<AppModel> model();
+
+    /// Lets a model meet with the error of the keyring, and with the outcome of saving the kit,
+    /// that the state has.
+    void meetKeyError(AppModel &model);
+    void meetKitNotice(AppModel &model);
 
 private:
     std::shared_ptr<PreparedState> m_state;

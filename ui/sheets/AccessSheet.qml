@@ -10,13 +10,13 @@ Sheet {
     id: root
 
     required property AppModel model
-    readonly property int action: model.accessRequest // an AppModel.GatedAction
+    readonly property int action: model.access.request // a DiskAccess.GatedAction
 
     name: head.title
-    visible: action !== AppModel.GatedAction.None
+    visible: action !== DiskAccess.GatedAction.None
     first: settings
     defaultButton: settings
-    onDismissed: model.accessRequest = AppModel.GatedAction.None
+    onDismissed: model.access.request = DiskAccess.GatedAction.None
 
     SheetHead {
         id: head

@@ -15,20 +15,20 @@ Sheet {
     readonly property bool asking: leaving || !model.config.keySaved
 
     name: head.title
-    visible: model.showingRecoveryKit
-    first: (model.hasKey ? save : head.closing) as Item
+    visible: model.kit.showing
+    first: (model.key.hasKey ? save : head.closing) as Item
     defaultButton: last
     onAboutToShow: {
         confirmed = false;
         leaving = false;
     }
-    onDismissed: model.showingRecoveryKit = false
+    onDismissed: model.kit.showing = false
 
     // A new key must be confirmed anew.
     Connections {
-        target: root.model
+        target: root.model.key
 
-        function onPasswordChanged() {
+        function onChanged() {
             root.confirmed = false;
         }
     }
@@ -58,7 +58,7 @@ Sheet {
             objectName: "save"
             kind: PillButton.Kind.Outline
             text: qsTranslate("Texts", "Salva il kit")
-            enabled: root.model.hasKey
+            enabled: root.model.key.hasKey
             onClicked: root.model.saveRecoveryKit()
         }
 
@@ -66,27 +66,27 @@ Sheet {
             objectName: "print"
             kind: PillButton.Kind.Outline
             text: qsTranslate("Texts", "Stampa")
-            enabled: root.model.hasKey
+            enabled: root.model.key.hasKey
             onClicked: root.model.printRecoveryKit()
         }
 
         PillButton {
             objectName: "copy"
             kind: PillButton.Kind.Outline
-            text: root.model.keyCopied ? qsTranslate("Texts", "Copiata per un minuto")
+            text: root.model.key.copied ? qsTranslate("Texts", "Copiata per un minuto")
                                        : qsTranslate("Texts", "Copia la chiave")
-            enabled: root.model.hasKey
+            enabled: root.model.key.hasKey
             onClicked: root.model.copyKey()
         }
     }
 
     InlineMessage {
-        readonly property bool warning: root.model.kitNotice.warning
+        readonly property bool warning: root.model.kit.notice.warning
 
         objectName: "notice"
         width: parent.width
         visible: text !== ""
-        text: root.model.kitNotice.text
+        text: root.model.kit.notice.text
         symbol: warning ? "exclamationmark.triangle" : "checkmark.circle"
         color: warning ? Theme.coral : Theme.mint
     }
@@ -95,7 +95,7 @@ Sheet {
         objectName: "error"
         width: parent.width
         visible: text !== ""
-        text: root.model.keyError
+        text: root.model.key.error
         color: Theme.coral
     }
 
@@ -105,7 +105,7 @@ Sheet {
         visible: root.asking
         text: qsTranslate("Texts", "Ho messo la chiave in un posto sicuro, fuori da questo Mac")
         checked: root.confirmed
-        enabled: root.model.hasKey
+        enabled: root.model.key.hasKey
         onAsked: checked => root.confirmed = checked
     }
 
@@ -116,7 +116,7 @@ Sheet {
         anchors.right: parent.right
         kind: root.asking ? PillButton.Kind.Primary : PillButton.Kind.Outline
         text: root.asking ? qsTranslate("Texts", "Continua") : qsTranslate("Texts", "Chiudi")
-        enabled: !root.asking || (root.confirmed && root.model.hasKey)
+        enabled: !root.asking || (root.confirmed && root.model.key.hasKey)
         onClicked: {
             if (root.asking) {
                 root.leaving = true;

@@ -4,15 +4,15 @@ Situation Situation::of(const AppModel &model)
 {
     return {
         .config = model.config(),
-        .status = model.status(),
+        .status = model.run()->status(),
         .starting = model.isStarting(),
-        .launching = model.isLaunching(),
-        .lastSuccess = model.lastSuccess(),
-        .lastCheck = model.lastCheck(),
-        .staleText = model.staleText(),
-        .fullDiskAccess = model.hasFullDiskAccess(),
-        .localOnSystemDisk = model.isLocalOnSystemDisk(),
-        .supportError = model.supportError(),
-        .keyError = model.keyError(),
+        .launching = model.run()->isLaunching(),
+        .lastSuccess = model.run()->lastSuccess(),
+        .lastCheck = model.run()->lastCheck(),
+        .staleText = model.run()->staleText(),
+        .fullDiskAccess = model.access()->isGranted(),
+        .localOnSystemDisk = model.localFolder()->isOnSystemDisk(),
+        .supportError = model.run()->supportError(),
+        .keyError = model.key()->error(),
     };
 }

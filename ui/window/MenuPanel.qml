@@ -115,12 +115,12 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 visible: !root.summary.running
                 text: qsTranslate("Texts", "Esegui backup")
-                enabled: root.model.config.hasDestination && !root.model.busy
+                enabled: root.model.config.hasDestination && !root.model.run.busy
                          && !root.model.starting
                 onClicked: {
                     root.model.startBackup();
                     // The window explains, or asks for, whatever keeps a backup from starting.
-                    if (!root.model.busy) {
+                    if (!root.model.run.busy) {
                         root.windowAsked();
                     }
                 }

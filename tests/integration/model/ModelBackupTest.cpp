@@ -48,10 +48,10 @@ protected:
     {
         qputenv("TMPDIR", QFile::encodeName(folder(QStringLiteral("tmp"))));
         makeRepository(repository);
-        model = std::make_unique<AppModel>(std::make_shared<LaunchingDesktop>());
-        QObject::connect(model.get(), &AppModel::statusChanged, model.get(), [this] {
-            if (model->status()) {
-                phases.append(model->status()->phase);
+        model = std::make_unique<AppModel>(World::real(std::make_shared<LaunchingDesktop>()));
+        QObject::connect(model->run(), &RunWatch::statusChanged, model.get(), [this] {
+            if (model->run()->status()) {
+                phases.append(model->run()->status()->phase);
             }
         });
         EXPECT_TRUE(comesUp(*model));
@@ -70,12 +70,15 @@ protected:
     bool isRead()
     {
         return eventuallyInLoop([this] {
-            const RepoInfo info = model->repos().value(DestinationID::Local);
-            return model->repos().contains(DestinationID::Local) && !info.loading;
+            const RepoInfo info = model->repositories()->all().value(DestinationID::Local);
+            return model->repositories()->all().contains(DestinationID::Local) && !info.loading;
         });
     }
 
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
+    [[nodiscard]] RepoInfo local() const
+    {
+        return model->repositories()->all().value(DestinationID::Local);
+    }
 
     /// Makes a backup take a while.
     void addMuch() const
@@ -90,7 +93,7 @@ protected:
 
     bool isSeenRunning()
     {
-        return eventuallyInLoop([this] { return model->status().has_value(); });
+        return eventuallyInLoop([this] { return model->run()->status().has_value(); });
     }
 
     TestApplication application;
@@ -104,21 +107,22 @@ TEST_F(ModelBackup, isStartedFollowedToItsEndAndListed)
     EXPECT_TRUE(local().snapshots.isEmpty());
     addMuch();
     model->startBackup();
-    EXPECT_TRUE(model->isLaunching());
+    ASSERT_TRUE(eventuallyInLoop([this] { return model->run()->isLaunching(); }));
     ASSERT_TRUE(isSeenRunning());
-    EXPECT_FALSE(model->isLaunching());
-    EXPECT_NE(model->status()->pid, ::getpid());
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
+    EXPECT_FALSE(model->run()->isLaunching());
+    EXPECT_NE(model->run()->status()->pid, ::getpid());
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->isBusy(); }));
     // The record may be seen a poll later than the end of the status.
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->history().isEmpty(); }));
     EXPECT_FALSE(phases.isEmpty());
-    ASSERT_EQ(model->history().size(), 1);
-    EXPECT_EQ(model->history().first().outcome, Outcome::Ok)
-        << model->history().first().message.toStdString();
+    ASSERT_EQ(model->run()->history().size(), 1);
+    EXPECT_EQ(model->run()->history().first().outcome, Outcome::Ok)
+        << model->run()->history().first().message.toStdString();
     ASSERT_TRUE(eventuallyInLoop([this] { return local().snapshots.size() == 1; }));
     EXPECT_GT(local().size.value_or(0), 100'000'000);
-    EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Backup adesso"));
-    EXPECT_EQ(model->stateTone(DestinationID::Local), Tone::Well);
+    EXPECT_EQ(model->repositories()->stateText(DestinationID::Local),
+              QStringLiteral("Backup adesso"));
+    EXPECT_EQ(model->repositories()->stateTone(DestinationID::Local), Tone::Well);
     // Nothing has to reap the child: it was never ours.
     for (const pid_t child : childrenOf(::getpid())) {
         EXPECT_FALSE(hasEnded(child)) << child;
@@ -130,13 +134,13 @@ TEST_F(ModelBackup, stopsWhenAsked)
     addMuch();
     model->startBackup();
     ASSERT_TRUE(isSeenRunning());
-    const qint64 pid = model->status()->pid;
+    const qint64 pid = model->run()->status()->pid;
     model->cancelBackup();
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
-    EXPECT_EQ(model->history().first().outcome, Outcome::Cancelled);
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->isBusy(); }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->history().isEmpty(); }));
+    EXPECT_EQ(model->run()->history().first().outcome, Outcome::Cancelled);
     EXPECT_TRUE(eventuallyInLoop([pid] { return hasEnded(pid); }));
-    EXPECT_EQ(model->stateTone(DestinationID::Local), Tone::Well);
+    EXPECT_EQ(model->repositories()->stateTone(DestinationID::Local), Tone::Well);
 }
 
 TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)
@@ -145,7 +149,7 @@ TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)
     addMuch();
     model->startBackup();
     ASSERT_TRUE(isSeenRunning());
-    const pid_t pid = model->status()->pid;
+    const pid_t pid = model->run()->status()->pid;
     const QList<pid_t> tools = childrenOf(pid);
     ASSERT_EQ(::kill(pid, SIGKILL), 0);
     for (const pid_t tool : tools) {
@@ -153,17 +157,18 @@ TEST_F(ModelBackup, aRunThatIsKilledIsOverAtTheNextLook)
     }
     ASSERT_TRUE(eventuallyInLoop([pid] { return hasEnded(pid); }));
     bool wasReadAgain = false;
-    QObject::connect(model.get(), &AppModel::reposChanged, model.get(),
+    QObject::connect(model->repositories(), &Repositories::changed, model.get(),
                      [&] { wasReadAgain = wasReadAgain || local().loading; });
-    ASSERT_TRUE(QMetaObject::invokeMethod(model.get(), "poll", Qt::DirectConnection));
-    EXPECT_FALSE(model->isBusy());
+    model->run()->look();
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->isLooking(); }));
+    EXPECT_FALSE(model->run()->isBusy());
     EXPECT_TRUE(wasReadAgain);
     EXPECT_TRUE(isThere("status.json"));
     ASSERT_TRUE(isRead());
     // The next one runs well.
     model->startBackup();
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
-    EXPECT_EQ(model->history().first().outcome, Outcome::Ok);
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->history().isEmpty(); }));
+    EXPECT_EQ(model->run()->history().first().outcome, Outcome::Ok);
 }
 
 TEST_F(ModelBackup, aRunThatFindsAnotherAtWorkIsGivenUp)
@@ -173,9 +178,9 @@ TEST_F(ModelBackup, aRunThatFindsAnotherAtWorkIsGivenUp)
     ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
     ASSERT_EQ(::flock(lock.handle(), LOCK_EX | LOCK_NB), 0);
     model->startBackup();
-    EXPECT_TRUE(model->isLaunching());
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
-    EXPECT_TRUE(model->history().isEmpty());
+    ASSERT_TRUE(eventuallyInLoop([this] { return model->run()->isLaunching(); }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->isBusy(); }));
+    EXPECT_TRUE(model->run()->history().isEmpty());
     EXPECT_TRUE(phases.isEmpty());
 }
 
@@ -184,16 +189,16 @@ TEST_F(ModelBackup, theModelMayGoAndTheRunGoesOn)
     addMuch();
     model->startBackup();
     ASSERT_TRUE(isSeenRunning());
-    const qint64 pid = model->status()->pid;
+    const qint64 pid = model->run()->status()->pid;
     model.reset();
     EXPECT_FALSE(hasEnded(pid));
     // Another start of the window finds it.
-    model = std::make_unique<AppModel>(std::make_shared<LaunchingDesktop>());
+    model = std::make_unique<AppModel>(World::real(std::make_shared<LaunchingDesktop>()));
     ASSERT_TRUE(comesUp(*model));
-    EXPECT_TRUE(model->isBusy());
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->isBusy(); }));
-    ASSERT_TRUE(eventuallyInLoop([this] { return !model->history().isEmpty(); }));
-    EXPECT_EQ(model->history().first().outcome, Outcome::Ok);
+    EXPECT_TRUE(model->run()->isBusy());
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->isBusy(); }));
+    ASSERT_TRUE(eventuallyInLoop([this] { return !model->run()->history().isEmpty(); }));
+    EXPECT_EQ(model->run()->history().first().outcome, Outcome::Ok);
 }
 
 } // namespace

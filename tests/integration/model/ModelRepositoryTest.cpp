@@ -28,13 +28,16 @@ protected:
 
     void start()
     {
-        model = std::make_unique<AppModel>(desktop);
+        model = std::make_unique<AppModel>(World::real(desktop));
         ASSERT_TRUE(comesUp(*model));
     }
 
     void settle() { ::settle(model.get()); }
 
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
+    [[nodiscard]] RepoInfo local() const
+    {
+        return model->repositories()->all().value(DestinationID::Local);
+    }
 
     std::optional<QString> replacedBy(const QString &other)
     {
@@ -81,10 +84,10 @@ TEST_F(ModelRepository, anotherKeyIsRefusedAndNothingChanges)
               QStringLiteral("Questa chiave non apre il backup su %1. La chiave in uso non è stata "
                              "cambiata.")
                   .arg(title(DestinationID::Local)));
-    EXPECT_EQ(model->password(), key);
+    EXPECT_EQ(model->key()->value(), key);
     EXPECT_EQ(stored(Keychain::repositoryKey), key);
     EXPECT_EQ(stored(Keychain::previousRepositoryKey), QString());
-    EXPECT_FALSE(model->hasPreviousKey());
+    EXPECT_FALSE(model->key()->hasPrevious());
 }
 
 TEST_F(ModelRepository, theKeyOfTheRepositoryIsAcceptedAndTheSwapGoesBack)
@@ -97,16 +100,18 @@ TEST_F(ModelRepository, theKeyOfTheRepositoryIsAcceptedAndTheSwapGoesBack)
     settle();
     EXPECT_EQ(local().error, QStringLiteral("Chiave di cifratura errata per questa destinazione"));
     EXPECT_EQ(replacedBy(key), std::nullopt);
+    settle();
     EXPECT_EQ(stored(Keychain::repositoryKey), key);
     EXPECT_EQ(stored(Keychain::previousRepositoryKey), QStringLiteral("a key that was made here"));
     EXPECT_TRUE(ConfigStore::load().keySaved);
     settle();
     EXPECT_EQ(local().error, std::nullopt);
     model->requestPreviousKey();
+    settle();
     EXPECT_EQ(stored(Keychain::repositoryKey), QStringLiteral("a key that was made here"));
     EXPECT_EQ(stored(Keychain::previousRepositoryKey), key);
     EXPECT_FALSE(ConfigStore::load().keySaved);
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->key()->error(), std::nullopt);
 }
 
 TEST_F(ModelRepository, aRepositoryThatIsNotThereYetTakesAnyKey)
@@ -122,9 +127,9 @@ TEST_F(ModelRepository, aFirstStartMakesAKeyInTheKeyring)
 {
     ASSERT_TRUE(removeSecret(Keychain::repositoryKey));
     start();
-    EXPECT_EQ(model->keyError(), std::nullopt);
-    EXPECT_EQ(stored(Keychain::repositoryKey), model->password());
-    EXPECT_EQ(model->password().size(), 32);
+    EXPECT_EQ(model->key()->error(), std::nullopt);
+    EXPECT_EQ(stored(Keychain::repositoryKey), model->key()->value());
+    EXPECT_EQ(model->key()->value().size(), 32);
     EXPECT_FALSE(ConfigStore::load().keySaved);
 }
 
@@ -132,10 +137,10 @@ TEST_F(ModelRepository, withoutAKeyringItComesUpAndSaysSo)
 {
     keyring.stopKeyring();
     start();
-    ASSERT_TRUE(model->keyError());
-    EXPECT_TRUE(model->keyError()->startsWith(
+    ASSERT_TRUE(model->key()->error());
+    EXPECT_TRUE(model->key()->error()->startsWith(
         QLatin1String("Impossibile accedere alla chiave nel Portachiavi (errore ")));
-    EXPECT_EQ(model->password(), QString());
+    EXPECT_EQ(model->key()->value(), QString());
     settle();
     EXPECT_FALSE(local().loading);
 }
@@ -149,7 +154,7 @@ TEST_F(ModelRepository, aKeyringThatGoesInBetweenFailsTheReplacementAlone)
     ASSERT_TRUE(answer);
     EXPECT_TRUE(answer->startsWith(
         QLatin1String("Impossibile accedere alla chiave nel Portachiavi (errore ")));
-    EXPECT_EQ(model->password(), key);
+    EXPECT_EQ(model->key()->value(), key);
     EXPECT_TRUE(model->config().keySaved);
 }
 
@@ -174,13 +179,15 @@ TEST_F(ModelRepository, aKitOnAFullDiskIsReportedAndLeavesNothing)
     start();
     desktop->savePath = stick + QLatin1String("/kit.txt");
     model->saveRecoveryKit();
-    EXPECT_EQ(model->kitNotice(),
+    settle();
+    EXPECT_EQ(model->kit()->notice(),
               (Notice{QStringLiteral("Kit salvato in ~/stick/kit.txt."), false}));
-    EXPECT_EQ(readFile(*desktop->savePath), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(*desktop->savePath), model->kit()->text().toUtf8());
     ASSERT_TRUE(QFile::remove(*desktop->savePath));
     small.fill();
     model->saveRecoveryKit();
-    EXPECT_EQ(model->kitNotice(),
+    settle();
+    EXPECT_EQ(model->kit()->notice(),
               (Notice{QStringLiteral("Kit non salvato: No space left on device"), true}));
     EXPECT_FALSE(QFile::exists(*desktop->savePath));
     small.makeRoom();

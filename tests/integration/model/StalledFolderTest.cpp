@@ -38,7 +38,10 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
+    [[nodiscard]] RepoInfo local() const
+    {
+        return model->repositories()->all().value(DestinationID::Local);
+    }
 
     std::unique_ptr<StalledDisk> disk;
 };
@@ -48,12 +51,12 @@ TEST_F(StalledFolder, doesNotHoldUpTheStart)
     stall(config.localFolder);
     useAllDestinations();
     start();
-    EXPECT_TRUE(
-        eventuallyInLoop([this] { return !model->repos().value(DestinationID::Server).loading; }));
+    EXPECT_TRUE(eventuallyInLoop(
+        [this] { return !model->repositories()->all().value(DestinationID::Server).loading; }));
     EXPECT_TRUE(local().loading);
-    EXPECT_FALSE(model->isLocalOnSystemDisk());
+    EXPECT_FALSE(model->localFolder()->isOnSystemDisk());
     model->startBackup();
-    EXPECT_TRUE(model->isLaunching());
+    EXPECT_TRUE(eventuallyInLoop([this] { return model->run()->isLaunching(); }));
 }
 
 TEST_F(StalledFolder, leavesOnShowWhatWasReadLast)
@@ -65,7 +68,7 @@ TEST_F(StalledFolder, leavesOnShowWhatWasReadLast)
     start();
     settle();
     ASSERT_EQ(local().snapshots.size(), 1);
-    ASSERT_TRUE(model->isLocalOnSystemDisk());
+    ASSERT_TRUE(model->localFolder()->isOnSystemDisk());
     stall(config.localFolder);
     model->refresh(DestinationID::Local);
     passMinute();
@@ -75,11 +78,11 @@ TEST_F(StalledFolder, leavesOnShowWhatWasReadLast)
     EXPECT_EQ(local().snapshots.size(), 1);
     EXPECT_EQ(local().error, std::nullopt);
     EXPECT_TRUE(local().loading);
-    EXPECT_TRUE(model->isLocalOnSystemDisk());
+    EXPECT_TRUE(model->localFolder()->isOnSystemDisk());
     disk->letGo();
     settle();
     EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
-    EXPECT_FALSE(model->isLocalOnSystemDisk());
+    EXPECT_FALSE(model->localFolder()->isOnSystemDisk());
 }
 
 TEST_F(StalledFolder, isAskedForOnceHoweverLongItTakes)
@@ -92,7 +95,8 @@ TEST_F(StalledFolder, isAskedForOnceHoweverLongItTakes)
         passMinute();
         model->refresh(DestinationID::Local);
     }
-    EXPECT_EQ(Background::threads().activeThreadCount(), 2);
+    // The looks at the files of the engine have come to their ends.
+    EXPECT_TRUE(eventuallyInLoop([] { return Background::threads().activeThreadCount() == 2; }));
 }
 
 TEST_F(StalledFolder, givesWayToAnotherOne)
@@ -103,12 +107,12 @@ TEST_F(StalledFolder, givesWayToAnotherOne)
     model->refresh(DestinationID::Local);
     EXPECT_TRUE(eventuallyInLoop([this] { return !local().loading; }));
     EXPECT_EQ(local().error, std::nullopt);
-    EXPECT_TRUE(eventuallyInLoop([this] { return model->isLocalOnSystemDisk(); }));
+    EXPECT_TRUE(eventuallyInLoop([this] { return model->localFolder()->isOnSystemDisk(); }));
     // The late answer about the first one changes nothing.
     disk->letGo();
     settle();
     EXPECT_EQ(local().error, std::nullopt);
-    EXPECT_TRUE(model->isLocalOnSystemDisk());
+    EXPECT_TRUE(model->localFolder()->isOnSystemDisk());
 }
 
 TEST_F(StalledFolder, thatIsMeasuredGivesWayToAnotherSelection)
@@ -118,10 +122,10 @@ TEST_F(StalledFolder, thatIsMeasuredGivesWayToAnotherSelection)
     start();
     model->runMeasure();
     change([](AppConfig &settings) { settings.sources = {folder("near")}; });
-    EXPECT_FALSE(model->isMeasuring());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
     model->runMeasure();
-    EXPECT_TRUE(eventuallyInLoop([this] { return !model->isMeasuring(); }));
-    EXPECT_TRUE(model->sourceSizes().contains(folder("near")));
+    EXPECT_TRUE(eventuallyInLoop([this] { return !model->measurement()->isMeasuring(); }));
+    EXPECT_TRUE(model->measurement()->sizes().contains(folder("near")));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include "tests/support/EventLoop.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/ModelFixture.h"
-#include "ui/prepared/NotedDesktop.h"
+#include "ui/prepared/PreparedWorld.h"
 
 #include <QCoreApplication>
 #include <QPersistentModelIndex>
@@ -56,7 +56,21 @@ protected:
         told.take();
     }
 
-    void show() { model->show(shown); }
+    /// Lets the model look at all of the state anew.
+    void show()
+    {
+        desktop.fullDiskAccess = shown.fullDiskAccess;
+        model->setConfig(AppConfig(shown.config));
+        model->checkPermissions();
+        model->run()->look();
+        for (const DestinationID destination : allDestinations) {
+            model->refresh(destination);
+        }
+        if (shown.launching) {
+            model->startBackup();
+            desktop.asked.clear();
+        }
+    }
 
     /// A version on the disk, so many minutes ago.
     void store(qint64 minutesAgo)
@@ -69,6 +83,7 @@ protected:
     void run(double percent)
     {
         shown.status = RunStatus();
+        shown.status->startedAt = Clock::now();
         shown.status->destination = DestinationID::Drive;
         shown.status->phase = QStringLiteral("Copia dei file");
         shown.status->percent = percent;
@@ -109,9 +124,10 @@ protected:
     TestApplication application;
     ManualClock clock{QDateTime(QDate(2026, 7, 15), QTime(12, 0)).toUTC()};
     ScopedClock clockInForce{clock};
-    AppModel::Shown shown;
-    std::shared_ptr<NotedDesktop> desktop = std::make_shared<NotedDesktop>();
-    std::unique_ptr<AppModel> model = std::make_unique<AppModel>(desktop, AppModel::Shown());
+    PreparedWorld world;
+    PreparedState &shown = world.state();
+    NotedDesktop &desktop = world.desktop();
+    std::unique_ptr<AppModel> model = world.model();
     Summary summary;
     Told told{summary};
 };
@@ -187,9 +203,10 @@ TEST_F(SummaryTest, theRowsOfTheDestinationsStayThemselves)
     config.localEnabled = false;
     model->setConfig(config);
     EXPECT_EQ(drive.row(), 0);
-    EXPECT_EQ(stateOf(drive), model->destinations().at(1));
+    EXPECT_EQ(stateOf(drive), model->repositories()->destinations().at(1));
     for (int row = 0; row < 3; ++row) {
-        EXPECT_EQ(stateOf(summary.destinationRows()->index(row)), model->destinations().at(row));
+        EXPECT_EQ(stateOf(summary.destinationRows()->index(row)),
+                  model->repositories()->destinations().at(row));
     }
     EXPECT_FALSE(stateOf(summary.destinationRows()->index(0)).enabled);
 }
@@ -230,7 +247,7 @@ TEST_F(SummaryTest, nothingIsReportedWhenAllIsAsBefore)
     show();
     told.take();
     show();
-    Q_EMIT model->statusChanged();
+    Q_EMIT model->run()->statusChanged();
     Q_EMIT model->summaryChanged();
     EXPECT_EQ(told.take(), Words());
 }
@@ -313,7 +330,7 @@ TEST_F(SummaryTest, aModelThatGoesAwayLeavesNothingBehind)
 
 TEST_F(SummaryTest, aModelThatIsTakenAwayIsHeardNoMore)
 {
-    AppModel other(desktop, AppModel::Shown());
+    AppModel other(PreparedWorld().world());
     summary.setModel(&other);
     EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
     told.take();
@@ -332,14 +349,14 @@ TEST_F(SummaryTest, withNoDestinationTheButtonLeadsToThem)
     EXPECT_EQ(summary.actionLabel().toStdString(), "Scegli una destinazione");
     summary.act();
     EXPECT_EQ(model->section(), AppModel::Section::Destinations);
-    EXPECT_EQ(desktop->asked, QStringList());
+    EXPECT_EQ(desktop.asked, QStringList());
 }
 
 TEST_F(SummaryTest, otherwiseItStartsABackup)
 {
     EXPECT_EQ(summary.actionLabel().toStdString(), "Esegui backup ora");
     summary.act();
-    EXPECT_TRUE(desktop->asked.contains(QStringLiteral("start")));
+    EXPECT_TRUE(desktop.asked.contains(QStringLiteral("start")));
     EXPECT_EQ(summary.action(), OverviewTexts::Action::Starting);
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
 }
@@ -349,18 +366,15 @@ TEST_F(SummaryTest, whileOneStartsItDoesNothing)
     shown.launching = true;
     show();
     summary.act();
-    EXPECT_EQ(desktop->asked, QStringList());
+    EXPECT_EQ(desktop.asked, QStringList());
 }
 
 TEST_F(SummaryTest, whileOneRunsItStopsIt)
 {
-    EngineLookalike engine;
     run(0.5);
-    shown.status->pid = static_cast<std::int32_t>(engine.pid());
     show();
     summary.act();
-    EXPECT_TRUE(engine.wasEndedBySignal());
-    EXPECT_EQ(desktop->asked, QStringList());
+    EXPECT_EQ(desktop.asked, QStringList{QStringLiteral("stop")});
 }
 
 TEST_F(SummaryTest, aKeyThatIsNotSavedIsMendedByTheKit)
@@ -368,7 +382,7 @@ TEST_F(SummaryTest, aKeyThatIsNotSavedIsMendedByTheKit)
     shown.config.keySaved = false;
     show();
     summary.remedy(QStringLiteral("key"));
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    EXPECT_TRUE(model->kit()->isShowing());
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
 }
 
@@ -393,7 +407,7 @@ TEST_F(SummaryTest, missingAccessIsMendedInTheSystemsSettings)
     shown.fullDiskAccess = false;
     show();
     summary.remedy(QStringLiteral("access"));
-    EXPECT_EQ(desktop->asked, QStringList({QStringLiteral("settings")}));
+    EXPECT_EQ(desktop.asked, QStringList({QStringLiteral("settings")}));
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
 }
 
@@ -411,14 +425,14 @@ TEST_F(SummaryTest, whatIsInOrderOrUnknownNeedsNoMending)
         summary.remedy(QString::fromLatin1(id));
     }
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
-    EXPECT_FALSE(model->isShowingRecoveryKit());
-    EXPECT_EQ(desktop->asked, QStringList());
+    EXPECT_FALSE(model->kit()->isShowing());
+    EXPECT_EQ(desktop.asked, QStringList());
 }
 
 TEST_F(SummaryTest, whatAPreparedModelHasStartedDoesNotEndByItselfLater)
 {
     bool came = false;
-    desktop->after(std::chrono::milliseconds(0), [&came] { came = true; });
+    desktop.after(std::chrono::milliseconds(0), [&came] { came = true; });
     QCoreApplication::processEvents();
     EXPECT_FALSE(came);
 }

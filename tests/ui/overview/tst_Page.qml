@@ -329,7 +329,7 @@ Item {
                 verify(text.contentWidth <= text.width + 0.5 || text.width === 0
                        || text.text.length === 1, text.text);
             }
-            compare(part(item, "noticeText").words, prepared.model.keyError);
+            compare(part(item, "noticeText").words, prepared.model.key.error);
         }
 
         function test_aNoticeStandsInTheMiddleAlsoWhenItWraps_data() {

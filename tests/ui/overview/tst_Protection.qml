@@ -44,7 +44,7 @@ Item {
         function prepare() {
             prepared.state = "fresh";
             prepared.model.section = AppModel.Section.Overview;
-            prepared.model.showingRecoveryKit = false;
+            prepared.model.kit.showing = false;
             prepared.takeAsked();
         }
 
@@ -283,7 +283,7 @@ Item {
         function test_aClickMends(data) {
             mouseClick(part(made(data.state), data.tag));
             compare(prepared.model.section, data.section ?? AppModel.Section.Overview);
-            compare(prepared.model.showingRecoveryKit, data.kit ?? false);
+            compare(prepared.model.kit.showing, data.kit ?? false);
             compare(prepared.takeAsked(), data.asked ?? []);
         }
 

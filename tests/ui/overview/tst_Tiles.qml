@@ -101,8 +101,8 @@ Item {
             const config = prepared.model.config;
             config.serverEnabled = true;
             prepared.model.config = config;
-            verify(prepared.model.destinations[2].enabled);
-            verify(!prepared.model.destinations[2].known);
+            verify(prepared.model.repositories.destinations[2].enabled);
+            verify(!prepared.model.repositories.destinations[2].known);
             verify(part(tile, "chevron").visible);
             verify(!part(tile, "versions").visible);
         }
@@ -113,7 +113,7 @@ Item {
             const config = prepared.model.config;
             config.localEnabled = false;
             prepared.model.config = config;
-            verify(prepared.model.destinations[0].known);
+            verify(prepared.model.repositories.destinations[0].known);
             verify(part(tile, "chevron").visible);
         }
 

@@ -83,7 +83,7 @@ protected:
         AppConfig config = readySettings();
         config.keySaved = false;
         ConfigStore::save(config);
-        model = std::make_unique<AppModel>(desktop);
+        model = std::make_unique<AppModel>(World::real(desktop));
         EXPECT_TRUE(comesUp(*model));
         QObject::connect(view.engine(), &QQmlEngine::warnings, view.engine(),
                          [](const QList<QQmlError> &warnings) {
@@ -142,6 +142,7 @@ protected:
         ASSERT_NE(item, nullptr) << name;
         const QPointF middle(item->width() / 2, item->height() / 2);
         QTest::mouseClick(&view, Qt::LeftButton, {}, item->mapToScene(middle).toPoint());
+        settle(model.get());
         frame();
     }
 
@@ -204,7 +205,7 @@ TEST_F(KitSheetAndStick, savesTheKitAndSaysWhere)
     click("save");
     EXPECT_EQ(notice(), QStringList({QStringLiteral("Kit salvato in ~/stick/kit.txt."),
                                      QStringLiteral("checkmark.circle"), mint}));
-    EXPECT_EQ(readFile(kit), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(kit), model->kit()->text().toUtf8());
     EXPECT_TRUE(isOpened());
     EXPECT_FALSE(model->config().keySaved);
     EXPECT_TRUE(desktop->started.isEmpty());
@@ -231,7 +232,7 @@ TEST_F(KitSheetAndStick, aFullDiskIsReportedAndLosesNothing)
     stick.disk->makeRoom();
     click("save");
     EXPECT_EQ(notice().value(2), mint);
-    EXPECT_EQ(readFile(kit), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(kit), model->kit()->text().toUtf8());
     click("last");
     EXPECT_TRUE(eventuallyInLoop([this] { return !isOpened(); }));
     EXPECT_TRUE(ConfigStore::load().keySaved);
@@ -283,7 +284,7 @@ TEST_F(KitSheet, onThisMachineItWarnsInTheSheet)
               QStringList({QStringLiteral("Il kit è sullo stesso disco dei backup: chi trova il "
                                           "disco può leggerli. Spostalo altrove."),
                            QStringLiteral("exclamationmark.triangle"), coral}));
-    EXPECT_EQ(readFile(*desktop->savePath), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(*desktop->savePath), model->kit()->text().toUtf8());
 }
 
 TEST_F(KitSheet, aCancelledPanelLeavesTheSheetAsItWas)

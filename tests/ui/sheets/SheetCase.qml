@@ -18,9 +18,9 @@ Case {
     // Opens one of the two by what the model says.
     function raise(item, sheet, action) {
         if (sheet === item.kit) {
-            item.model.showingRecoveryKit = true;
+            item.model.kit.showing = true;
         } else {
-            item.model.accessRequest = action ?? AppModel.GatedAction.Measure;
+            item.model.access.request = action ?? DiskAccess.GatedAction.Measure;
         }
         tryCompare(sheet, "opened", true);
         settle();

@@ -22,22 +22,22 @@ Item {
         // The sheets, with an ear to the measurements of their model.
         function watched() {
             const item = made("access");
-            measurements.target = item.model;
+            measurements.target = item.model.measurement;
             measurements.clear();
             return item;
         }
 
         function shown(action) {
             const item = watched();
-            raise(item, item.access, action ?? AppModel.GatedAction.Backup);
+            raise(item, item.access, action ?? DiskAccess.GatedAction.Backup);
             return item;
         }
 
         // Each action in each way.
         function answers() {
             const rows = [];
-            for (const [name, action] of [["backup", AppModel.GatedAction.Backup],
-                     ["measurement", AppModel.GatedAction.Measure]]) {
+            for (const [name, action] of [["backup", DiskAccess.GatedAction.Backup],
+                     ["measurement", DiskAccess.GatedAction.Measure]]) {
                 for (const {tag, way} of ways()) {
                     rows.push({tag: name + " by " + tag, action: action, way: way});
                 }
@@ -47,15 +47,15 @@ Item {
 
         // The backup or the measurement runs, and never both.
         function runs(item, action) {
-            if (action === AppModel.GatedAction.Backup) {
+            if (action === DiskAccess.GatedAction.Backup) {
                 compare(item.prepared.takeAsked(), ["start"]);
-                verify(item.model.launching);
+                verify(item.model.run.launching);
                 compare(measurements.count, 0);
             } else {
                 tryCompare(measurements, "count", 2); // it begins and ends
-                verify(!item.model.measuring);
+                verify(!item.model.measurement.measuring);
                 compare(item.prepared.takeAsked(), []);
-                verify(!item.model.launching);
+                verify(!item.model.run.launching);
             }
         }
 
@@ -101,7 +101,7 @@ Item {
             const item = watched();
             item.model.startBackup();
             tryCompare(item.access, "opened", true);
-            compare(item.access.action, AppModel.GatedAction.Backup);
+            compare(item.access.action, DiskAccess.GatedAction.Backup);
             compare(item.prepared.takeAsked(), []);
         }
 
@@ -109,7 +109,7 @@ Item {
             const item = watched();
             item.model.measureSources();
             tryCompare(item.access, "opened", true);
-            compare(item.access.action, AppModel.GatedAction.Measure);
+            compare(item.access.action, DiskAccess.GatedAction.Measure);
             compare(measurements.count, 0);
         }
 
@@ -119,7 +119,7 @@ Item {
         function test_continuingWithoutAccessRunsTheBackupOrTheMeasurement(data) {
             const item = shown(data.action);
             press(part(item.access, "without"), data.way);
-            compare(item.model.accessRequest, AppModel.GatedAction.None);
+            compare(item.model.access.request, DiskAccess.GatedAction.None);
             tryCompare(item.access, "visible", false);
             runs(item, data.action);
         }
@@ -129,15 +129,15 @@ Item {
             const item = shown(data.action);
             press(part(item.access, "settings"), data.way);
             compare(item.prepared.takeAsked(), ["settings"]);
-            compare(item.model.accessRequest, AppModel.GatedAction.None);
+            compare(item.model.access.request, DiskAccess.GatedAction.None);
             tryCompare(item.access, "visible", false);
             compare(measurements.count, 0);
-            verify(!item.model.launching);
+            verify(!item.model.run.launching);
             // The user comes back with the access given.
-            item.prepared.state = "well";
+            item.prepared.giveAccess();
             item.model.becomeActive();
-            if (data.action === AppModel.GatedAction.Backup) {
-                tryCompare(item.model, "launching", true);
+            if (data.action === DiskAccess.GatedAction.Backup) {
+                tryCompare(item.model.run, "launching", true);
             }
             runs(item, data.action);
         }
@@ -154,16 +154,16 @@ Item {
                 press(part(item.access, "cross"), data.way);
             }
             tryCompare(item.access, "visible", false);
-            compare(item.model.accessRequest, AppModel.GatedAction.None);
+            compare(item.model.access.request, DiskAccess.GatedAction.None);
             // Nothing is taken up later either. What is taken up comes before a posted call.
-            item.prepared.state = "well";
+            item.prepared.giveAccess();
             item.model.becomeActive();
             let passed = false;
             Qt.callLater(() => passed = true);
             tryVerify(() => passed);
             compare(item.prepared.takeAsked(), []);
             compare(measurements.count, 0);
-            verify(!item.model.busy);
+            verify(!item.model.run.busy);
         }
 
         function test_itIsThereForTheActionThatAskedLast() {
@@ -171,19 +171,19 @@ Item {
             item.model.measureSources();
             tryCompare(item.access, "opened", true);
             item.model.startBackup();
-            compare(item.access.action, AppModel.GatedAction.Backup);
+            compare(item.access.action, DiskAccess.GatedAction.Backup);
             verify(item.access.opened);
             mouseClick(part(item.access, "without"));
-            runs(item, AppModel.GatedAction.Backup);
+            runs(item, DiskAccess.GatedAction.Backup);
         }
 
         function test_itFollowsTheModel() {
             const item = watched();
             verify(!item.access.visible);
-            for (const action of [AppModel.GatedAction.Backup, AppModel.GatedAction.Measure]) {
-                item.model.accessRequest = action;
+            for (const action of [DiskAccess.GatedAction.Backup, DiskAccess.GatedAction.Measure]) {
+                item.model.access.request = action;
                 tryCompare(item.access, "opened", true);
-                item.model.accessRequest = AppModel.GatedAction.None;
+                item.model.access.request = DiskAccess.GatedAction.None;
                 tryCompare(item.access, "visible", false);
             }
             compare(item.prepared.takeAsked(), []);
@@ -192,11 +192,11 @@ Item {
         function test_accessGivenMeanwhileClosesIt() {
             const item = shown();
             // Sent to the settings once before, the user comes back with the access.
-            item.model.requestAccessInSettings(AppModel.GatedAction.Backup);
-            item.model.accessRequest = AppModel.GatedAction.Backup;
+            item.model.requestAccessInSettings(DiskAccess.GatedAction.Backup);
+            item.model.access.request = DiskAccess.GatedAction.Backup;
             tryCompare(item.access, "opened", true);
             item.prepared.takeAsked();
-            item.prepared.state = "well";
+            item.prepared.giveAccess();
             item.model.becomeActive();
             tryCompare(item.access, "visible", false);
             compare(item.prepared.takeAsked(), ["start"]);
@@ -205,7 +205,7 @@ Item {
         function test_aRunUnderWayIsNotStartedTwice() {
             const item = shown();
             item.prepared.state = "running";
-            item.model.accessRequest = AppModel.GatedAction.Backup;
+            item.model.access.request = DiskAccess.GatedAction.Backup;
             mouseClick(part(item.access, "without"));
             compare(item.prepared.takeAsked(), []);
             tryCompare(item.access, "visible", false);

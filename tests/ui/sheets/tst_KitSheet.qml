@@ -112,7 +112,7 @@ Item {
 
         function test_withoutAKeyNothingButClosingWorks() {
             const item = made("keyError");
-            item.model.showingRecoveryKit = true;
+            item.model.kit.showing = true;
             tryCompare(item.kit, "opened", true);
             verify(part(item.kit, "cross").activeFocus);
             compare(part(part(item.kit, "error"), "words").words,
@@ -137,7 +137,7 @@ Item {
         function test_aKeyThatComesLateIsStillToBeSaved() {
             const item = shown("keyError");
             item.kit.confirmed = true;
-            item.state = "kit";
+            item.prepared.giveKey();
             for (const name of ["save", "print", "copy", "box"]) {
                 verify(part(item.kit, name).enabled, name);
             }
@@ -176,7 +176,7 @@ Item {
             press(part(item.kit, "last"), data.way);
             tryCompare(item.kit, "visible", false);
             verify(item.model.config.keySaved);
-            verify(!item.model.showingRecoveryKit);
+            verify(!item.model.kit.showing);
             compare(item.prepared.takeAsked(), []); // nothing waited
         }
 
@@ -237,7 +237,7 @@ Item {
             mouseClick(part(item.kit, "confirmation"));
             mouseClick(part(item.kit, "last"));
             compare(item.prepared.takeAsked(), ["notify", "start"]);
-            verify(item.model.launching);
+            verify(item.model.run.launching);
             tryCompare(item.kit, "visible", false);
         }
 
@@ -256,9 +256,9 @@ Item {
                 press(part(item.kit, "cross"), data.way);
             }
             tryCompare(item.kit, "visible", false);
-            verify(!item.model.showingRecoveryKit);
+            verify(!item.model.kit.showing);
             verify(!item.model.config.keySaved);
-            verify(!item.model.busy);
+            verify(!item.model.run.busy);
             compare(item.prepared.takeAsked(), []);
         }
 
@@ -291,7 +291,7 @@ Item {
             const item = shown("well");
             press(part(item.kit, "last"), data.way);
             tryCompare(item.kit, "visible", false);
-            verify(!item.model.showingRecoveryKit);
+            verify(!item.model.kit.showing);
             verify(item.model.config.keySaved);
             compare(item.prepared.takeAsked(), []);
         }
@@ -302,7 +302,7 @@ Item {
             for (let i = 0; i < 2; ++i) {
                 item.model.openRecoveryKit();
                 tryCompare(item.kit, "opened", true);
-                item.model.showingRecoveryKit = false;
+                item.model.kit.showing = false;
                 tryCompare(item.kit, "visible", false);
             }
             compare(item.prepared.takeAsked(), []);
@@ -311,9 +311,9 @@ Item {
         function test_calledBackWhileItFadesItStays() {
             Motion.still = false;
             const item = shown();
-            item.model.showingRecoveryKit = false;
+            item.model.kit.showing = false;
             verify(item.kit.visible);
-            item.model.showingRecoveryKit = true;
+            item.model.kit.showing = true;
             tryCompare(item.kit, "opened", true);
             tryCompare(item.kit.background, "opacity", 1);
             verify(part(item.kit, "save").activeFocus);

@@ -243,7 +243,7 @@ Item {
         function test_afterTheKitTheAccessIsAskedFor(data) {
             Motion.still = data.still;
             const item = withBothAsked();
-            compare(item.access.action, AppModel.GatedAction.Backup);
+            compare(item.access.action, DiskAccess.GatedAction.Backup);
             compare(focused().objectName, "settings");
             mouseClick(part(item.access, "without"));
             compare(item.prepared.takeAsked(), ["start"]);
@@ -292,7 +292,7 @@ Item {
             item.button.forceActiveFocus(Qt.TabFocusReason);
             raise(item, item.kit);
             raise(item, item.access);
-            item.model.showingRecoveryKit = false;
+            item.model.kit.showing = false;
             tryCompare(item.kit, "visible", false);
             verify(item.access.opened);
             compare(focused().objectName, "settings");

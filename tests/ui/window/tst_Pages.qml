@@ -395,12 +395,12 @@ Item {
             const dialogs = () => ScreenReader.tree(root.Window.window).filter(
                             line => line.startsWith("Dialog: "));
             compare(dialogs(), []);
-            prepared.model.showingRecoveryKit = true;
+            prepared.model.kit.showing = true;
             tryVerify(() => dialogs().length > 0);
             verify(dialogs().includes("Dialog: Kit di recupero"));
-            prepared.model.showingRecoveryKit = false;
+            prepared.model.kit.showing = false;
             tryVerify(() => dialogs().length === 0);
-            prepared.model.accessRequest = AppModel.GatedAction.Backup;
+            prepared.model.access.request = DiskAccess.GatedAction.Backup;
             tryVerify(() => dialogs().includes("Dialog: Serve l'accesso completo al disco"));
             compare(prepared.model.section, data.section);
         }

@@ -260,7 +260,7 @@ Item {
                 }
             }
             compare(part(rows()[1], "state").text, "Ultimo backup non riuscito");
-            compare(prepared.model.destinations[1].stateTone, Tone.Wrong);
+            compare(prepared.model.repositories.destinations[1].stateTone, Tone.Wrong);
         }
 
         function test_withNothingSetUpItOffersNoBackup() {
@@ -278,10 +278,10 @@ Item {
             show("kit");
             verify(part(panel, "start").enabled);
             mouseClick(part(panel, "start"));
-            verify(prepared.model.showingRecoveryKit);
+            verify(prepared.model.kit.showing);
             // It opens in the window, which may be hidden.
             compare(windows.count, 1);
-            prepared.model.showingRecoveryKit = false;
+            prepared.model.kit.showing = false;
         }
 
         function test_whatKeepsABackupFromStartingIsShownInTheWindow_data() {
@@ -292,7 +292,7 @@ Item {
             mouseClick(part(panel, "start"));
             compare(windows.count, 1);
             verify(!prepared.takeAsked().includes("start"));
-            prepared.model.accessRequest = AppModel.GatedAction.None;
+            prepared.model.access.request = DiskAccess.GatedAction.None;
         }
 
         function test_whileTheKeyringIsWaitedForItOffersNone() {
@@ -327,7 +327,7 @@ Item {
             compare(stop.text, "Interrompi");
             compare(stop.kind, PillButton.Kind.Outline);
             mouseClick(stop);
-            compare(prepared.takeAsked(), []);
+            compare(prepared.takeAsked(), ["stop"]);
             show("well");
             verify(part(panel, "start").visible && !stop.visible);
         }

@@ -278,7 +278,7 @@ Item {
             compare(foot.y + foot.height, 660 - 18);
             looks(foot, 3.5, foot.height / 2, data.colour);
             if (data.tag.startsWith("stale")) {
-                compare(prepared.model.staleText, "3 giorni");
+                compare(prepared.model.run.staleText, "3 giorni");
             }
         }
 

@@ -105,11 +105,11 @@ Item {
         function test_theKitDoesNotOutliveIt() {
             const window = open(main);
             const model = window.prepared.model;
-            model.showingRecoveryKit = true;
+            model.kit.showing = true;
             tryVerify(() => ScreenReader.tree(window).includes("Dialog: Kit di recupero"));
             window.close();
             tryCompare(window, "visible", false);
-            tryCompare(model, "showingRecoveryKit", false);
+            tryCompare(model.kit, "showing", false);
             show(window);
             tryVerify(() => !ScreenReader.tree(window).includes("Dialog: Kit di recupero"));
         }
@@ -130,7 +130,7 @@ Item {
         function test_itCanBeLeftWithASheetUp() {
             const window = open(main);
             watch(first, window, "quitAsked");
-            window.prepared.model.showingRecoveryKit = true;
+            window.prepared.model.kit.showing = true;
             tryVerify(() => ScreenReader.tree(window).includes("Dialog: Kit di recupero"));
             keyClick(Qt.Key_Q, Qt.ControlModifier);
             compare(first.count, 1);

@@ -1,4 +1,5 @@
 #include "platform/ExecutablePath.h"
+#include "state/ConfigStore.h"
 #include "state/StatusStore.h"
 #include "tests/support/Files.h"
 #include "tests/support/ModelFixture.h"
@@ -37,23 +38,40 @@ protected:
 TEST_F(BackupLaunch, startsThisVeryProgramWithoutItsWindow)
 {
     start();
-    const SignalCount busy(model.get(), &AppModel::busyChanged);
+    const SignalCount busy(model->run(), &RunWatch::busyChanged);
     model->startBackup();
+    settle();
     EXPECT_EQ(desktop->started, QList<QStringList>{command()});
     EXPECT_EQ(desktop->permissionRequests, 1);
     EXPECT_EQ(desktop->probes, 2);
-    EXPECT_TRUE(model->isLaunching());
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_TRUE(model->run()->isLaunching());
+    EXPECT_TRUE(model->run()->isBusy());
     EXPECT_EQ(busy.count(), 1);
+}
+
+TEST_F(BackupLaunch, theSettingsAreOnTheDiskBeforeIt)
+{
+    start();
+    settle();
+    std::optional<qint64> found;
+    desktop->onStart = [&found] { found = ConfigStore::load().intervalHours; };
+    change([](AppConfig &settings) { settings.intervalHours = 7; });
+    ASSERT_NE(ConfigStore::load().intervalHours, 7);
+    model->startBackup();
+    settle();
+    EXPECT_EQ(found, 7);
 }
 
 TEST_F(BackupLaunch, aSecondStartMeanwhileDoesNothing)
 {
     start();
     model->startBackup();
+    settle();
     model->startBackup();
-    model->setAccessRequest(GatedAction::Backup);
+    settle();
+    model->access()->setRequest(GatedAction::Backup);
     model->continueWithoutAccess();
+    settle();
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_EQ(desktop->permissionRequests, 1);
 }
@@ -65,9 +83,10 @@ TEST_F(BackupLaunch, duringARunOfTheScheduleNothingStarts)
     start();
     const int probes = desktop->probes;
     model->startBackup();
+    settle();
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_EQ(desktop->probes, probes);
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->kit()->isShowing());
 }
 
 TEST_F(BackupLaunch, withoutASavedKeyTheKitComesFirst)
@@ -76,10 +95,11 @@ TEST_F(BackupLaunch, withoutASavedKeyTheKitComesFirst)
     start();
     const int probes = desktop->probes;
     model->startBackup();
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    settle();
+    EXPECT_TRUE(model->kit()->isShowing());
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_EQ(desktop->probes, probes);
-    EXPECT_EQ(model->accessRequest(), GatedAction::None);
+    EXPECT_EQ(model->access()->request(), GatedAction::None);
     EXPECT_TRUE(desktop->reasons.isEmpty());
 }
 
@@ -87,13 +107,15 @@ TEST_F(BackupLaunch, withoutAccessTheSheetComesFirst)
 {
     desktop->fullDiskAccess = false;
     start();
-    EXPECT_FALSE(model->hasFullDiskAccess());
+    EXPECT_FALSE(model->access()->isGranted());
     model->startBackup();
-    EXPECT_EQ(model->accessRequest(), GatedAction::Backup);
+    settle();
+    EXPECT_EQ(model->access()->request(), GatedAction::Backup);
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_EQ(desktop->permissionRequests, 0);
     model->continueWithoutAccess();
-    EXPECT_EQ(model->accessRequest(), GatedAction::None);
+    settle();
+    EXPECT_EQ(model->access()->request(), GatedAction::None);
     EXPECT_EQ(desktop->started, QList<QStringList>{command()});
     EXPECT_EQ(desktop->permissionRequests, 0);
 }
@@ -102,12 +124,13 @@ TEST_F(BackupLaunch, accessIsLookedForAtEachStart)
 {
     desktop->fullDiskAccess = false;
     start();
-    const SignalCount told(model.get(), &AppModel::fullDiskAccessChanged);
+    const SignalCount told(model->access(), &DiskAccess::grantedChanged);
     desktop->fullDiskAccess = true;
     tick();
-    EXPECT_FALSE(model->hasFullDiskAccess());
+    EXPECT_FALSE(model->access()->isGranted());
     model->startBackup();
-    EXPECT_TRUE(model->hasFullDiskAccess());
+    settle();
+    EXPECT_TRUE(model->access()->isGranted());
     EXPECT_EQ(told.count(), 1);
     EXPECT_EQ(desktop->started.size(), 1);
 }
@@ -117,10 +140,13 @@ TEST_F(BackupLaunch, theSheetIsForTheActionThatAskedLast)
     desktop->fullDiskAccess = false;
     start();
     model->startBackup();
+    settle();
     model->measureSources();
-    EXPECT_EQ(model->accessRequest(), GatedAction::Measure);
+    settle();
+    EXPECT_EQ(model->access()->request(), GatedAction::Measure);
     model->startBackup();
-    EXPECT_EQ(model->accessRequest(), GatedAction::Backup);
+    settle();
+    EXPECT_EQ(model->access()->request(), GatedAction::Backup);
 }
 
 TEST_F(BackupLaunch, aProgramThatCannotBeStartedIsSilent)
@@ -128,63 +154,74 @@ TEST_F(BackupLaunch, aProgramThatCannotBeStartedIsSilent)
     desktop->canStart = false;
     start();
     model->startBackup();
+    settle();
     EXPECT_EQ(desktop->started.size(), 1);
-    EXPECT_FALSE(model->isLaunching());
-    EXPECT_EQ(desktop->waitingTasks(), 0);
+    EXPECT_FALSE(model->run()->isLaunching());
+    EXPECT_EQ(model->run()->supportError(), std::nullopt);
 }
 
 TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsReportedFromTheStart)
 {
     writeFileInsteadOfTheFolder();
-    model = std::make_unique<AppModel>(desktop);
-    EXPECT_EQ(model->supportError(), folderError(QStringLiteral("non è una cartella")));
+    model = std::make_unique<AppModel>(World::real(desktop));
+    settle();
+    EXPECT_EQ(model->run()->supportError(), folderError(QStringLiteral("non è una cartella")));
 }
 
 TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
 {
     start();
     settle(); // or a tool that still starts would have its pipe in the folder that goes
-    EXPECT_EQ(model->supportError(), std::nullopt);
-    const SignalCount told(model.get(), &AppModel::supportErrorChanged);
+    EXPECT_EQ(model->run()->supportError(), std::nullopt);
+    const SignalCount told(model->run(), &RunWatch::supportErrorChanged);
     writeFileInsteadOfTheFolder();
     model->startBackup();
-    EXPECT_FALSE(model->isLaunching());
+    settle();
+    EXPECT_FALSE(model->run()->isLaunching());
     EXPECT_TRUE(desktop->started.isEmpty());
-    EXPECT_EQ(model->supportError(), folderError(QStringLiteral("non è una cartella")));
+    EXPECT_EQ(model->run()->supportError(), folderError(QStringLiteral("non è una cartella")));
     EXPECT_EQ(told.count(), 1);
     // Put in order, it is seen at the next try and within a minute.
     ASSERT_TRUE(QFile::remove(Paths::support()));
     ASSERT_TRUE(QDir().mkdir(Paths::support()));
     clock.advance(std::chrono::minutes(1));
     tick();
-    EXPECT_EQ(model->supportError(), std::nullopt);
+    settle();
+    EXPECT_EQ(model->run()->supportError(), std::nullopt);
     model->startBackup();
-    EXPECT_TRUE(model->isLaunching());
+    settle();
+    EXPECT_TRUE(model->run()->isLaunching());
 }
 
 TEST_F(BackupLaunch, aLaunchThatCameToNothingLooksAtTheSupportFolder)
 {
     start();
     model->startBackup();
+    settle();
     QFile::remove(supportFile("backup.lock"));
     ASSERT_TRUE(QDir().mkpath(supportFile("backup.lock")));
     desktop->pass(milliseconds(6000));
-    EXPECT_FALSE(model->isLaunching());
-    EXPECT_TRUE(model->supportError());
+    settle();
+    EXPECT_FALSE(model->run()->isLaunching());
+    EXPECT_TRUE(model->run()->supportError());
 }
 
 TEST_F(BackupLaunch, anEngineThatShowsNoStatusIsGivenUpAfterSixSeconds)
 {
     start();
     model->startBackup();
+    settle();
     desktop->pass(milliseconds(5999));
+    settle();
     tick();
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_TRUE(model->run()->isBusy());
     desktop->pass(milliseconds(1));
-    EXPECT_FALSE(model->isLaunching());
-    EXPECT_FALSE(model->isBusy());
-    EXPECT_TRUE(model->history().isEmpty());
+    settle();
+    EXPECT_FALSE(model->run()->isLaunching());
+    EXPECT_FALSE(model->run()->isBusy());
+    EXPECT_TRUE(model->run()->history().isEmpty());
     model->startBackup();
+    settle();
     EXPECT_EQ(desktop->started.size(), 2);
 }
 
@@ -192,17 +229,19 @@ TEST_F(BackupLaunch, aLiveStatusTakesOver)
 {
     start();
     model->startBackup();
-    const SignalCount busy(model.get(), &AppModel::busyChanged);
+    settle();
+    const SignalCount busy(model->run(), &RunWatch::busyChanged);
     const EngineLookalike engine;
     leaveStatus(engine.pid());
     tick();
-    EXPECT_FALSE(model->isLaunching());
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_FALSE(model->run()->isLaunching());
+    EXPECT_TRUE(model->run()->isBusy());
     desktop->pass(milliseconds(6000));
-    EXPECT_TRUE(model->isBusy());
+    settle();
+    EXPECT_TRUE(model->run()->isBusy());
     StatusStore::clear();
     tick();
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_FALSE(model->run()->isBusy());
     // Busy from the launch to the end of the run, reported once.
     EXPECT_EQ(busy.count(), 1);
 }
@@ -211,25 +250,32 @@ TEST_F(BackupLaunch, theTimeOfAnEarlierLaunchDoesNotEndALaterOne)
 {
     start();
     model->startBackup();
+    settle();
     EngineLookalike engine;
     leaveStatus(engine.pid());
     tick();
     StatusStore::clear();
     tick();
     desktop->pass(milliseconds(4000));
+    settle();
     model->startBackup();
+    settle();
     desktop->pass(milliseconds(2000));
-    EXPECT_TRUE(model->isLaunching());
+    settle();
+    EXPECT_TRUE(model->run()->isLaunching());
     desktop->pass(milliseconds(4000));
-    EXPECT_FALSE(model->isLaunching());
+    settle();
+    EXPECT_FALSE(model->run()->isLaunching());
 }
 
 TEST_F(BackupLaunch, aModelThatIsGoneIsLeftAloneByTheTimer)
 {
     start();
     model->startBackup();
+    settle();
     model.reset();
     desktop->pass(milliseconds(6000));
+    settle();
     EXPECT_EQ(desktop->waitingTasks(), 0);
 }
 
@@ -239,21 +285,23 @@ TEST_F(BackupLaunch, aStopIsAskedOfTheRunAndNothingElseChanges)
     leaveStatus(engine.pid());
     start();
     model->cancelBackup();
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_TRUE(model->run()->isBusy());
     EXPECT_TRUE(engine.wasEndedBySignal());
     tick();
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_FALSE(model->run()->isBusy());
 }
 
 TEST_F(BackupLaunch, aStopWithoutARunDoesNothing)
 {
     start();
     model->startBackup();
+    settle();
     model->cancelBackup();
-    EXPECT_TRUE(model->isLaunching());
+    EXPECT_TRUE(model->run()->isLaunching());
     desktop->pass(milliseconds(6000));
+    settle();
     model->cancelBackup();
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_FALSE(model->run()->isBusy());
 }
 
 TEST_F(BackupLaunch, aStopNeverReachesAProgramOfAnotherName)
@@ -261,7 +309,7 @@ TEST_F(BackupLaunch, aStopNeverReachesAProgramOfAnotherName)
     EngineLookalike engine;
     leaveStatus(engine.pid());
     start();
-    ASSERT_TRUE(model->isBusy());
+    ASSERT_TRUE(model->run()->isBusy());
     // The run dies and its process id is given to another process before the next look; as ids
     // can't be chosen, what changes here is the file.
     EngineLookalike foreign(QStringLiteral("somebody-else"));
@@ -270,7 +318,7 @@ TEST_F(BackupLaunch, aStopNeverReachesAProgramOfAnotherName)
     model->cancelBackup();
     EXPECT_TRUE(foreign.isRunning());
     tick();
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_FALSE(model->run()->isBusy());
     model->cancelBackup();
     EXPECT_TRUE(foreign.isRunning());
 }
@@ -278,20 +326,25 @@ TEST_F(BackupLaunch, aStopNeverReachesAProgramOfAnotherName)
 TEST_F(BackupLaunch, aRelaunchStartsThisProgramAgainAndEndsIt)
 {
     start();
-    model->setAccessRequest(GatedAction::Backup);
+    model->access()->setRequest(GatedAction::Backup);
     model->relaunch();
+    settle();
     EXPECT_EQ(desktop->started,
               QList<QStringList>({QStringList{QStringLiteral("/bin/sh"), QStringLiteral("-c"),
                                               QStringLiteral("sleep 1; exec \"$0\""),
                                               ownExecutablePath().value()}}));
-    EXPECT_EQ(model->accessRequest(), GatedAction::None);
+    EXPECT_EQ(model->access()->request(), GatedAction::None);
     desktop->pass(milliseconds(199));
+    settle();
     EXPECT_EQ(desktop->quits, 0);
     desktop->pass(milliseconds(1));
+    settle();
     EXPECT_EQ(desktop->quits, 1);
     desktop->pass(milliseconds(499));
+    settle();
     EXPECT_EQ(desktop->exits, 0);
     desktop->pass(milliseconds(1));
+    settle();
     EXPECT_EQ(desktop->exits, 1);
 }
 
@@ -300,8 +353,10 @@ TEST_F(BackupLaunch, aRelaunchThatCannotStartAShellStillQuits)
     desktop->canStart = false;
     start();
     model->relaunch();
+    settle();
     model.reset();
     desktop->pass(milliseconds(700));
+    settle();
     EXPECT_EQ(desktop->quits, 1);
     EXPECT_EQ(desktop->exits, 1);
 }

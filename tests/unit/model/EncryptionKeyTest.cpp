@@ -47,13 +47,15 @@ TEST_F(EncryptionKey, aCopyIsConcealedAndGoesAfterAMinute)
     model->copyKey();
     EXPECT_EQ(desktop->clipboard, QStringLiteral("the key in use"));
     EXPECT_TRUE(desktop->isConcealed);
-    EXPECT_TRUE(model->isKeyCopied());
+    EXPECT_TRUE(model->key()->isCopied());
     desktop->pass(milliseconds(59999));
+    settle();
     EXPECT_EQ(desktop->clipboard, QStringLiteral("the key in use"));
-    EXPECT_TRUE(model->isKeyCopied());
+    EXPECT_TRUE(model->key()->isCopied());
     desktop->pass(milliseconds(1));
+    settle();
     EXPECT_EQ(desktop->clipboard, QString());
-    EXPECT_FALSE(model->isKeyCopied());
+    EXPECT_FALSE(model->key()->isCopied());
 }
 
 TEST_F(EncryptionKey, whatTheUserCopiedMeanwhileStays)
@@ -62,8 +64,9 @@ TEST_F(EncryptionKey, whatTheUserCopiedMeanwhileStays)
     model->copyKey();
     desktop->copy(QStringLiteral("a recipe"));
     desktop->pass(milliseconds(60000));
+    settle();
     EXPECT_EQ(desktop->clipboard, QStringLiteral("a recipe"));
-    EXPECT_FALSE(model->isKeyCopied());
+    EXPECT_FALSE(model->key()->isCopied());
 }
 
 TEST_F(EncryptionKey, ofTwoCopiesTheFirstOnesTimeLeavesTheSecond)
@@ -71,11 +74,14 @@ TEST_F(EncryptionKey, ofTwoCopiesTheFirstOnesTimeLeavesTheSecond)
     start();
     model->copyKey();
     desktop->pass(milliseconds(30000));
+    settle();
     model->copyKey();
     desktop->pass(milliseconds(30000));
+    settle();
     EXPECT_EQ(desktop->clipboard, QStringLiteral("the key in use"));
-    EXPECT_FALSE(model->isKeyCopied());
+    EXPECT_FALSE(model->key()->isCopied());
     desktop->pass(milliseconds(30000));
+    settle();
     EXPECT_EQ(desktop->clipboard, QString());
 }
 
@@ -85,6 +91,7 @@ TEST_F(EncryptionKey, theClipboardIsClearedWithoutTheModelToo)
     model->copyKey();
     model.reset();
     desktop->pass(milliseconds(60000));
+    settle();
     EXPECT_EQ(desktop->clipboard, QString());
 }
 
@@ -94,10 +101,10 @@ TEST_F(EncryptionKey, copyingFromTheSettingsTakesALogin)
     desktop->authentication = Desktop::Authentication::refused;
     model->requestKeyCopy();
     EXPECT_EQ(desktop->reasons, QList{OwnerReason::copyKey});
-    EXPECT_FALSE(model->isKeyCopied());
+    EXPECT_FALSE(model->key()->isCopied());
     desktop->authentication = Desktop::Authentication::granted;
     model->requestKeyCopy();
-    EXPECT_TRUE(model->isKeyCopied());
+    EXPECT_TRUE(model->key()->isCopied());
 }
 
 TEST_F(EncryptionKey, installingMovesTheOldKeyAside)
@@ -105,16 +112,16 @@ TEST_F(EncryptionKey, installingMovesTheOldKeyAside)
     config.keySaved = false;
     start();
     settle();
-    const SignalCount told(model.get(), &AppModel::passwordChanged);
-    EXPECT_EQ(model->install(QStringLiteral("new"), true), std::nullopt);
-    EXPECT_EQ(model->password(), QStringLiteral("new"));
+    const SignalCount told(model->key(), &::EncryptionKey::changed);
+    EXPECT_EQ(install(QStringLiteral("new"), true), std::nullopt);
+    EXPECT_EQ(model->key()->value(), QStringLiteral("new"));
     EXPECT_EQ(current(), QStringLiteral("new"));
     EXPECT_EQ(previous(), QStringLiteral("the key in use"));
-    EXPECT_TRUE(model->hasPreviousKey());
-    EXPECT_TRUE(ConfigStore::load().keySaved);
+    EXPECT_TRUE(model->key()->hasPrevious());
     EXPECT_EQ(told.count(), 1);
-    EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
+    EXPECT_TRUE(model->repositories()->of(DestinationID::Local).loading);
     settle();
+    EXPECT_TRUE(ConfigStore::load().keySaved);
     EXPECT_EQ(tools.calls.last().input, QStringLiteral("new"));
 }
 
@@ -124,15 +131,15 @@ TEST_F(EncryptionKey, withNoKeyInUseThePreviousOneStays)
     secrets.readFailure = 1;
     start();
     secrets.readFailure = 0;
-    ASSERT_EQ(model->password(), QString());
-    ASSERT_TRUE(model->keyError());
-    EXPECT_EQ(model->install(QStringLiteral("new"), false), std::nullopt);
+    ASSERT_EQ(model->key()->value(), QString());
+    ASSERT_TRUE(model->key()->error());
+    EXPECT_EQ(install(QStringLiteral("new"), false), std::nullopt);
     EXPECT_EQ(previous(), QStringLiteral("older"));
     EXPECT_EQ(current(), QStringLiteral("new"));
     // What couldn't be read at the start may open every version that there is.
     EXPECT_EQ(storedKey(QStringLiteral("repository-key-earlier-1")),
               QStringLiteral("the key in use"));
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->key()->error(), std::nullopt);
     EXPECT_FALSE(model->config().keySaved);
 }
 
@@ -140,11 +147,11 @@ TEST_F(EncryptionKey, anInstallationThatFailsAtOnceChangesNothing)
 {
     start();
     secrets.writeFailure = 21;
-    EXPECT_EQ(model->install(QStringLiteral("new"), false),
+    EXPECT_EQ(install(QStringLiteral("new"), false),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 21)"));
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
-    EXPECT_FALSE(model->hasPreviousKey());
+    EXPECT_FALSE(model->key()->hasPrevious());
     EXPECT_TRUE(model->config().keySaved);
 }
 
@@ -152,12 +159,12 @@ TEST_F(EncryptionKey, anInstallationThatFailsHalfwayKeepsTheKeyInUse)
 {
     start();
     secrets.failingAccount = Keychain::repositoryKey;
-    EXPECT_EQ(model->install(QStringLiteral("new"), false),
+    EXPECT_EQ(install(QStringLiteral("new"), false),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 22)"));
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
     EXPECT_EQ(previous(), QStringLiteral("the key in use"));
-    EXPECT_TRUE(model->hasPreviousKey());
+    EXPECT_TRUE(model->key()->hasPrevious());
     EXPECT_TRUE(model->config().keySaved);
 }
 
@@ -165,9 +172,9 @@ TEST_F(EncryptionKey, aStoreThatCannotBeReadIsNotWrittenTo)
 {
     start();
     secrets.readFailure = 26;
-    EXPECT_EQ(model->install(QStringLiteral("new"), true),
+    EXPECT_EQ(install(QStringLiteral("new"), true),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 26)"));
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
     EXPECT_EQ(secrets.updates, 0);
     EXPECT_EQ(secrets.adds, 0);
@@ -178,13 +185,14 @@ TEST_F(EncryptionKey, whatWasSaidOfTheOtherKeysKitGoesWithIt)
     start();
     desktop->savePath = folder("stick") + QLatin1String("/kit.txt");
     model->saveRecoveryKit();
-    ASSERT_TRUE(model->kitNotice());
+    settle();
+    ASSERT_TRUE(model->kit()->notice());
     secrets.writeFailure = 27;
-    EXPECT_TRUE(model->install(QStringLiteral("new"), true));
-    EXPECT_TRUE(model->kitNotice());
+    EXPECT_TRUE(install(QStringLiteral("new"), true));
+    EXPECT_TRUE(model->kit()->notice());
     secrets.writeFailure = 0;
-    EXPECT_EQ(model->install(QStringLiteral("new"), true), std::nullopt);
-    EXPECT_EQ(model->kitNotice(), std::nullopt);
+    EXPECT_EQ(install(QStringLiteral("new"), true), std::nullopt);
+    EXPECT_EQ(model->kit()->notice(), std::nullopt);
 }
 
 TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
@@ -196,14 +204,14 @@ TEST_F(EncryptionKey, aReplacementThatNobodyRefusesIsInstalled)
     const qsizetype before = tools.calls.size();
     tools.hold();
     model->replaceKey(QStringLiteral("new"), receive());
-    EXPECT_TRUE(model->isKeyChecking());
+    EXPECT_TRUE(model->key()->isChecking());
     EXPECT_EQ(answer.count, 0);
     tools.letGo();
     settle();
-    EXPECT_FALSE(model->isKeyChecking());
+    EXPECT_FALSE(model->key()->isChecking());
     EXPECT_EQ(answer.count, 1);
     EXPECT_EQ(answer.message, std::nullopt);
-    EXPECT_EQ(model->password(), QStringLiteral("new"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("new"));
     EXPECT_TRUE(model->config().keySaved);
     EXPECT_EQ(tools.repositories(QStringLiteral("cat")),
               QStringList({config.repository(DestinationID::Local),
@@ -223,12 +231,12 @@ TEST_F(EncryptionKey, theFirstRefusalEndsTheReplacement)
     replaceBy(QStringLiteral("new"));
     EXPECT_EQ(answer.message, refused.arg(title(DestinationID::Drive)));
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 2);
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
     EXPECT_EQ(previous(), QString());
-    EXPECT_FALSE(model->hasPreviousKey());
+    EXPECT_FALSE(model->key()->hasPrevious());
     EXPECT_FALSE(model->config().keySaved);
-    EXPECT_FALSE(model->isKeyChecking());
+    EXPECT_FALSE(model->key()->isChecking());
 }
 
 TEST_F(EncryptionKey, onlyAWrongKeyRefuses)
@@ -238,7 +246,7 @@ TEST_F(EncryptionKey, onlyAWrongKeyRefuses)
         tools.answer(QStringLiteral("cat"), ScriptedTools::ended(status));
         replaceBy(QStringLiteral("key %1").arg(status));
         EXPECT_EQ(answer.message, std::nullopt) << status;
-        EXPECT_EQ(model->password(), QStringLiteral("key %1").arg(status));
+        EXPECT_EQ(model->key()->value(), QStringLiteral("key %1").arg(status));
     }
 }
 
@@ -248,7 +256,7 @@ TEST_F(EncryptionKey, withoutADestinationAKeyIsInstalledAtOnce)
     start();
     replaceBy(QStringLiteral("new"));
     EXPECT_EQ(answer.message, std::nullopt);
-    EXPECT_EQ(model->password(), QStringLiteral("new"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("new"));
     EXPECT_EQ(tools.count(QStringLiteral("restic")), 0);
 }
 
@@ -262,7 +270,7 @@ TEST_F(EncryptionKey, whatIsNotThereIsNotAsked)
     start();
     replaceBy(QStringLiteral("wrong"));
     EXPECT_EQ(answer.message, std::nullopt);
-    EXPECT_EQ(model->password(), QStringLiteral("wrong"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("wrong"));
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 0);
 }
 
@@ -274,8 +282,8 @@ TEST_F(EncryptionKey, aReplacementThatCannotBeStoredReportsWhy)
     replaceBy(QStringLiteral("new"));
     EXPECT_EQ(answer.message,
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 23)"));
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
-    EXPECT_FALSE(model->isKeyChecking());
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
+    EXPECT_FALSE(model->key()->isChecking());
 }
 
 TEST_F(EncryptionKey, theTrialIsOnTheSettingsThatItBeganWith)
@@ -312,7 +320,7 @@ TEST_F(EncryptionKey, whatIsTypedIsTrimmedAndNothingIsNoKey)
     start();
     model->useKey(QStringLiteral(" \n\t "), receive());
     EXPECT_EQ(answer.count, 0);
-    EXPECT_FALSE(model->isKeyChecking());
+    EXPECT_FALSE(model->key()->isChecking());
     model->useKey(QStringLiteral("\n the key in use \t"), receive());
     EXPECT_EQ(answer.count, 1);
     EXPECT_EQ(answer.message, std::nullopt);
@@ -322,7 +330,7 @@ TEST_F(EncryptionKey, whatIsTypedIsTrimmedAndNothingIsNoKey)
     model->useKey(QStringLiteral("another"), receive());
     settle();
     EXPECT_EQ(answer.count, 2);
-    EXPECT_EQ(model->password(), QStringLiteral("a new one"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("a new one"));
 }
 
 TEST_F(EncryptionKey, goingBackTwiceReturnsToTheBeginning)
@@ -330,19 +338,22 @@ TEST_F(EncryptionKey, goingBackTwiceReturnsToTheBeginning)
     storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
     start();
     model->requestPreviousKey();
+    settle();
     EXPECT_EQ(desktop->reasons, QList{OwnerReason::replaceKey});
-    EXPECT_EQ(model->password(), QStringLiteral("older"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("older"));
     EXPECT_EQ(previous(), QStringLiteral("the key in use"));
     EXPECT_FALSE(model->config().keySaved);
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->key()->error(), std::nullopt);
     EXPECT_EQ(tools.count(QStringLiteral("restic"), QStringLiteral("cat")), 0);
     model->requestPreviousKey();
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    settle();
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
     EXPECT_EQ(previous(), QStringLiteral("older"));
     EXPECT_FALSE(model->config().keySaved);
     model->startBackup();
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    settle();
+    EXPECT_TRUE(model->kit()->isShowing());
 }
 
 TEST_F(EncryptionKey, goingBackCountsAsUnconfirmedBeforeTheKeyIsThere)
@@ -353,9 +364,45 @@ TEST_F(EncryptionKey, goingBackCountsAsUnconfirmedBeforeTheKeyIsThere)
     QList<bool> savedAtWrite;
     secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
     model->requestPreviousKey();
+    settle();
     EXPECT_GE(savedAtWrite.size(), 2);
     EXPECT_FALSE(savedAtWrite.contains(true));
-    EXPECT_EQ(model->password(), QStringLiteral("older"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("older"));
+}
+
+TEST_F(EncryptionKey, aConfirmationWhileAnotherKeyIsOnItsWayIsOfTheOldOne)
+{
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    config.keySaved = false;
+    start();
+    settle();
+    secrets.holdNext();
+    model->requestPreviousKey();
+    ASSERT_TRUE(model->key()->isChanging());
+    model->confirmKeySaved();
+    change([](AppConfig &settings) { settings.keySaved = true; });
+    EXPECT_FALSE(model->config().keySaved);
+    secrets.letGo();
+    settle();
+    EXPECT_EQ(model->key()->value(), QStringLiteral("older"));
+    EXPECT_FALSE(ConfigStore::load().keySaved);
+}
+
+TEST_F(EncryptionKey, ofTwoChangesAtOnceTheSecondDoesNothing)
+{
+    storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
+    config.localEnabled = false;
+    start();
+    settle();
+    secrets.holdNext();
+    model->requestPreviousKey();
+    model->replaceKey(QStringLiteral("new"), receive());
+    model->install(QStringLiteral("newer"), true, receive());
+    secrets.letGo();
+    settle();
+    EXPECT_EQ(answer.count, 0);
+    EXPECT_EQ(model->key()->value(), QStringLiteral("older"));
+    EXPECT_EQ(previous(), QStringLiteral("the key in use"));
 }
 
 TEST_F(EncryptionKey, aReplacementCountsAsConfirmedOnlyOnceItIsThere)
@@ -364,8 +411,9 @@ TEST_F(EncryptionKey, aReplacementCountsAsConfirmedOnlyOnceItIsThere)
     start();
     QList<bool> savedAtWrite;
     secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
-    EXPECT_EQ(model->install(QStringLiteral("new"), true), std::nullopt);
+    EXPECT_EQ(install(QStringLiteral("new"), true), std::nullopt);
     EXPECT_FALSE(savedAtWrite.contains(true));
+    settle();
     EXPECT_TRUE(ConfigStore::load().keySaved);
 }
 
@@ -373,7 +421,8 @@ TEST_F(EncryptionKey, withoutAPreviousKeyThereIsNoGoingBack)
 {
     start();
     model->requestPreviousKey();
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    settle();
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_TRUE(model->config().keySaved);
     EXPECT_EQ(secrets.updates, 0);
 }
@@ -384,7 +433,8 @@ TEST_F(EncryptionKey, aRefusedLoginGoesNotBack)
     desktop->authentication = Desktop::Authentication::refused;
     start();
     model->requestPreviousKey();
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    settle();
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
 }
 
 TEST_F(EncryptionKey, goingBackThatFailsIsReported)
@@ -393,20 +443,23 @@ TEST_F(EncryptionKey, goingBackThatFailsIsReported)
     start();
     secrets.writeFailure = 24;
     model->requestPreviousKey();
-    EXPECT_EQ(model->keyError(),
+    settle();
+    EXPECT_EQ(model->key()->error(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 24)"));
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_TRUE(ConfigStore::load().keySaved);
     EXPECT_EQ(previous(), QStringLiteral("older"));
     secrets.writeFailure = 0;
     secrets.readFailure = 25;
     model->requestPreviousKey();
-    EXPECT_EQ(model->keyError(),
+    settle();
+    EXPECT_EQ(model->key()->error(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 25)"));
     secrets.readFailure = 0;
     model->requestPreviousKey();
-    EXPECT_EQ(model->keyError(), std::nullopt);
-    EXPECT_EQ(model->password(), QStringLiteral("older"));
+    settle();
+    EXPECT_EQ(model->key()->error(), std::nullopt);
+    EXPECT_EQ(model->key()->value(), QStringLiteral("older"));
 }
 
 } // namespace

@@ -27,19 +27,18 @@ TEST_F(Measurement, storesTheSizeOfEachSource)
     writeFile(folder("two") + QLatin1String("/b"), QByteArray(32, 'x'));
     start();
     settle();
-    const SignalCount measuring(model.get(), &AppModel::measuringChanged);
+    const SignalCount measuring(model->measurement(), &::Measurement::measuringChanged);
     model->measureSources();
-    EXPECT_TRUE(model->isMeasuring());
-    EXPECT_EQ(model->measuredSoFar(), 0);
     settle();
-    EXPECT_FALSE(model->isMeasuring());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
     EXPECT_EQ(measuring.count(), 2);
-    EXPECT_EQ(model->sourceSizes(),
+    EXPECT_EQ(model->measurement()->sizes(),
               (QMap<QString, qint64>{
                   {folder("one"), 10}, {folder("two"), 32}, {QStringLiteral("/nowhere"), 0}}));
     EXPECT_EQ(kept(folder("two")), 32);
     restart();
-    EXPECT_EQ(model->sourceSizes().value(folder("one")), 10);
+    settle();
+    EXPECT_EQ(model->measurement()->sizes().value(folder("one")), 10);
 }
 
 TEST_F(Measurement, withoutSourcesItIsDoneAtOnce)
@@ -48,8 +47,8 @@ TEST_F(Measurement, withoutSourcesItIsDoneAtOnce)
     start();
     model->runMeasure();
     settle();
-    EXPECT_FALSE(model->isMeasuring());
-    EXPECT_TRUE(model->sourceSizes().isEmpty());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
+    EXPECT_TRUE(model->measurement()->sizes().isEmpty());
 }
 
 TEST_F(Measurement, leavesOutTheRepositoryOnADiskInUse)
@@ -61,11 +60,11 @@ TEST_F(Measurement, leavesOutTheRepositoryOnADiskInUse)
     start();
     model->runMeasure();
     settle();
-    EXPECT_EQ(model->sourceSizes().value(config.localFolder), 5);
+    EXPECT_EQ(model->measurement()->sizes().value(config.localFolder), 5);
     change([](AppConfig &settings) { settings.localEnabled = false; });
     model->runMeasure();
     settle();
-    EXPECT_EQ(model->sourceSizes().value(config.localFolder), 105);
+    EXPECT_EQ(model->measurement()->sizes().value(config.localFolder), 105);
 }
 
 TEST_F(Measurement, waitsForAccess)
@@ -74,11 +73,12 @@ TEST_F(Measurement, waitsForAccess)
     start();
     settle();
     model->measureSources();
-    EXPECT_FALSE(model->isMeasuring());
-    EXPECT_EQ(model->accessRequest(), AppModel::GatedAction::Measure);
+    settle();
+    EXPECT_FALSE(model->measurement()->isMeasuring());
+    EXPECT_EQ(model->access()->request(), AppModel::GatedAction::Measure);
     model->continueWithoutAccess();
-    EXPECT_TRUE(model->isMeasuring());
-    EXPECT_EQ(model->accessRequest(), AppModel::GatedAction::None);
+    EXPECT_TRUE(model->measurement()->isMeasuring());
+    EXPECT_EQ(model->access()->request(), AppModel::GatedAction::None);
     EXPECT_TRUE(desktop->started.isEmpty());
 }
 
@@ -88,7 +88,7 @@ TEST_F(Measurement, aSecondOneMeanwhileDoesNothing)
     settle();
     model->runMeasure();
     const int probes = desktop->probes;
-    const SignalCount measuring(model.get(), &AppModel::measuringChanged);
+    const SignalCount measuring(model->measurement(), &::Measurement::measuringChanged);
     model->measureSources();
     model->runMeasure();
     EXPECT_EQ(desktop->probes, probes);
@@ -102,10 +102,10 @@ TEST_F(Measurement, oneOfAnEarlierSelectionEndsAtOnceAndItsFigureIsNotTaken)
     settle();
     model->runMeasure();
     change([](AppConfig &settings) { settings.excludes.append(QStringLiteral("*.o")); });
-    EXPECT_FALSE(model->isMeasuring());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
     settle();
-    EXPECT_FALSE(model->isMeasuring());
-    EXPECT_TRUE(model->sourceSizes().isEmpty());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
+    EXPECT_TRUE(model->measurement()->sizes().isEmpty());
 }
 
 TEST_F(Measurement, oneOfTheNewSelectionDoesNotWaitForTheOldOne)
@@ -116,13 +116,13 @@ TEST_F(Measurement, oneOfTheNewSelectionDoesNotWaitForTheOldOne)
     settle();
     model->runMeasure();
     change([](AppConfig &settings) { settings.excludes.append(QStringLiteral("*.o")); });
-    const SignalCount measuring(model.get(), &AppModel::measuringChanged);
+    const SignalCount measuring(model->measurement(), &::Measurement::measuringChanged);
     model->runMeasure();
-    EXPECT_TRUE(model->isMeasuring());
+    EXPECT_TRUE(model->measurement()->isMeasuring());
     settle();
-    EXPECT_FALSE(model->isMeasuring());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
     EXPECT_EQ(measuring.count(), 2);
-    EXPECT_EQ(model->sourceSizes().value(folder("source")), 10);
+    EXPECT_EQ(model->measurement()->sizes().value(folder("source")), 10);
 }
 
 TEST_F(Measurement, otherSettingsDoNotEndIt)
@@ -131,9 +131,9 @@ TEST_F(Measurement, otherSettingsDoNotEndIt)
     settle();
     model->runMeasure();
     change([](AppConfig &settings) { settings.intervalHours = 3; });
-    EXPECT_TRUE(model->isMeasuring());
+    EXPECT_TRUE(model->measurement()->isMeasuring());
     settle();
-    EXPECT_EQ(model->sourceSizes().size(), 1);
+    EXPECT_EQ(model->measurement()->sizes().size(), 1);
 }
 
 TEST_F(Measurement, reportsHowFarItIs)
@@ -145,13 +145,14 @@ TEST_F(Measurement, reportsHowFarItIs)
     writeFile(folder("first") + QLatin1String("/a"), QByteArray(7, 'x'));
     config.sources = {folder("first"), many};
     start();
+    settle();
     model->runMeasure();
     settle();
-    EXPECT_EQ(model->measuredSoFar(), 7);
-    EXPECT_EQ(model->sourceSizes().value(many), 0);
+    EXPECT_EQ(model->measurement()->soFar(), 7);
+    EXPECT_EQ(model->measurement()->sizes().value(many), 0);
     // The next one begins at nothing.
     model->runMeasure();
-    EXPECT_EQ(model->measuredSoFar(), 0);
+    EXPECT_EQ(model->measurement()->soFar(), 0);
 }
 
 TEST_F(Measurement, aModelMayGoWhileItIsMeasured)

@@ -10,7 +10,11 @@ namespace {
 class ModelSettings : public ModelFixture
 {
 protected:
-    ModelSettings() { start(); }
+    ModelSettings()
+    {
+        start();
+        settle();
+    }
 
     /// Whether a change made the schedule be looked at.
     template <typename Change>
@@ -19,8 +23,8 @@ protected:
         settle();
         const qsizetype before = tools.count(QStringLiteral("systemctl"));
         change(made);
-        EXPECT_EQ(ConfigStore::load(), model->config());
         settle();
+        EXPECT_EQ(ConfigStore::load(), model->config());
         return tools.count(QStringLiteral("systemctl")) != before;
     }
 
@@ -31,7 +35,7 @@ protected:
     {
         model->runMeasure();
         settle();
-        ASSERT_EQ(model->sourceSizes().size(), 1);
+        ASSERT_EQ(model->measurement()->sizes().size(), 1);
         ASSERT_EQ(kept().size(), 1);
     }
 };
@@ -41,6 +45,7 @@ TEST_F(ModelSettings, aChangeIsSavedAndReported)
     const SignalCount told(model.get(), &AppModel::configChanged);
     change([](AppConfig &settings) { settings.serverHost = QStringLiteral("nas"); });
     EXPECT_EQ(told.count(), 1);
+    settle();
     EXPECT_EQ(ConfigStore::load().serverHost, QStringLiteral("nas"));
     EXPECT_EQ(model->config().serverHost, QStringLiteral("nas"));
 }
@@ -51,6 +56,7 @@ TEST_F(ModelSettings, theSameSettingsAreNotSavedAgain)
     ASSERT_TRUE(QFile::remove(supportFile("config.json")));
     model->setConfig(AppConfig(model->config()));
     EXPECT_EQ(told.count(), 0);
+    settle();
     EXPECT_FALSE(QFile::exists(supportFile("config.json")));
 }
 
@@ -100,11 +106,13 @@ TEST_F(ModelSettings, anotherSelectionForgetsTheMeasuredSizes)
 {
     measure();
     change([](AppConfig &settings) { settings.excludes.append(QStringLiteral("*.o")); });
-    EXPECT_TRUE(model->sourceSizes().isEmpty());
+    settle();
+    EXPECT_TRUE(model->measurement()->sizes().isEmpty());
     EXPECT_TRUE(kept().isEmpty());
     measure();
     change([](AppConfig &settings) { settings.sources.append(QStringLiteral("/x")); });
-    EXPECT_TRUE(model->sourceSizes().isEmpty());
+    settle();
+    EXPECT_TRUE(model->measurement()->sizes().isEmpty());
     EXPECT_TRUE(kept().isEmpty());
 }
 
@@ -115,7 +123,7 @@ TEST_F(ModelSettings, otherChangesKeepTheMeasuredSizes)
         settings.excludeCaches = false;
         settings.intervalHours = 9;
     });
-    EXPECT_EQ(model->sourceSizes().size(), 1);
+    EXPECT_EQ(model->measurement()->sizes().size(), 1);
     EXPECT_EQ(kept().size(), 1);
 }
 

@@ -16,7 +16,7 @@ protected:
             settings.intervalHours = interval;
             settings.alertAfterHours = alertAfter;
         });
-        return model->staleText();
+        return model->run()->staleText();
     }
 
     void see(const QList<RunRecord> &records)
@@ -59,14 +59,14 @@ TEST_F(ModelSummary, nothingIsStaleWhereNothingIsExpected)
     EXPECT_EQ(stale(1000, std::numeric_limits<qint64>::max(), 24), std::nullopt);
     ASSERT_TRUE(stale(1000, 1, 24));
     see({});
-    EXPECT_EQ(model->staleText(), std::nullopt);
+    EXPECT_EQ(model->run()->staleText(), std::nullopt);
     see({record(1000, Outcome::Failed), check(1000, Outcome::Ok)});
-    EXPECT_EQ(model->staleText(), std::nullopt);
+    EXPECT_EQ(model->run()->staleText(), std::nullopt);
     ASSERT_TRUE(stale(1000, 1, 24));
     change([](AppConfig &settings) { settings.localEnabled = false; });
-    EXPECT_EQ(model->staleText(), std::nullopt);
+    EXPECT_EQ(model->run()->staleText(), std::nullopt);
     change([](AppConfig &settings) { settings.serverEnabled = true; });
-    EXPECT_EQ(model->staleText(), QStringLiteral("41 giorni"));
+    EXPECT_EQ(model->run()->staleText(), QStringLiteral("41 giorni"));
 }
 
 TEST_F(ModelSummary, aBackupGrowsStaleWithTime)
@@ -74,20 +74,20 @@ TEST_F(ModelSummary, aBackupGrowsStaleWithTime)
     start();
     ASSERT_EQ(stale(23, 1, 24), std::nullopt);
     clock.advance(std::chrono::hours(1));
-    EXPECT_EQ(model->staleText(), QStringLiteral("24 ore"));
+    EXPECT_EQ(model->run()->staleText(), QStringLiteral("24 ore"));
 }
 
 TEST_F(ModelSummary, theLastSuccessIsABackupThatLeftAVersion)
 {
     start();
-    EXPECT_EQ(model->lastSuccess(), std::nullopt);
+    EXPECT_EQ(model->run()->lastSuccess(), std::nullopt);
     const RunRecord good = record(9, Outcome::Warning);
     see({check(1, Outcome::Ok), record(2, Outcome::Failed), record(3, Outcome::Skipped),
          record(4, Outcome::Cancelled), good, record(10)});
-    EXPECT_EQ(model->lastSuccess(), good);
+    EXPECT_EQ(model->run()->lastSuccess(), good);
     const RunRecord better = record(5);
     see({record(1, Outcome::Failed), better, good});
-    EXPECT_EQ(model->lastSuccess(), better);
+    EXPECT_EQ(model->run()->lastSuccess(), better);
 }
 
 TEST_F(ModelSummary, theLastRecordIsTheDestinationsOwnWhateverItsOutcome)
@@ -97,10 +97,10 @@ TEST_F(ModelSummary, theLastRecordIsTheDestinationsOwnWhateverItsOutcome)
     const RunRecord local = record(3, Outcome::Cancelled);
     const RunRecord check = this->check(0.5, Outcome::Failed);
     see({check, drive, local, record(4), record(5, Outcome::Ok, DestinationID::Drive)});
-    EXPECT_EQ(model->lastRecord(DestinationID::Local), local);
-    EXPECT_EQ(model->lastRecord(DestinationID::Drive), drive);
-    EXPECT_EQ(model->lastRecord(DestinationID::Server), std::nullopt);
-    EXPECT_EQ(model->lastCheck(), check);
+    EXPECT_EQ(model->run()->lastRecord(DestinationID::Local), local);
+    EXPECT_EQ(model->run()->lastRecord(DestinationID::Drive), drive);
+    EXPECT_EQ(model->run()->lastRecord(DestinationID::Server), std::nullopt);
+    EXPECT_EQ(model->run()->lastCheck(), check);
 }
 
 TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
@@ -109,10 +109,11 @@ TEST_F(ModelSummary, aStateIsTheFirstThatApplies)
     start();
     settle();
     const auto state = [this] {
-        return std::pair(model->stateText(DestinationID::Local),
-                         model->stateTone(DestinationID::Local));
+        return std::pair(model->repositories()->stateText(DestinationID::Local),
+                         model->repositories()->stateTone(DestinationID::Local));
     };
     see({record(1, Outcome::Failed)});
+    settle();
     change([](AppConfig &settings) { settings.localEnabled = false; });
     EXPECT_EQ(state(), std::pair(QStringLiteral("Non attiva"), Tone::Off));
     change([](AppConfig &settings) { settings.localEnabled = true; });

@@ -15,6 +15,7 @@ protected:
     {
         model->becomeActive();
         QCoreApplication::sendPostedEvents();
+        settle();
     }
 
     /// The user is sent to the system's settings for an action.
@@ -22,8 +23,10 @@ protected:
     {
         desktop->fullDiskAccess = false;
         start();
-        model->setAccessRequest(action);
+        settle();
+        model->access()->setRequest(action);
         model->requestAccessInSettings(action);
+        settle();
     }
 };
 
@@ -32,9 +35,10 @@ TEST_F(PendingAction, isRememberedAndTheSettingsOpen)
     sendAway(GatedAction::Backup);
     EXPECT_EQ(pending(), QStringLiteral("backup"));
     EXPECT_EQ(UserDefaults::value(UserDefaults::pendingActionDate).toDateTime(), clock.moment());
-    EXPECT_EQ(model->accessRequest(), GatedAction::None);
+    EXPECT_EQ(model->access()->request(), GatedAction::None);
     EXPECT_EQ(desktop->privacySettingsOpened, 1);
     model->requestAccessInSettings(GatedAction::Measure);
+    settle();
     EXPECT_EQ(pending(), QStringLiteral("measure"));
 }
 
@@ -54,7 +58,7 @@ TEST_F(PendingAction, runsWhenTheUserComesBackWithAccess)
     comeBack();
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_FALSE(pending().isValid());
-    EXPECT_TRUE(model->hasFullDiskAccess());
+    EXPECT_TRUE(model->access()->isGranted());
     // No second time.
     comeBack();
     EXPECT_EQ(desktop->started.size(), 1);
@@ -81,7 +85,7 @@ TEST_F(PendingAction, waitsOnWhileThereIsNoAccess)
         comeBack();
         EXPECT_EQ(desktop->probes, probes + i);
         EXPECT_EQ(pending(), QStringLiteral("backup"));
-        EXPECT_EQ(model->accessRequest(), GatedAction::None);
+        EXPECT_EQ(model->access()->request(), GatedAction::None);
     }
     EXPECT_TRUE(desktop->started.isEmpty());
     desktop->fullDiskAccess = true;
@@ -94,6 +98,7 @@ TEST_F(PendingAction, isTakenUpByTheNextStart)
     sendAway(GatedAction::Backup);
     desktop->fullDiskAccess = true;
     restart();
+    settle();
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_FALSE(pending().isValid());
 }
@@ -103,7 +108,7 @@ TEST_F(PendingAction, aMeasurementIsTakenUpToo)
     sendAway(GatedAction::Measure);
     desktop->fullDiskAccess = true;
     comeBack();
-    EXPECT_TRUE(model->isMeasuring());
+    EXPECT_EQ(model->measurement()->sizes().size(), 1);
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_FALSE(pending().isValid());
 }
@@ -111,10 +116,10 @@ TEST_F(PendingAction, aMeasurementIsTakenUpToo)
 TEST_F(PendingAction, closesASheetThatIsOpenAgain)
 {
     sendAway(GatedAction::Measure);
-    model->setAccessRequest(GatedAction::Backup);
+    model->access()->setRequest(GatedAction::Backup);
     desktop->fullDiskAccess = true;
     comeBack();
-    EXPECT_EQ(model->accessRequest(), GatedAction::None);
+    EXPECT_EQ(model->access()->request(), GatedAction::None);
 }
 
 TEST_F(PendingAction, aResumedBackupAsksNothingElse)
@@ -125,7 +130,7 @@ TEST_F(PendingAction, aResumedBackupAsksNothingElse)
     comeBack();
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_EQ(desktop->permissionRequests, 0);
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->kit()->isShowing());
 }
 
 TEST_F(PendingAction, anUnknownOneStaysAndDoesNothing)
@@ -136,7 +141,7 @@ TEST_F(PendingAction, anUnknownOneStaysAndDoesNothing)
     comeBack();
     EXPECT_EQ(pending(), QStringLiteral("dance"));
     EXPECT_TRUE(desktop->started.isEmpty());
-    EXPECT_FALSE(model->isMeasuring());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
 }
 
 TEST_F(PendingAction, withoutADateItHasRunOut)

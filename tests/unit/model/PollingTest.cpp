@@ -18,18 +18,20 @@ protected:
     public:
         explicit AllSignals(AppModel *model)
         {
-            const auto connect = [this, model](auto signal) {
-                QObject::connect(model, signal, this, [this] { ++count; });
+            const auto connect = [this](auto *part, auto signal) {
+                QObject::connect(part, signal, this, [this] { ++count; });
             };
-            connect(&AppModel::configChanged);
-            connect(&AppModel::statusChanged);
-            connect(&AppModel::launchingChanged);
-            connect(&AppModel::busyChanged);
-            connect(&AppModel::historyChanged);
-            connect(&AppModel::reposChanged);
-            connect(&AppModel::summaryChanged);
-            connect(&AppModel::minutePassed);
-            connect(&AppModel::fullDiskAccessChanged);
+            connect(model, &AppModel::configChanged);
+            connect(model, &AppModel::summaryChanged);
+            connect(model->run(), &RunWatch::statusChanged);
+            connect(model->run(), &RunWatch::launchingChanged);
+            connect(model->run(), &RunWatch::busyChanged);
+            connect(model->run(), &RunWatch::historyChanged);
+            connect(model->run(), &RunWatch::staleTextChanged);
+            connect(model->run(), &RunWatch::minutePassed);
+            connect(model->repositories(), &Repositories::changed);
+            connect(model->repositories(), &Repositories::destinationsChanged);
+            connect(model->access(), &DiskAccess::grantedChanged);
         }
         int count = 0;
     };
@@ -38,15 +40,15 @@ protected:
 TEST_F(Polling, aRunThatSomebodyElseStartedShowsAndIsFollowed)
 {
     start();
-    const SignalCount busy(model.get(), &AppModel::busyChanged);
+    const SignalCount busy(model->run(), &RunWatch::busyChanged);
     const EngineLookalike engine;
     const RunStatus first = leaveStatus(engine.pid(), 0.1);
     tick();
-    EXPECT_EQ(model->status(), first);
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_EQ(model->run()->status(), first);
+    EXPECT_TRUE(model->run()->isBusy());
     const RunStatus second = leaveStatus(engine.pid(), 0.2);
     tick();
-    EXPECT_EQ(model->status(), second);
+    EXPECT_EQ(model->run()->status(), second);
     EXPECT_EQ(busy.count(), 1);
 }
 
@@ -81,8 +83,8 @@ TEST_F(Polling, theEndOfARunReadsEveryRepositoryInUseOnce)
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 3);
     StatusStore::clear();
     tick();
-    EXPECT_EQ(model->status(), std::nullopt);
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_EQ(model->run()->status(), std::nullopt);
+    EXPECT_FALSE(model->run()->isBusy());
     settle();
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), 6);
     tick();
@@ -142,11 +144,11 @@ TEST_F(Polling, aRunThatWasKilledIsOverAtTheNextLook)
     leaveStatus(engine.pid());
     start();
     settle();
-    ASSERT_TRUE(model->isBusy());
+    ASSERT_TRUE(model->run()->isBusy());
     const qsizetype readings = tools.repositories(QStringLiteral("snapshots")).size();
     engine.kill();
     tick();
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_FALSE(model->run()->isBusy());
     settle();
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).size(), readings + 1);
 }
@@ -162,9 +164,10 @@ TEST_F(Polling, aStatusOfADeadOrForeignProcessIsNoRun)
          {pid, foreign.pid(), qint64{1}, qint64{0}, qint64{-1}, static_cast<qint64>(::getpid())}) {
         leaveStatus(process);
         tick();
-        EXPECT_EQ(model->status(), std::nullopt) << process;
+        EXPECT_EQ(model->run()->status(), std::nullopt) << process;
     }
     model->startBackup();
+    settle();
     EXPECT_EQ(desktop->started.size(), 1);
 }
 
@@ -179,10 +182,10 @@ TEST_F(Polling, aDamagedStatusIsNoRun)
             start();
         }
         tick();
-        EXPECT_TRUE(model->isBusy());
+        EXPECT_TRUE(model->run()->isBusy());
         writeSupportFile("status.json", text);
         tick();
-        EXPECT_FALSE(model->isBusy()) << text.left(10).toStdString();
+        EXPECT_FALSE(model->run()->isBusy()) << text.left(10).toStdString();
     }
 }
 
@@ -195,11 +198,11 @@ TEST_F(Polling, aStatusCutAnywhereIsNoRun)
     for (qsizetype length = 0; length < whole.trimmed().size(); length += 7) {
         writeSupportFile("status.json", whole.left(length));
         tick();
-        EXPECT_FALSE(model->isBusy()) << length;
+        EXPECT_FALSE(model->run()->isBusy()) << length;
     }
     writeSupportFile("status.json", whole);
     tick();
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_TRUE(model->run()->isBusy());
 }
 
 TEST_F(Polling, aStatusWithOddFiguresIsShownAsItStands)
@@ -212,7 +215,7 @@ TEST_F(Polling, aStatusWithOddFiguresIsShownAsItStands)
     odd.currentFile = QString(4000, u'x') + QLatin1String("<b>");
     StatusStore::write(odd);
     tick();
-    EXPECT_EQ(model->status(), odd);
+    EXPECT_EQ(model->run()->status(), odd);
 }
 
 TEST_F(Polling, aNewHeadOfTheHistoryIsTaken)
@@ -220,11 +223,11 @@ TEST_F(Polling, aNewHeadOfTheHistoryIsTaken)
     const RunRecord old = record(2);
     writeHistory({old});
     start();
-    const SignalCount changes(model.get(), &AppModel::historyChanged);
+    const SignalCount changes(model->run(), &RunWatch::historyChanged);
     const RunRecord newer = record(1);
     writeHistory({newer, old});
     tick();
-    EXPECT_EQ(model->history(), QList({newer, old}));
+    EXPECT_EQ(model->run()->history(), QList({newer, old}));
     EXPECT_EQ(changes.count(), 1);
 }
 
@@ -233,15 +236,15 @@ TEST_F(Polling, whatChangedBehindTheHeadWaitsForANewHead)
     const RunRecord head = record(1);
     writeHistory({head, record(2)});
     start();
-    const QList<RunRecord> before = model->history();
+    const QList<RunRecord> before = model->run()->history();
     const RunRecord other = record(3, Outcome::Failed);
     writeHistory({head, other});
     tick();
-    EXPECT_EQ(model->history(), before);
+    EXPECT_EQ(model->run()->history(), before);
     const RunRecord newer = record(0.5);
     writeHistory({newer, head, other});
     tick();
-    EXPECT_EQ(model->history(), QList({newer, head, other}));
+    EXPECT_EQ(model->run()->history(), QList({newer, head, other}));
 }
 
 TEST_F(Polling, aDamagedHistoryIsEmptyUntilTheNextGoodOne)
@@ -252,19 +255,19 @@ TEST_F(Polling, aDamagedHistoryIsEmptyUntilTheNextGoodOne)
                                    QByteArray(), QByteArray("[null]"), QByteArray("\xff")}) {
         writeHistory(records);
         tick();
-        EXPECT_EQ(model->history(), records);
+        EXPECT_EQ(model->run()->history(), records);
         writeSupportFile("history.json", text);
         tick();
-        EXPECT_TRUE(model->history().isEmpty()) << text.toStdString();
+        EXPECT_TRUE(model->run()->history().isEmpty()) << text.toStdString();
     }
     writeHistory(records);
     tick();
     QFile::remove(supportFile("history.json"));
     tick();
-    EXPECT_TRUE(model->history().isEmpty());
+    EXPECT_TRUE(model->run()->history().isEmpty());
     writeHistory(records);
     tick();
-    EXPECT_EQ(model->history(), records);
+    EXPECT_EQ(model->run()->history(), records);
 }
 
 TEST_F(Polling, filesReplacedByFoldersAreNone)
@@ -276,8 +279,8 @@ TEST_F(Polling, filesReplacedByFoldersAreNone)
         ASSERT_TRUE(QDir().mkdir(supportFile(name)));
     }
     tick();
-    EXPECT_TRUE(model->history().isEmpty());
-    EXPECT_FALSE(model->isBusy());
+    EXPECT_TRUE(model->run()->history().isEmpty());
+    EXPECT_FALSE(model->run()->isBusy());
 }
 
 TEST_F(Polling, everyFileMissingChangesNothingElse)
@@ -287,7 +290,7 @@ TEST_F(Polling, everyFileMissingChangesNothingElse)
     settle();
     ASSERT_TRUE(QDir(Paths::support()).removeRecursively());
     tick();
-    EXPECT_TRUE(model->history().isEmpty());
+    EXPECT_TRUE(model->run()->history().isEmpty());
     EXPECT_EQ(model->config(), config);
     // The folder stays away: what is saved now is lost, and nothing else happens.
     change([](AppConfig &settings) { settings.intervalHours = 5; });
@@ -298,7 +301,7 @@ TEST_F(Polling, aMinuteThatPassesReportsTheAgesAgain)
 {
     start();
     settle();
-    const SignalCount minutes(model.get(), &AppModel::minutePassed);
+    const SignalCount minutes(model->run(), &RunWatch::minutePassed);
     const SignalCount summaries(model.get(), &AppModel::summaryChanged);
     clock.advance(std::chrono::seconds(59));
     tick();

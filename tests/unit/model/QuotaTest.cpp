@@ -53,8 +53,8 @@ TEST_F(Quota, withNothingConnectedNobodyIsAsked)
     settle();
     EXPECT_EQ(questions(drive), 0);
     EXPECT_EQ(questions(server), 0);
-    EXPECT_EQ(model->driveQuota(), std::nullopt);
-    EXPECT_EQ(model->serverQuota(), std::nullopt);
+    EXPECT_EQ(model->connections()->drive().quota, std::nullopt);
+    EXPECT_EQ(model->connections()->server().quota, std::nullopt);
 }
 
 TEST_F(Quota, theStartAsksWhatIsConnected)
@@ -63,10 +63,10 @@ TEST_F(Quota, theStartAsksWhatIsConnected)
     tell(drive, 5, 15);
     tell(server, 7, 70);
     start();
-    EXPECT_EQ(model->driveQuota(), std::nullopt);
+    EXPECT_EQ(model->connections()->drive().quota, std::nullopt);
     settle();
-    EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
-    EXPECT_EQ(model->serverQuota(), Room({.used = 7, .total = 70}));
+    EXPECT_EQ(model->connections()->drive().quota, Room({.used = 5, .total = 15}));
+    EXPECT_EQ(model->connections()->server().quota, Room({.used = 7, .total = 70}));
     EXPECT_EQ(questions(drive), 1);
     EXPECT_EQ(questions(server), 1);
 }
@@ -79,7 +79,7 @@ TEST_F(Quota, connectedCountsAndNotInUse)
     tell(drive, 5, 15);
     start();
     settle();
-    EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
+    EXPECT_EQ(model->connections()->drive().quota, Room({.used = 5, .total = 15}));
     EXPECT_EQ(questions(server), 0);
 }
 
@@ -91,10 +91,10 @@ TEST_F(Quota, theEndOfARunDoesNotAsk)
     EngineLookalike engine;
     leaveStatus(engine.pid());
     tick();
-    ASSERT_TRUE(model->status());
+    ASSERT_TRUE(model->run()->status());
     engine.kill();
     tick();
-    ASSERT_FALSE(model->status());
+    ASSERT_FALSE(model->run()->status());
     settle();
     EXPECT_EQ(questions(drive), 1);
     EXPECT_EQ(questions(server), 1);
@@ -106,16 +106,16 @@ TEST_F(Quota, anotherAnswerReplacesTheOldOneAndIsReportedOnce)
     tell(drive, 5, 15);
     start();
     settle();
-    const SignalCount told(model.get(), &AppModel::driveQuotaChanged);
+    const SignalCount told(model->connections(), &Connections::driveChanged);
     model->refreshQuota();
     settle();
     EXPECT_EQ(told.count(), 0);
     tell(drive, 6, 15);
     model->refreshQuota();
     // It stays on show while it is asked for again.
-    EXPECT_EQ(model->driveQuota(), Room({.used = 5, .total = 15}));
+    EXPECT_EQ(model->connections()->drive().quota, Room({.used = 5, .total = 15}));
     settle();
-    EXPECT_EQ(model->driveQuota(), Room({.used = 6, .total = 15}));
+    EXPECT_EQ(model->connections()->drive().quota, Room({.used = 6, .total = 15}));
     EXPECT_EQ(told.count(), 1);
 }
 
@@ -131,10 +131,10 @@ TEST_F(Quota, whatIsAskedAndDoesNotAnswerHasNoneAnyMore)
                  ScriptedTools::ended(0, QStringLiteral(R"({"used":7})")));
     model->refreshQuota();
     settle();
-    EXPECT_EQ(model->driveQuota(), std::nullopt);
-    EXPECT_EQ(model->serverQuota(), std::nullopt);
-    EXPECT_EQ(model->driveError(), std::nullopt);
-    EXPECT_EQ(model->serverError(), std::nullopt);
+    EXPECT_EQ(model->connections()->drive().quota, std::nullopt);
+    EXPECT_EQ(model->connections()->server().quota, std::nullopt);
+    EXPECT_EQ(model->connections()->drive().error, QString());
+    EXPECT_EQ(model->connections()->server().error, QString());
 }
 
 TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
@@ -145,16 +145,16 @@ TEST_F(Quota, anS3ServerIsAskedForTheVersioningOfItsBucket)
     tellVersioning(QStringLiteral("bucket"), QStringLiteral("Enabled"));
     start();
     settle();
-    EXPECT_EQ(model->serverVersioning(), QStringLiteral("Enabled"));
+    EXPECT_EQ(model->connections()->server().versioning, QStringLiteral("Enabled"));
     tellVersioning(QStringLiteral("bucket"), QStringLiteral("Suspended"));
     model->refreshQuota();
     settle();
-    EXPECT_EQ(model->serverVersioning(), QStringLiteral("Suspended"));
+    EXPECT_EQ(model->connections()->server().versioning, QStringLiteral("Suspended"));
     tools.answer(QStringLiteral("backend versioning vellomar-server:bucket"),
                  ScriptedTools::ended(1));
     model->refreshQuota();
     settle();
-    EXPECT_EQ(model->serverVersioning(), std::nullopt);
+    EXPECT_EQ(model->connections()->server().versioning, QString());
 }
 
 TEST_F(Quota, anS3ServerWithoutABucketHasNoVersioning)
@@ -164,7 +164,7 @@ TEST_F(Quota, anS3ServerWithoutABucketHasNoVersioning)
     config.serverPath = QStringLiteral("/");
     start();
     settle();
-    EXPECT_EQ(model->serverVersioning(), std::nullopt);
+    EXPECT_EQ(model->connections()->server().versioning, QString());
     EXPECT_EQ(versioningQuestions(), 0);
     EXPECT_EQ(questions(server), 1);
 }
@@ -177,7 +177,7 @@ TEST_F(Quota, otherServersAreNotAskedForVersioning)
         start();
         settle();
         EXPECT_EQ(versioningQuestions(), 0);
-        EXPECT_EQ(model->serverVersioning(), std::nullopt);
+        EXPECT_EQ(model->connections()->server().versioning, QString());
     }
 }
 
@@ -193,7 +193,7 @@ TEST_F(Quota, aQuestionUnderWayKeepsTheSettingsThatItBeganWith)
     change([](AppConfig &settings) { settings.serverPath = QStringLiteral("second/x"); });
     tools.letGo();
     settle();
-    EXPECT_EQ(model->serverVersioning(), QStringLiteral("Enabled"));
+    EXPECT_EQ(model->connections()->server().versioning, QStringLiteral("Enabled"));
 }
 
 TEST_F(Quota, theWindowGoesOnMeanwhileAndTheModelMayGo)
@@ -203,7 +203,7 @@ TEST_F(Quota, theWindowGoesOnMeanwhileAndTheModelMayGo)
     tools.holdRclone();
     start();
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
-    EXPECT_EQ(model->driveQuota(), std::nullopt);
+    EXPECT_EQ(model->connections()->drive().quota, std::nullopt);
     model.reset();
     tools.letGo();
     settle();

@@ -17,14 +17,15 @@ protected:
     {
         desktop->savePath = path;
         model->saveRecoveryKit();
-        return model->kitNotice().value_or(Notice());
+        settle();
+        return model->kit()->notice().value_or(Notice());
     }
 };
 
 TEST_F(RecoveryKit, isThisTextLetterByLetter)
 {
     start();
-    EXPECT_EQ(model->recoveryKitText(),
+    EXPECT_EQ(model->kit()->text(),
               QStringLiteral("Vellomar - Kit di recupero\n"
                              "\n"
                              "Mac: %1\n"
@@ -47,7 +48,7 @@ TEST_F(RecoveryKit, holdsTheKeyAsItStands)
 {
     storeKey(QStringLiteral(" %1 %2 <b>&\tè "), Keychain::repositoryKey);
     start();
-    EXPECT_EQ(model->recoveryKitText().split(u'\n').at(6), QStringLiteral(" %1 %2 <b>&\tè "));
+    EXPECT_EQ(model->kit()->text().split(u'\n').at(6), QStringLiteral(" %1 %2 <b>&\tè "));
 }
 
 TEST_F(RecoveryKit, opensWithoutALoginUntilTheKeyIsSaved)
@@ -55,17 +56,20 @@ TEST_F(RecoveryKit, opensWithoutALoginUntilTheKeyIsSaved)
     config.keySaved = false;
     start();
     model->openRecoveryKit();
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    settle();
+    EXPECT_TRUE(model->kit()->isShowing());
     EXPECT_TRUE(desktop->reasons.isEmpty());
     model->confirmKeySaved();
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    settle();
+    EXPECT_FALSE(model->kit()->isShowing());
     EXPECT_TRUE(ConfigStore::load().keySaved);
     desktop->answersLater = true;
     model->openRecoveryKit();
+    settle();
     EXPECT_EQ(desktop->reasons, QList{OwnerReason::showKey});
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->kit()->isShowing());
     desktop->answer();
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    EXPECT_TRUE(model->kit()->isShowing());
 }
 
 TEST_F(RecoveryKit, aRefusedLoginShowsNothing)
@@ -73,8 +77,9 @@ TEST_F(RecoveryKit, aRefusedLoginShowsNothing)
     desktop->authentication = Desktop::Authentication::refused;
     start();
     model->openRecoveryKit();
-    EXPECT_FALSE(model->isShowingRecoveryKit());
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    settle();
+    EXPECT_FALSE(model->kit()->isShowing());
+    EXPECT_EQ(model->key()->error(), std::nullopt);
 }
 
 TEST_F(RecoveryKit, whereNobodyCanLogInItOpens)
@@ -82,7 +87,8 @@ TEST_F(RecoveryKit, whereNobodyCanLogInItOpens)
     desktop->authentication = Desktop::Authentication::impossible;
     start();
     model->openRecoveryKit();
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    settle();
+    EXPECT_TRUE(model->kit()->isShowing());
 }
 
 TEST_F(RecoveryKit, isSavedForItsOwnerAlone)
@@ -93,7 +99,7 @@ TEST_F(RecoveryKit, isSavedForItsOwnerAlone)
     EXPECT_EQ(desktop->savePanels,
               QStringList{QStringLiteral("Kit di recupero Vellomar.txt\nScegli una chiavetta o un "
                                          "disco diverso da quello dei backup")});
-    EXPECT_EQ(readFile(path), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(path), model->kit()->text().toUtf8());
     EXPECT_EQ(QFileInfo(path).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
               QFile::ReadOwner | QFile::WriteOwner);
     EXPECT_EQ(QDir(folder("stick")).entryList(QDir::Files | QDir::Hidden),
@@ -108,7 +114,7 @@ TEST_F(RecoveryKit, replacesAnEarlierFileThatOthersCouldRead)
     ASSERT_TRUE(
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
     saveTo(path);
-    EXPECT_EQ(readFile(path), model->recoveryKitText().toUtf8());
+    EXPECT_EQ(readFile(path), model->kit()->text().toUtf8());
     EXPECT_FALSE(QFileInfo(path).permissions() & QFile::ReadOther);
 }
 
@@ -116,10 +122,12 @@ TEST_F(RecoveryKit, aCancelledPanelChangesNothing)
 {
     start();
     model->saveRecoveryKit();
-    EXPECT_EQ(model->kitNotice(), std::nullopt);
+    settle();
+    EXPECT_EQ(model->kit()->notice(), std::nullopt);
     desktop->savePath = QString();
     model->saveRecoveryKit();
-    EXPECT_EQ(model->kitNotice(), std::nullopt);
+    settle();
+    EXPECT_EQ(model->kit()->notice(), std::nullopt);
 }
 
 TEST_F(RecoveryKit, onTheDiskOfTheBackupsItWarns)
@@ -183,7 +191,9 @@ TEST_F(RecoveryKit, aPanelThatOutlivesTheModelSavesNothing)
     start();
     desktop->savePath = path;
     model->saveRecoveryKit();
+    settle();
     model->openRecoveryKit();
+    settle();
     model.reset();
     desktop->answer();
     EXPECT_FALSE(QFile::exists(path));
@@ -198,23 +208,26 @@ TEST_F(RecoveryKit, withoutAKeyThereIsNothingToHandOutOrToConfirm)
     desktop->clipboard = QStringLiteral("a recipe");
     model->startBackup();
     settle();
-    ASSERT_TRUE(model->isShowingRecoveryKit());
-    ASSERT_FALSE(model->hasKey());
+    ASSERT_TRUE(model->kit()->isShowing());
+    ASSERT_FALSE(model->key()->hasKey());
     model->saveRecoveryKit();
+    settle();
     model->printRecoveryKit();
+    settle();
     model->copyKey();
     model->requestKeyCopy();
     model->confirmKeySaved();
+    settle();
     EXPECT_TRUE(desktop->savePanels.isEmpty());
     EXPECT_FALSE(QFile::exists(*desktop->savePath));
     EXPECT_TRUE(desktop->printed.isEmpty());
     EXPECT_EQ(desktop->clipboard, QStringLiteral("a recipe"));
-    EXPECT_FALSE(model->isKeyCopied());
+    EXPECT_FALSE(model->key()->isCopied());
     EXPECT_TRUE(desktop->reasons.isEmpty());
     EXPECT_FALSE(ConfigStore::load().keySaved);
-    EXPECT_TRUE(model->isShowingRecoveryKit());
+    EXPECT_TRUE(model->kit()->isShowing());
     EXPECT_TRUE(desktop->started.isEmpty());
-    EXPECT_EQ(model->keyError(),
+    EXPECT_EQ(model->key()->error(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 1)"));
 }
 
@@ -227,18 +240,19 @@ TEST_F(RecoveryKit, theKeyIsTriedAgainWhenItOpens)
     secrets.readFailure = 2;
     model->openRecoveryKit();
     settle();
-    EXPECT_EQ(model->keyError(),
+    EXPECT_EQ(model->key()->error(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 2)"));
-    model->setShowingRecoveryKit(false);
+    model->kit()->setShowing(false);
     secrets.readFailure = 0;
-    const SignalCount told(model.get(), &AppModel::passwordChanged);
+    const SignalCount told(model->key(), &EncryptionKey::changed);
     model->openRecoveryKit();
     settle();
     EXPECT_EQ(told.count(), 1);
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
+    EXPECT_EQ(model->key()->error(), std::nullopt);
     EXPECT_EQ(tools.calls.last().input, QStringLiteral("the key in use"));
     model->confirmKeySaved();
+    settle();
     EXPECT_TRUE(ConfigStore::load().keySaved);
     // What is known isn't asked for again.
     const int reads = secrets.reads;
@@ -260,8 +274,8 @@ TEST_F(RecoveryKit, aKeyringThatTurnsOutToBeEmptyGetsAKeyThatNobodyHasConfirmed)
     secrets.onWrite = [&savedAtWrite] { savedAtWrite.append(ConfigStore::load().keySaved); };
     model->openRecoveryKit();
     settle();
-    EXPECT_TRUE(model->hasKey());
-    EXPECT_EQ(storedKey(Keychain::repositoryKey), model->password());
+    EXPECT_TRUE(model->key()->hasKey());
+    EXPECT_EQ(storedKey(Keychain::repositoryKey), model->key()->value());
     EXPECT_FALSE(model->config().keySaved);
     EXPECT_FALSE(savedAtWrite.isEmpty());
     EXPECT_FALSE(savedAtWrite.contains(true));
@@ -271,11 +285,13 @@ TEST_F(RecoveryKit, itGoesWithTheWindow)
 {
     start();
     model->openRecoveryKit();
-    ASSERT_TRUE(model->isShowingRecoveryKit());
+    settle();
+    ASSERT_TRUE(model->kit()->isShowing());
     model->becomeHidden();
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->kit()->isShowing());
     EXPECT_EQ(desktop->reasons.size(), 1);
     model->openRecoveryKit();
+    settle();
     EXPECT_EQ(desktop->reasons.size(), 2);
 }
 
@@ -284,17 +300,19 @@ TEST_F(RecoveryKit, aLoginThatTheWindowDidNotWaitForShowsNothing)
     desktop->answersLater = true;
     start();
     model->openRecoveryKit();
+    settle();
     model->becomeHidden();
     desktop->answer();
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->kit()->isShowing());
 }
 
 TEST_F(RecoveryKit, isPrintedAsItIsSaved)
 {
     start();
     model->printRecoveryKit();
-    EXPECT_EQ(desktop->printed, QStringList{model->recoveryKitText()});
-    EXPECT_EQ(model->kitNotice(), (Notice{QStringLiteral("Kit stampato."), false}));
+    settle();
+    EXPECT_EQ(desktop->printed, QStringList{model->kit()->text()});
+    EXPECT_EQ(model->kit()->notice(), (Notice{QStringLiteral("Kit stampato."), false}));
 }
 
 TEST_F(RecoveryKit, aPrintThatFailedIsReportedUntilOneSucceeds)
@@ -303,11 +321,13 @@ TEST_F(RecoveryKit, aPrintThatFailedIsReportedUntilOneSucceeds)
     desktop->printing.failure = QStringLiteral("No space left on device");
     desktop->printing.file = QStringLiteral("/stick/kit.pdf");
     model->printRecoveryKit();
-    EXPECT_EQ(model->kitNotice(),
+    settle();
+    EXPECT_EQ(model->kit()->notice(),
               (Notice{QStringLiteral("Kit non stampato: No space left on device"), true}));
     desktop->printing = {};
     model->printRecoveryKit();
-    EXPECT_EQ(model->kitNotice(), (Notice{QStringLiteral("Kit stampato."), false}));
+    settle();
+    EXPECT_EQ(model->kit()->notice(), (Notice{QStringLiteral("Kit stampato."), false}));
 }
 
 TEST_F(RecoveryKit, aKitPrintedToAFileIsASavedOne)
@@ -315,7 +335,8 @@ TEST_F(RecoveryKit, aKitPrintedToAFileIsASavedOne)
     start();
     desktop->printing.file = folder("disk") + QLatin1String("/kit.pdf");
     model->printRecoveryKit();
-    EXPECT_EQ(model->kitNotice(),
+    settle();
+    EXPECT_EQ(model->kit()->notice(),
               (Notice{QStringLiteral("Il kit è sullo stesso disco dei backup: chi trova il disco "
                                      "può leggerli. Spostalo altrove."),
                       true}));
@@ -327,6 +348,7 @@ TEST_F(RecoveryKit, aPrintMayOutliveTheModel)
     desktop->answersLater = true;
     start();
     model->printRecoveryKit();
+    settle();
     model.reset();
     desktop->answer();
 }
@@ -336,16 +358,21 @@ TEST_F(RecoveryKit, theConfirmationStartsABackupThatWaited)
     config.keySaved = false;
     start();
     model->startBackup();
-    model->setShowingRecoveryKit(false);
+    settle();
+    model->kit()->setShowing(false);
     EXPECT_TRUE(desktop->started.isEmpty());
     // The sheet was closed; the backup waits on for a later confirmation.
     model->openRecoveryKit();
+    settle();
     model->confirmKeySaved();
+    settle();
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_EQ(desktop->permissionRequests, 1);
-    EXPECT_FALSE(model->isShowingRecoveryKit());
+    EXPECT_FALSE(model->kit()->isShowing());
     desktop->pass(std::chrono::seconds(6));
+    settle();
     model->confirmKeySaved();
+    settle();
     EXPECT_EQ(desktop->started.size(), 1);
 }
 

@@ -11,7 +11,10 @@ class Refresh : public ModelFixture
 {
 protected:
     [[nodiscard]] QString disk() const { return config.repository(DestinationID::Local); }
-    [[nodiscard]] RepoInfo local() const { return model->repos().value(DestinationID::Local); }
+    [[nodiscard]] RepoInfo local() const
+    {
+        return model->repositories()->all().value(DestinationID::Local);
+    }
 
     static QString listed(const QStringList &snapshots)
     {
@@ -131,7 +134,7 @@ TEST_F(Refresh, anErrorStaysUntilTheDestinationIsThere)
     settle();
     ASSERT_TRUE(local().error);
     int changes = 0;
-    QObject::connect(model.get(), &AppModel::reposChanged, model.get(), [this, &changes] {
+    QObject::connect(model->repositories(), &Repositories::changed, model.get(), [this, &changes] {
         ++changes;
         EXPECT_EQ(local().error, QStringLiteral("Disco non collegato"));
     });
@@ -151,13 +154,13 @@ TEST_F(Refresh, aDestinationThatIsNotThereIsReportedWithoutAskingAnyTool)
          {std::pair(DestinationID::Local, QStringLiteral("Disco non collegato")),
           std::pair(DestinationID::Drive, QStringLiteral("Google Drive non collegato")),
           std::pair(DestinationID::Server, QStringLiteral("Server non collegato"))}) {
-        const RepoInfo info = model->repos().value(destination);
+        const RepoInfo info = model->repositories()->all().value(destination);
         EXPECT_EQ(info.error, text);
         EXPECT_FALSE(info.loading);
         EXPECT_TRUE(info.snapshots.isEmpty());
         EXPECT_EQ(info.size, std::nullopt);
-        EXPECT_EQ(model->stateText(destination), text);
-        EXPECT_EQ(model->stateTone(destination), Tone::Attention);
+        EXPECT_EQ(model->repositories()->stateText(destination), text);
+        EXPECT_EQ(model->repositories()->stateTone(destination), Tone::Attention);
     }
     settle();
     EXPECT_EQ(tools.count(QStringLiteral("restic")), 0);
@@ -167,12 +170,12 @@ TEST_F(Refresh, aDestinationOutOfUseLosesItsEntry)
 {
     start();
     settle();
-    ASSERT_TRUE(model->repos().contains(DestinationID::Local));
+    ASSERT_TRUE(model->repositories()->all().contains(DestinationID::Local));
     change([](AppConfig &settings) { settings.localEnabled = false; });
-    EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Non attiva"));
-    EXPECT_TRUE(model->repos().contains(DestinationID::Local));
+    EXPECT_EQ(model->repositories()->stateText(DestinationID::Local), QStringLiteral("Non attiva"));
+    EXPECT_TRUE(model->repositories()->all().contains(DestinationID::Local));
     model->refresh(DestinationID::Local);
-    EXPECT_FALSE(model->repos().contains(DestinationID::Local));
+    EXPECT_FALSE(model->repositories()->all().contains(DestinationID::Local));
 }
 
 TEST_F(Refresh, aDestinationThatGoesOutOfUseMeanwhileIsNotActive)
@@ -182,9 +185,9 @@ TEST_F(Refresh, aDestinationThatGoesOutOfUseMeanwhileIsNotActive)
     change([](AppConfig &settings) { settings.localEnabled = false; });
     tools.letGo();
     settle();
-    EXPECT_EQ(model->stateText(DestinationID::Local), QStringLiteral("Non attiva"));
+    EXPECT_EQ(model->repositories()->stateText(DestinationID::Local), QStringLiteral("Non attiva"));
     model->refresh(DestinationID::Local);
-    EXPECT_FALSE(model->repos().contains(DestinationID::Local));
+    EXPECT_FALSE(model->repositories()->all().contains(DestinationID::Local));
 }
 
 TEST_F(Refresh, aReadingUnderWayDoesNotPutBackWhatWentOutOfUse)
@@ -194,10 +197,10 @@ TEST_F(Refresh, aReadingUnderWayDoesNotPutBackWhatWentOutOfUse)
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 1; }));
     change([](AppConfig &settings) { settings.localEnabled = false; });
     model->refresh(DestinationID::Local);
-    ASSERT_FALSE(model->repos().contains(DestinationID::Local));
+    ASSERT_FALSE(model->repositories()->all().contains(DestinationID::Local));
     tools.letGo();
     settle();
-    EXPECT_FALSE(model->repos().contains(DestinationID::Local));
+    EXPECT_FALSE(model->repositories()->all().contains(DestinationID::Local));
 }
 
 TEST_F(Refresh, aReadingOfAnEarlierUseDoesNotShowInALaterOne)
@@ -214,7 +217,7 @@ TEST_F(Refresh, aReadingOfAnEarlierUseDoesNotShowInALaterOne)
     model->refresh(DestinationID::Local);
     ASSERT_TRUE(eventuallyInLoop([this] { return tools.held() == 2; }));
     int errors = 0;
-    QObject::connect(model.get(), &AppModel::reposChanged, model.get(),
+    QObject::connect(model->repositories(), &Repositories::changed, model.get(),
                      [this, &errors] { errors += local().error ? 1 : 0; });
     tools.letGo();
     settle();
@@ -231,7 +234,7 @@ TEST_F(Refresh, aPlaceThatIsBeingLookedForIsNotLookedForASecondTime)
         model->refresh(DestinationID::Drive);
     }
     storeKey(QStringLiteral("another key"), Keychain::repositoryKey);
-    ASSERT_EQ(model->install(QStringLiteral("another key"), true), std::nullopt);
+    ASSERT_EQ(install(QStringLiteral("another key"), true), std::nullopt);
     tools.letGo();
     settle();
     // What was asked for meanwhile is done once, with what holds then.

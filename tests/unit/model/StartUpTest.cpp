@@ -29,34 +29,34 @@ TEST_F(StartUp, withNothingThereGivesTheStartValues)
     start();
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
     EXPECT_EQ(model->config(), config);
-    EXPECT_EQ(model->status(), std::nullopt);
-    EXPECT_FALSE(model->isLaunching());
-    EXPECT_FALSE(model->isBusy());
-    EXPECT_TRUE(model->history().isEmpty());
-    EXPECT_TRUE(model->repos().isEmpty());
-    EXPECT_FALSE(model->isDriveConnected());
-    EXPECT_FALSE(model->isDriveConnecting());
-    EXPECT_EQ(model->driveError(), std::nullopt);
-    EXPECT_EQ(model->driveQuota(), std::nullopt);
-    EXPECT_FALSE(model->isServerConnected());
-    EXPECT_FALSE(model->isServerConnecting());
-    EXPECT_EQ(model->serverError(), std::nullopt);
-    EXPECT_EQ(model->serverQuota(), std::nullopt);
-    EXPECT_EQ(model->serverVersioning(), std::nullopt);
-    EXPECT_TRUE(model->hasFullDiskAccess());
-    EXPECT_EQ(model->accessRequest(), AppModel::GatedAction::None);
+    EXPECT_EQ(model->run()->status(), std::nullopt);
+    EXPECT_FALSE(model->run()->isLaunching());
+    EXPECT_FALSE(model->run()->isBusy());
+    EXPECT_TRUE(model->run()->history().isEmpty());
+    EXPECT_TRUE(model->repositories()->all().isEmpty());
+    EXPECT_FALSE(model->connections()->drive().connected);
+    EXPECT_FALSE(model->connections()->drive().connecting);
+    EXPECT_EQ(model->connections()->drive().error, QString());
+    EXPECT_EQ(model->connections()->drive().quota, std::nullopt);
+    EXPECT_FALSE(model->connections()->server().connected);
+    EXPECT_FALSE(model->connections()->server().connecting);
+    EXPECT_EQ(model->connections()->server().error, QString());
+    EXPECT_EQ(model->connections()->server().quota, std::nullopt);
+    EXPECT_EQ(model->connections()->server().versioning, QString());
+    EXPECT_TRUE(model->access()->isGranted());
+    EXPECT_EQ(model->access()->request(), AppModel::GatedAction::None);
     EXPECT_FALSE(model->foreign());
     EXPECT_FALSE(model->isShowingForeignWizard());
-    EXPECT_FALSE(model->isShowingRecoveryKit());
-    EXPECT_EQ(model->keyError(), std::nullopt);
-    EXPECT_FALSE(model->isKeyChecking());
-    EXPECT_FALSE(model->hasPreviousKey());
-    EXPECT_FALSE(model->isKeyCopied());
-    EXPECT_EQ(model->kitNotice(), std::nullopt);
-    EXPECT_TRUE(model->sourceSizes().isEmpty());
-    EXPECT_FALSE(model->isMeasuring());
-    EXPECT_EQ(model->measuredSoFar(), 0);
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
+    EXPECT_FALSE(model->kit()->isShowing());
+    EXPECT_EQ(model->key()->error(), std::nullopt);
+    EXPECT_FALSE(model->key()->isChecking());
+    EXPECT_FALSE(model->key()->hasPrevious());
+    EXPECT_FALSE(model->key()->isCopied());
+    EXPECT_EQ(model->kit()->notice(), std::nullopt);
+    EXPECT_TRUE(model->measurement()->sizes().isEmpty());
+    EXPECT_FALSE(model->measurement()->isMeasuring());
+    EXPECT_EQ(model->measurement()->soFar(), 0);
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_TRUE(desktop->started.isEmpty());
 }
 
@@ -65,8 +65,8 @@ TEST_F(StartUp, findsTheConnectionsOfRclone)
     tools.connectRemotes();
     start();
     settle();
-    EXPECT_TRUE(model->isDriveConnected());
-    EXPECT_TRUE(model->isServerConnected());
+    EXPECT_TRUE(model->connections()->drive().connected);
+    EXPECT_TRUE(model->connections()->server().connected);
 }
 
 TEST_F(StartUp, aDriveWithoutATokenIsNotConnected)
@@ -74,16 +74,16 @@ TEST_F(StartUp, aDriveWithoutATokenIsNotConnected)
     tools.setRemotes(QStringLiteral(R"({"vellomar": {"type": "drive"}})"));
     start();
     settle();
-    EXPECT_FALSE(model->isDriveConnected());
-    EXPECT_FALSE(model->isServerConnected());
+    EXPECT_FALSE(model->connections()->drive().connected);
+    EXPECT_FALSE(model->connections()->server().connected);
 }
 
 TEST_F(StartUp, takesTheKeyThatIsThere)
 {
     storeKey(QStringLiteral("an older one"), Keychain::previousRepositoryKey);
     start();
-    EXPECT_EQ(model->password(), QStringLiteral("the key in use"));
-    EXPECT_TRUE(model->hasPreviousKey());
+    EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
+    EXPECT_TRUE(model->key()->hasPrevious());
     EXPECT_TRUE(model->config().keySaved);
     EXPECT_EQ(secrets.adds, 0);
     EXPECT_EQ(secrets.updates, 0);
@@ -93,11 +93,11 @@ TEST_F(StartUp, aMissingKeyIsMadeAndCountsAsUnsaved)
 {
     secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
     start();
-    EXPECT_EQ(model->password().size(), 32);
-    EXPECT_EQ(storedKey(Keychain::repositoryKey), model->password());
+    EXPECT_EQ(model->key()->value().size(), 32);
+    EXPECT_EQ(storedKey(Keychain::repositoryKey), model->key()->value());
     EXPECT_FALSE(model->config().keySaved);
     EXPECT_FALSE(ConfigStore::load().keySaved);
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->key()->error(), std::nullopt);
 }
 
 TEST_F(StartUp, aKeyIsMadeOnlyOnceItCountsAsUnsaved)
@@ -108,7 +108,7 @@ TEST_F(StartUp, aKeyIsMadeOnlyOnceItCountsAsUnsaved)
     start();
     EXPECT_FALSE(savedAtWrite.isEmpty());
     EXPECT_FALSE(savedAtWrite.contains(true));
-    EXPECT_TRUE(model->hasKey());
+    EXPECT_TRUE(model->key()->hasKey());
 }
 
 TEST_F(StartUp, noKeyIsMadeWhereThatCannotBeSaved)
@@ -118,11 +118,12 @@ TEST_F(StartUp, noKeyIsMadeWhereThatCannotBeSaved)
     ASSERT_TRUE(becomeOrdinaryUser());
     ASSERT_TRUE(QFile::setPermissions(Paths::support(), QFile::ReadOwner | QFile::ExeOwner));
     start();
+    settle();
     ASSERT_TRUE(QFile::setPermissions(Paths::support(),
                                       QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    EXPECT_EQ(model->keyError(), QStringLiteral("Le impostazioni non si possono salvare: non è "
-                                                "stata creata nessuna chiave."));
-    EXPECT_FALSE(model->hasKey());
+    EXPECT_EQ(model->key()->error(), QStringLiteral("Le impostazioni non si possono salvare: non è "
+                                                    "stata creata nessuna chiave."));
+    EXPECT_FALSE(model->key()->hasKey());
     EXPECT_EQ(secrets.adds, 0);
     EXPECT_TRUE(ConfigStore::load().keySaved);
 }
@@ -132,13 +133,13 @@ TEST_F(StartUp, aKeyThatCannotBeReadIsReportedAndTheRestGoesOn)
     storeKey(QStringLiteral("an older one"), Keychain::previousRepositoryKey);
     secrets.readFailure = 13;
     start();
-    EXPECT_EQ(model->keyError(),
+    EXPECT_EQ(model->key()->error(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 13)"));
-    EXPECT_EQ(model->password(), QString());
-    EXPECT_FALSE(model->hasPreviousKey());
+    EXPECT_EQ(model->key()->value(), QString());
+    EXPECT_FALSE(model->key()->hasPrevious());
     EXPECT_TRUE(model->config().keySaved);
     EXPECT_EQ(desktop->probes, 1);
-    EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
+    EXPECT_TRUE(model->repositories()->all().value(DestinationID::Local).loading);
 }
 
 TEST_F(StartUp, aNewKeyThatCannotBeStoredIsReportedAndNotUsed)
@@ -146,9 +147,9 @@ TEST_F(StartUp, aNewKeyThatCannotBeStoredIsReportedAndNotUsed)
     secrets.items.remove({QStringLiteral("it.vellomar.app"), Keychain::repositoryKey});
     secrets.writeFailure = 14;
     start();
-    EXPECT_EQ(model->keyError(),
+    EXPECT_EQ(model->key()->error(),
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 14)"));
-    EXPECT_EQ(model->password(), QString());
+    EXPECT_EQ(model->key()->value(), QString());
     EXPECT_TRUE(model->config().keySaved);
 }
 
@@ -160,6 +161,7 @@ TEST_F(StartUp, clearsAwayWhatAnEarlierStartLeft)
     writeSupportFile("known_hosts.AbCdEf.vellomar-partial", "server ssh-");
     clock.set(QDateTime::currentDateTimeUtc().addSecs(120));
     start();
+    settle();
     EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
     EXPECT_FALSE(QFileInfo::exists(supportFile("rclone-left.conf")));
     EXPECT_TRUE(QDir(Paths::support())
@@ -187,8 +189,8 @@ TEST_F(StartUp, showsARunUnderWayAtOnce)
     const EngineLookalike engine;
     const RunStatus status = leaveStatus(engine.pid());
     start();
-    EXPECT_EQ(model->status(), status);
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_EQ(model->run()->status(), status);
+    EXPECT_TRUE(model->run()->isBusy());
 }
 
 TEST_F(StartUp, readsTheHistory)
@@ -196,7 +198,7 @@ TEST_F(StartUp, readsTheHistory)
     const QList<RunRecord> records{record(1), record(2)};
     writeHistory(records);
     start();
-    EXPECT_EQ(model->history(), records);
+    EXPECT_EQ(model->run()->history(), records);
 }
 
 TEST_F(StartUp, readsTheRepositoriesInUse)
@@ -204,12 +206,12 @@ TEST_F(StartUp, readsTheRepositoriesInUse)
     useAllDestinations();
     config.driveEnabled = false;
     start();
-    EXPECT_TRUE(model->repos().value(DestinationID::Local).loading);
-    EXPECT_TRUE(model->repos().value(DestinationID::Server).loading);
-    EXPECT_FALSE(model->repos().contains(DestinationID::Drive));
+    EXPECT_TRUE(model->repositories()->all().value(DestinationID::Local).loading);
+    EXPECT_TRUE(model->repositories()->all().value(DestinationID::Server).loading);
+    EXPECT_FALSE(model->repositories()->all().contains(DestinationID::Drive));
     settle();
-    EXPECT_FALSE(model->repos().value(DestinationID::Local).loading);
-    EXPECT_FALSE(model->repos().value(DestinationID::Server).loading);
+    EXPECT_FALSE(model->repositories()->all().value(DestinationID::Local).loading);
+    EXPECT_FALSE(model->repositories()->all().value(DestinationID::Server).loading);
 }
 
 TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
@@ -232,14 +234,14 @@ TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
     EXPECT_TRUE(model->isStarting());
     // What is read from files alone is there, and none of the later steps has been made.
     EXPECT_EQ(model->config(), config);
-    EXPECT_EQ(model->history().size(), 1);
-    EXPECT_EQ(model->password(), QString());
-    EXPECT_EQ(model->keyError(), std::nullopt);
+    EXPECT_EQ(model->run()->history().size(), 1);
+    EXPECT_EQ(model->key()->value(), QString());
+    EXPECT_EQ(model->key()->error(), std::nullopt);
     EXPECT_TRUE(QFileInfo::exists(PreviewFolder::path()));
     EXPECT_TRUE(tools.calls.isEmpty());
     EXPECT_EQ(desktop->probes, 0);
-    EXPECT_EQ(model->status(), std::nullopt);
-    EXPECT_TRUE(model->repos().isEmpty());
+    EXPECT_EQ(model->run()->status(), std::nullopt);
+    EXPECT_TRUE(model->repositories()->all().isEmpty());
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_EQ(secrets.reads, 1);
 }
@@ -254,15 +256,15 @@ TEST_F(StartUp, goesOnInItsOrderWhenTheKeyringAnswersLate)
     begin();
     ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
     QStringList order;
-    const auto note = [this, &order](const char *step, auto signal) {
-        QObject::connect(model.get(), signal, model.get(),
+    const auto note = [this, &order](const char *step, auto *part, auto signal) {
+        QObject::connect(part, signal, model.get(),
                          [&order, step] { order.append(QString::fromUtf8(step)); });
     };
-    note("key", &AppModel::passwordChanged);
-    note("access", &AppModel::fullDiskAccessChanged);
-    note("started", &AppModel::startingChanged);
-    note("repositories", &AppModel::reposChanged);
-    note("launch", &AppModel::launchingChanged);
+    note("key", model->key(), &EncryptionKey::changed);
+    note("access", model->access(), &DiskAccess::grantedChanged);
+    note("started", model.get(), &AppModel::startingChanged);
+    note("repositories", model->repositories(), &Repositories::changed);
+    note("launch", model->run(), &RunWatch::launchingChanged);
     desktop->fullDiskAccess = false;
     tools.hold();
     secrets.letGo();
@@ -273,8 +275,8 @@ TEST_F(StartUp, goesOnInItsOrderWhenTheKeyringAnswersLate)
                                   QStringLiteral("repositories"), QStringLiteral("repositories")}));
     // With every repository about to be read, what was pending is looked at; without access it
     // waits on.
-    EXPECT_EQ(model->repos().size(), 3);
-    EXPECT_EQ(desktop->probes, 2);
+    EXPECT_EQ(model->repositories()->all().size(), 3);
+    EXPECT_TRUE(eventuallyInLoop([this] { return desktop->probes == 2; }));
     EXPECT_TRUE(desktop->started.isEmpty());
     tools.letGo();
     settle();
@@ -286,9 +288,10 @@ TEST_F(StartUp, takesUpWhatIsPendingAtItsEnd)
     UserDefaults::set(UserDefaults::pendingAction, QStringLiteral("backup"));
     UserDefaults::set(UserDefaults::pendingActionDate, clock.moment());
     start();
+    settle();
     EXPECT_EQ(desktop->probes, 2);
     EXPECT_EQ(desktop->started.size(), 1);
-    EXPECT_TRUE(model->isLaunching());
+    EXPECT_TRUE(model->run()->isLaunching());
 }
 
 TEST_F(StartUp, aModelMayGoWhileItWaitsForTheKeyring)
@@ -307,11 +310,12 @@ TEST_F(StartUp, aKeyThatWasInstalledMeanwhileStays)
     secrets.holdNext();
     begin();
     ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
-    ASSERT_EQ(model->install(QStringLiteral("a key that was typed in"), true), std::nullopt);
-    storeKey(QStringLiteral("what the store had before"), Keychain::repositoryKey);
+    // The store is asked by one at a time.
+    model->install(QStringLiteral("a key that was typed in"), true, [](const auto &) {});
     secrets.letGo();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
-    EXPECT_EQ(model->password(), QStringLiteral("a key that was typed in"));
+    settle();
+    EXPECT_EQ(model->key()->value(), QStringLiteral("a key that was typed in"));
     EXPECT_TRUE(model->config().keySaved);
 }
 
@@ -322,7 +326,8 @@ TEST_F(StartUp, settingsMadeWhileItWaitsAreKept)
     begin();
     ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
     change([](AppConfig &settings) { settings.intervalHours = 7; });
-    EXPECT_EQ(ConfigStore::load().intervalHours, 7);
+    desktop->pass(std::chrono::milliseconds(300));
+    EXPECT_TRUE(eventuallyInLoop([] { return ConfigStore::load().intervalHours == 7; }));
     secrets.letGo();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
     // A new key turns the user's word off, and nothing else.
@@ -335,32 +340,32 @@ TEST_F(StartUp, anRcloneThatHangsHoldsUpTheRemotePlacesAlone)
     useAllDestinations();
     tools.holdConnections();
     start();
-    EXPECT_TRUE(
-        eventuallyInLoop([this] { return !model->repos().value(DestinationID::Local).loading; }));
-    EXPECT_FALSE(model->isDriveConnected());
-    EXPECT_TRUE(model->repos().value(DestinationID::Drive).loading);
-    EXPECT_TRUE(model->repos().value(DestinationID::Server).loading);
+    EXPECT_TRUE(eventuallyInLoop(
+        [this] { return !model->repositories()->all().value(DestinationID::Local).loading; }));
+    EXPECT_FALSE(model->connections()->drive().connected);
+    EXPECT_TRUE(model->repositories()->all().value(DestinationID::Drive).loading);
+    EXPECT_TRUE(model->repositories()->all().value(DestinationID::Server).loading);
     model->startBackup();
-    EXPECT_EQ(desktop->started.size(), 1);
+    EXPECT_TRUE(eventuallyInLoop([this] { return desktop->started.size() == 1; }));
     tools.letGo();
     settle();
-    EXPECT_TRUE(model->isDriveConnected());
-    EXPECT_TRUE(model->isServerConnected());
-    EXPECT_FALSE(model->repos().value(DestinationID::Drive).loading);
-    EXPECT_EQ(model->repos().value(DestinationID::Drive).error, std::nullopt);
+    EXPECT_TRUE(model->connections()->drive().connected);
+    EXPECT_TRUE(model->connections()->server().connected);
+    EXPECT_FALSE(model->repositories()->all().value(DestinationID::Drive).loading);
+    EXPECT_EQ(model->repositories()->all().value(DestinationID::Drive).error, std::nullopt);
 }
 
 TEST_F(StartUp, aScheduleThatHangsHoldsNothingUp)
 {
     tools.holdSchedule();
     start();
-    EXPECT_TRUE(
-        eventuallyInLoop([this] { return !model->repos().value(DestinationID::Local).loading; }));
+    EXPECT_TRUE(eventuallyInLoop(
+        [this] { return !model->repositories()->all().value(DestinationID::Local).loading; }));
     change([](AppConfig &settings) { settings.autoBackup = false; });
     const EngineLookalike engine;
     leaveStatus(engine.pid());
     tick();
-    EXPECT_TRUE(model->isBusy());
+    EXPECT_TRUE(model->run()->isBusy());
 }
 
 TEST_F(StartUp, looksAgainEachSecond)
@@ -368,8 +373,8 @@ TEST_F(StartUp, looksAgainEachSecond)
     start();
     const EngineLookalike engine;
     const RunStatus status = leaveStatus(engine.pid());
-    EXPECT_TRUE(eventuallyInLoop([this] { return model->status().has_value(); }));
-    EXPECT_EQ(model->status(), status);
+    EXPECT_TRUE(eventuallyInLoop([this] { return model->run()->status().has_value(); }));
+    EXPECT_EQ(model->run()->status(), status);
 }
 
 TEST_F(StartUp, remembersMeasuredSizes)
@@ -377,7 +382,8 @@ TEST_F(StartUp, remembersMeasuredSizes)
     UserDefaults::set(UserDefaults::sourceSizes,
                       QVariantMap{{QStringLiteral("/a"), 5}, {QStringLiteral("/b"), 7.0}});
     start();
-    EXPECT_EQ(model->sourceSizes(),
+    settle();
+    EXPECT_EQ(model->measurement()->sizes(),
               (QMap<QString, qint64>{{QStringLiteral("/a"), 5}, {QStringLiteral("/b"), 7}}));
 }
 
@@ -389,7 +395,8 @@ TEST_F(StartUp, sizesThatAreNotAllNumbersCountAsNone)
           QVariant(QStringLiteral("/a"))}) {
         UserDefaults::set(UserDefaults::sourceSizes, kept);
         start();
-        EXPECT_TRUE(model->sourceSizes().isEmpty()) << kept.typeName();
+        settle();
+        EXPECT_TRUE(model->measurement()->sizes().isEmpty()) << kept.typeName();
     }
 }
 
