@@ -27,6 +27,7 @@ void AppModel::connectParts()
     connect(&m_run, &RunWatch::historyChanged, this, &AppModel::summaryChanged);
     connect(&m_run, &RunWatch::minutePassed, &m_localFolder, &LocalFolder::look);
     connect(&m_run, &RunWatch::minutePassed, this, &AppModel::summaryChanged);
+    connect(&m_run, &RunWatch::launchFailed, this, &AppModel::backupHindered);
     connect(&m_run, &RunWatch::ended, &m_localFolder, &LocalFolder::look);
     connect(&m_repositories, &Repositories::changed, this, &AppModel::summaryChanged);
     connect(&m_localFolder, &LocalFolder::changed, this, &AppModel::summaryChanged);
@@ -138,6 +139,7 @@ void AppModel::startBackup()
         // No backup before the user has the key in hand.
         m_isBackupAfterKit = true;
         m_kit.setShowing(true);
+        Q_EMIT backupHindered();
         return;
     }
     // By what was found last, so that it shows at once; and looked at anew before the start.
@@ -146,6 +148,7 @@ void AppModel::startBackup()
             if (!m_access.isGranted()) {
                 m_run.giveUp();
                 m_access.setRequest(GatedAction::Backup);
+                Q_EMIT backupHindered();
                 return;
             }
             m_world.desktop->requestNotificationPermission();

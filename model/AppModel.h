@@ -92,7 +92,8 @@ public:
     /// Asks the remote places that are connected how much room there is.
     void refreshQuota();
 
-    /// Starts a backup, with the questions that come before it.
+    /// Starts a backup, with the questions that come before it: backupHindered() reports that one
+    /// of them is still to be answered.
     Q_INVOKABLE void startBackup();
     /// Asks the run under way to stop.
     Q_INVOKABLE void cancelBackup();
@@ -141,6 +142,9 @@ Q_SIGNALS:
     void configChanged();
     void startingChanged();
     void showingForeignWizardChanged();
+    /// A backup that was asked for doesn't start; the window explains, or asks for, what is
+    /// missing.
+    void backupHindered();
     /// What follows from settings, history, repositories and the time may have changed.
     void summaryChanged();
 

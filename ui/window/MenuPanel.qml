@@ -19,6 +19,15 @@ Item {
     implicitWidth: 330
     implicitHeight: column.height + 24
 
+    // What keeps a backup from starting may be found only after a while.
+    Connections {
+        target: root.model
+
+        function onBackupHindered() {
+            root.windowAsked();
+        }
+    }
+
     Surface {
         anchors.fill: parent
         fill: Theme.groundGradient
@@ -117,13 +126,7 @@ Item {
                 text: qsTranslate("Texts", "Esegui backup")
                 enabled: root.model.config.hasDestination && !root.model.run.busy
                          && !root.model.starting
-                onClicked: {
-                    root.model.startBackup();
-                    // The window explains, or asks for, whatever keeps a backup from starting.
-                    if (!root.model.run.busy) {
-                        root.windowAsked();
-                    }
-                }
+                onClicked: root.model.startBackup()
             }
 
             PillButton {

@@ -295,6 +295,14 @@ Item {
             prepared.model.access.request = DiskAccess.GatedAction.None;
         }
 
+        function test_whatIsFoundOnlyAfterAWhileIsShownInTheWindowToo() {
+            show("well");
+            mouseClick(part(panel, "start"));
+            compare(windows.count, 0);
+            prepared.model.backupHindered();
+            compare(windows.count, 1);
+        }
+
         function test_whileTheKeyringIsWaitedForItOffersNone() {
             show("starting");
             verify(part(panel, "start").visible && !part(panel, "start").enabled);

@@ -135,6 +135,27 @@ TEST_F(BackupLaunch, accessIsLookedForAtEachStart)
     EXPECT_EQ(desktop->started.size(), 1);
 }
 
+TEST_F(BackupLaunch, whatIsFoundMissingOnlyAtTheStartIsReportedToo)
+{
+    start();
+    settle();
+    const SignalCount hindrances(model.get(), &AppModel::backupHindered);
+    desktop->fullDiskAccess = false;
+    model->startBackup();
+    EXPECT_EQ(hindrances.count(), 0);
+    settle();
+    EXPECT_EQ(hindrances.count(), 1);
+    EXPECT_FALSE(model->run()->isBusy());
+    EXPECT_EQ(model->access()->request(), GatedAction::Backup);
+    desktop->fullDiskAccess = true;
+    writeFileInsteadOfTheFolder();
+    model->startBackup();
+    settle();
+    EXPECT_EQ(hindrances.count(), 2);
+    EXPECT_FALSE(model->run()->isBusy());
+    EXPECT_TRUE(desktop->started.isEmpty());
+}
+
 TEST_F(BackupLaunch, theSheetIsForTheActionThatAskedLast)
 {
     desktop->fullDiskAccess = false;
