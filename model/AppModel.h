@@ -22,9 +22,9 @@
 /// runs and destinations, each a part of its own, and every action of the user that changes
 /// something outside a page.
 ///
-/// It lives on one thread, which waits for no keyring, no tool, no network and no disk; only the
-/// settings and the history are read at its making. It may be destroyed at any time, with work
-/// under way too.
+/// It lives on one thread, which never waits for keyring, tools, network or disk, except that the
+/// constructor reads settings and history. It may be destroyed at any time, even while work is
+/// under way.
 class AppModel final : public QObject
 {
     Q_OBJECT
@@ -50,17 +50,17 @@ public:
     using GatedAction = DiskAccess::GatedAction;
     using KeyResult = EncryptionKey::Result;
 
-    /// Brings everything up: key, schedule, a run under way, repositories; but for settings and
-    /// history, behind the event loop. There is one such object in a program.
+    /// Reads settings and history. Key, schedule, a run under way and repositories follow from the
+    /// event loop. A program has one such object.
     explicit AppModel(World world, QObject *parent = nullptr);
 
     [[nodiscard]] Section section() const { return m_section; }
     void setSection(Section section);
     [[nodiscard]] const AppConfig &config() const { return m_settings.config(); }
-    /// Has them saved soon, and sees to the schedule where it depends on what has changed.
+    /// Has the settings saved soon, and the schedule updated if it depends on what has changed.
     void setConfig(const AppConfig &config);
-    /// Whether it is still coming up: the keyring hasn't answered. No backup starts meanwhile, no
-    /// run is seen and no repository is read.
+    /// Whether the keyring hasn't answered yet. Until it does, no backup starts, no run is seen and
+    /// no repository is read.
     [[nodiscard]] bool isStarting() const { return m_isStarting; }
     [[nodiscard]] const std::optional<ForeignBackup> &foreign() const { return m_foreign; }
     [[nodiscard]] bool isShowingForeignWizard() const { return m_isShowingForeignWizard; }
@@ -84,35 +84,34 @@ public:
 
     Q_INVOKABLE static QString title(Section section);
 
-    /// The present moment, by the clock that all of the model goes by.
+    /// The current time, by the clock that the whole model uses.
     [[nodiscard]] static QDateTime now();
 
-    /// Reads a destination's repository anew.
+    /// Reads a destination's repository again.
     Q_INVOKABLE void refresh(DestinationIDs::DestinationID destination);
     /// Asks the remote places that are connected how much room there is.
     void refreshQuota();
 
-    /// Starts a backup, with the questions that come before it: backupHindered() reports that one
-    /// of them is still to be answered.
+    /// Starts a backup, or emits backupHindered() when the user has to do something first.
     Q_INVOKABLE void startBackup();
     /// Asks the run under way to stop.
     Q_INVOKABLE void cancelBackup();
     Q_INVOKABLE void checkPermissions();
-    /// Measures the source folders, with the question that comes before it.
+    /// Measures the source folders, after the question about disk access.
     Q_INVOKABLE void measureSources();
     /// Measures them at once.
     Q_INVOKABLE void runMeasure();
-    /// Goes on with what the access sheet is on show for, without the access.
+    /// Performs the action that the access sheet asks about, without the access.
     Q_INVOKABLE void continueWithoutAccess();
-    /// Sends the user to the system's settings, and remembers what waits for them.
+    /// Opens the system's settings, and remembers the action that waits for the access.
     Q_INVOKABLE void requestAccessInSettings(DiskAccess::GatedAction action);
     Q_INVOKABLE void openFullDiskAccessSettings();
     /// Ends the program and starts it again.
     Q_INVOKABLE void relaunch();
-    /// What there is to do before the program ends: open sheets close, and settings are saved.
-    /// Waits for that, though not long.
+    /// Closes open sheets and saves the settings before the program ends. Waits for that, for a
+    /// limited time.
     Q_INVOKABLE void prepareToQuit();
-    /// The window is out of sight: whoever brings it back logs in anew for the key.
+    /// The window is hidden: the recovery kit closes, and the answer to an open login is ignored.
     Q_INVOKABLE void becomeHidden();
     /// The program has come to the front.
     Q_INVOKABLE void becomeActive();
@@ -122,19 +121,19 @@ public:
     Q_INVOKABLE void printRecoveryKit();
     /// Copies the key to the clipboard for one minute.
     Q_INVOKABLE void copyKey();
-    /// copyKey() behind the user's login.
+    /// copyKey() after the user's login.
     Q_INVOKABLE void requestKeyCopy();
-    /// The user has the key in a safe place. A backup that waited for that starts. Does nothing
-    /// while another key is about to come to be in use.
+    /// Records that the user has saved the key, and starts the backup that waited for that. Does
+    /// nothing while the key is being changed.
     Q_INVOKABLE void confirmKeySaved();
-    /// Takes back the previous key, behind the user's login.
+    /// Restores the previous key, after the user's login.
     Q_INVOKABLE void requestPreviousKey();
 
     // As the functions of EncryptionKey.
     void useKey(const QString &typed, const KeyResult &done);
     void replaceKey(const QString &key, const KeyResult &done);
     void install(const QString &key, bool saved, const KeyResult &done);
-    /// Runs an action behind the user's login, or at once where there is no way to log in.
+    /// Runs an action after the user's login, or at once where there is no way to log in.
     void authenticated(OwnerReason reason, const std::function<void()> &action);
 
 Q_SIGNALS:
@@ -145,7 +144,7 @@ Q_SIGNALS:
     /// A backup that was asked for doesn't start; the window explains, or asks for, what is
     /// missing.
     void backupHindered();
-    /// What follows from settings, history, repositories and the time may have changed.
+    /// Something derived from settings, history, repositories or the time may have changed.
     void summaryChanged();
 
 private:
@@ -169,5 +168,5 @@ private:
     std::optional<ForeignBackup> m_foreign;
     bool m_isShowingForeignWizard = false;
     bool m_isBackupAfterKit = false; ///< a backup waits for the key to be saved
-    quint64 m_absences = 0;          ///< number of times that the window went out of sight
+    quint64 m_absences = 0;          ///< how often the window was hidden
 };

@@ -11,24 +11,24 @@
 #include <type_traits>
 #include <utility>
 
-/// Work that waits for tools, disks and networks, away from the thread of the window. A small value
-/// that is copied freely.
+/// Work that waits for tools, disks and networks, away from the window's thread. A small value that
+/// is copied freely.
 ///
-/// What runs there takes copies of all that it needs and knows nothing of its owner. What comes of
-/// it is handed over on the owner's thread, by the owner's event loop, and only while the owner
-/// lives: an owner may be destroyed at any time, without waiting. Nothing here is ever interrupted;
-/// a program that ends doesn't wait for it either.
+/// The work takes copies of all that it needs and knows nothing of its owner. Its results are
+/// delivered on the owner's thread, by the owner's event loop, and only while the owner exists: an
+/// owner may be destroyed at any time, without waiting. Work is never interrupted; a program that
+/// ends doesn't wait for it either.
 class Background
 {
 public:
-    /// How work is done. Whatever the program itself starts is done on threads.
+    /// How work is done. The program always uses threads; the others are for tests and galleries.
     enum class Manner {
         OnThreads,
-        AtOnce, ///< before the call returns, its result included
-        Never,  ///< not at all, as if it took for ever
+        AtOnce, ///< before the call returns, including the delivery of the result
+        Never,  ///< not at all, as if the work never ended
     };
 
-    /// Work that must come in the order in which it was asked for: one thread for each.
+    /// Work that must be done in the order in which it was requested: one thread for each lane.
     enum class Lane { Keys, Settings, Schedule };
 
     explicit Background(Manner manner = Manner::OnThreads)
@@ -36,18 +36,18 @@ public:
     {
     }
 
-    /// To be called while there is one thread only: the children that this work starts get the
-    /// environment as it is now.
+    /// To be called while there is only one thread: child processes get the environment of this
+    /// moment.
     static void begin();
 
-    /// Waits until all work on threads has ended, delivered or not. For tests and for orderly ends.
+    /// Waits until all work on threads has ended, delivered or not. For tests.
     static void waitForAll();
 
-    /// For the program's end: waits until settings and schedule are as they should be, at most so
-    /// long. False when any work is under way after that.
+    /// For the program's end: waits for the lanes of settings and schedule, at most so long. False
+    /// when any work is still under way after that.
     static bool endsWithin(std::chrono::milliseconds patience);
 
-    /// The threads. There are as many as there is work, which mostly waits.
+    /// The threads outside of the lanes: one for each piece of work, as work mostly waits.
     static QThreadPool &threads();
 
     /// Runs `work()` and forgets it.
@@ -57,14 +57,14 @@ public:
         start(threads(), std::function<void()>(std::move(work)));
     }
 
-    /// Runs `work()` when all that was handed to the lane before has ended, and forgets it.
+    /// Runs `work()` after all earlier work of the lane, and forgets it.
     template <typename Work>
     void runInOrder(Lane lane, Work work) const
     {
         start(threadOf(lane), std::function<void()>(std::move(work)));
     }
 
-    /// Runs `work(report)`. Each value that it passes to `report` comes to `receive`, in their
+    /// Runs `work(report)`. `receive` gets each value that the work passes to `report`, in their
     /// order; `finish` is called after the last.
     template <typename Report, typename Work, typename Receive, typename Finish>
     void runReporting(QObject *owner, Work work, Receive receive, Finish finish) const
@@ -80,19 +80,19 @@ public:
         run(threads(), owner, std::move(work), std::move(deliver));
     }
 
-    /// The same when all that was handed to the lane before has ended.
+    /// The same after all earlier work of the lane.
     template <typename Work, typename Deliver>
     void runInOrder(Lane lane, QObject *owner, Work work, Deliver deliver) const
     {
         run(threadOf(lane), owner, std::move(work), std::move(deliver));
     }
 
-    /// Waits until all that was handed to a lane has ended, at most so long.
+    /// Waits until all work of a lane has ended, at most so long.
     void waitFor(Lane lane, std::chrono::milliseconds patience) const;
 
 private:
-    /// What one thread has done under it, the next one sees. Qt's own locks see to that already;
-    /// but the thread sanitizer can't know of them, as the system's Qt isn't built with it.
+    /// For the thread sanitizer alone: a lock that it can see. Qt's own locks order the accesses
+    /// already, but the system's Qt isn't built with the sanitizer.
     class HandOver
     {
 #ifdef __SANITIZE_THREAD__
@@ -103,7 +103,7 @@ private:
         std::unique_lock<std::mutex> m_lock;
 #else
     public:
-        HandOver() {} // NOLINT(modernize-use-equals-default): used for its life alone
+        HandOver() {} // NOLINT(modernize-use-equals-default): used for its lifetime alone
 #endif
     };
 
@@ -133,10 +133,10 @@ private:
             });
             return;
         }
-        // With a watcher and not by QFuture::then(owner, …), which ends a debug build of Qt 6.4
-        // when the owner has gone.
+        // Not by QFuture::then(owner, …): it aborts in debug builds of Qt 6.4 when the owner has
+        // been destroyed.
         const auto promise = std::make_shared<QPromise<Report>>();
-        // Dies with the owner, and so does what follows.
+        // Destroyed with the owner, which ends the delivery.
         auto *watcher = new QFutureWatcher<Report>(owner);
         QObject::connect(watcher, &QFutureWatcherBase::resultReadyAt, owner,
                          [watcher, receive = std::move(receive)](int index) {

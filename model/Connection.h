@@ -22,7 +22,7 @@ public:
     bool connected = false;             ///< an account is set up
     bool connecting = false;            ///< a connection is being made
     QString error;                      ///< why the last one failed, as it is shown
-    std::optional<Rclone::Quota> quota; ///< the room there, where the place tells of it
+    std::optional<Rclone::Quota> quota; ///< absent when the place doesn't report it
     QString versioning;                 ///< rclone's word for the versioning of an S3 bucket
 
     bool operator==(const Connection &) const = default;

@@ -11,8 +11,8 @@
 
 /// The accounts on the remote places.
 ///
-/// Each place has a generation, which disconnecting, switching it off and a new key raise. What was
-/// asked in an earlier generation comes too late and is asked anew.
+/// Each place has a generation number, which disconnecting, switching off and a new key raise. An
+/// answer to a question of an earlier generation is dropped, and the question is asked again.
 class Connections final : public QObject
 {
     Q_OBJECT

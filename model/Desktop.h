@@ -13,25 +13,24 @@
 /// What the model needs of the desktop around it: panels, the clipboard, the user's login, other
 /// programs, time. The window hands in the real one, tests one of their own.
 ///
-/// But for one, all calls come from the model's thread and return soon; answers that take a
-/// user's time come later, by a function that is called once on that same thread, or at once if
-/// that is how it is. The functions may outlive the model. What needs no window toolkit has its
-/// real form here.
+/// All calls except hasFullDiskAccess() come from the model's thread and return soon. An answer
+/// that the user gives comes by a function, which is called once on that same thread, later or at
+/// once. The functions may outlive the model. What needs no window toolkit is implemented here.
 class Desktop
 {
 public:
-    /// How the question after the user's own login was answered.
+    /// How the user answered the question for their login.
     enum class Authentication {
         granted,
         refused,    ///< or cancelled
         impossible, ///< this machine has no way to ask
     };
 
-    /// How printing came out.
+    /// The result of printing.
     struct Printing
     {
         std::optional<QString> failure; ///< the reason, absent on success
-        std::optional<QString> file;    ///< the one that was written in place of paper
+        std::optional<QString> file;    ///< what was written instead of paper
     };
 
     Desktop() = default;
@@ -45,21 +44,21 @@ public:
     virtual void askSavePath(const QString &proposedName, const QString &message,
                              std::function<void(const std::optional<QString> &)> answer) = 0;
 
-    /// Prints a text with a dialog of the system, in a monospaced font of 12 points. A file in
-    /// place of paper is for its owner's eyes alone. There is no answer when the user cancelled.
+    /// Prints a text with a dialog of the system, in a monospaced font of 12 points. A file that is
+    /// printed to can be read by its owner alone. There is no answer when the user cancelled.
     virtual void print(const QString &text, std::function<void(const Printing &)> answer) = 0;
 
     /// Replaces the general clipboard by a text that clipboard managers are asked not to keep, and
     /// gives the clipboard's change count.
     virtual qint64 copyConcealed(const QString &text) = 0;
-    /// A number that is another one after each change of the clipboard, whoever made it.
+    /// A number that changes with each change of the clipboard by any program.
     virtual qint64 clipboardChangeCount() = 0;
     virtual void clearClipboard() = 0;
 
     /// Asks the user to log in.
     virtual void authenticate(OwnerReason reason, std::function<void(Authentication)> answer) = 0;
 
-    /// Opens the place in the system's settings where access to the whole disk is given.
+    /// Opens the page of the system's settings where access to the whole disk is granted.
     virtual void openPrivacySettings() = 0;
 
     /// Ends the program as its menu does.
@@ -74,10 +73,10 @@ public:
     /// Asks the system for the right to notify, without waiting for its answer.
     virtual void requestNotificationPermission();
 
-    /// Starts a program that goes on by itself: it gets this one's environment and folder, and the
+    /// Starts a program that outlives this one: it gets this one's environment and folder, and the
     /// null device for its output. False when it couldn't be started.
     virtual bool startDetached(const QString &program, const QStringList &arguments);
 
-    /// Calls a function later, on this thread, model or no model.
+    /// Calls a function later, on this thread, even if the model has been destroyed by then.
     virtual void after(std::chrono::milliseconds delay, std::function<void()> task);
 };

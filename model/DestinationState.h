@@ -8,7 +8,7 @@
 #include <QObject>
 #include <QString>
 
-/// A destination with all that a row about it shows.
+/// All that a row about a destination shows.
 struct DestinationState
 {
     Q_GADGET
@@ -29,7 +29,7 @@ public:
     bool enabled = false;
     QString stateText;
     Tone stateTone = Tone::Off;
-    bool known = false;             ///< whether anything is known of its repository
+    bool known = false;             ///< whether its repository has been read
     QList<QDateTime> snapshotDates; ///< of this machine's versions, newest first
     qint64 size = -1;               ///< bytes of the whole repository; -1 while not known
     QString error;                  ///< shown as it stands; empty when there is none

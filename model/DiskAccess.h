@@ -14,29 +14,30 @@ class DiskAccess final : public QObject
     Q_PROPERTY(GatedAction request READ request WRITE setRequest NOTIFY requestChanged FINAL)
 
 public:
-    /// What can wait for the access.
+    /// The actions that can wait for the access.
     enum class GatedAction { None, Backup, Measure };
     Q_ENUM(GatedAction)
 
     explicit DiskAccess(World world, QObject *parent = nullptr);
 
-    /// As it was found last; true until then.
+    /// The result of the last check; true before the first.
     [[nodiscard]] bool isGranted() const { return m_isGranted; }
-    /// The action that the access sheet is on show for.
+    /// The action that the access sheet asks about; None while the sheet is closed.
     [[nodiscard]] GatedAction request() const { return m_request; }
     void setRequest(GatedAction action);
 
-    /// Looks for the access anew. `done` is called when the answer is there.
+    /// Checks the access again. `done` is called when the result is known.
     void check(const std::function<void()> &done = {});
-    /// Keeps an action for when the user comes back from the system's settings with the access.
+    /// Remembers an action until the user comes back from the system's settings.
     void keep(GatedAction action);
-    /// Takes up what was kept, where the access is there by now and it isn't too old.
+    /// Emits resumed() for the action that was kept, if the access has been given and the action
+    /// isn't too old.
     Q_INVOKABLE void resume();
 
 Q_SIGNALS:
     void grantedChanged();
     void requestChanged();
-    /// What was kept can be done.
+    /// The action that was kept can be performed now.
     void resumed(DiskAccess::GatedAction action);
 
 private:

@@ -9,11 +9,11 @@
 #include <functional>
 #include <optional>
 
-/// The key of the repositories: the one in use, and the ways to another one. The secret store is
-/// asked away from the window's thread, one call at a time.
+/// The key of the repositories: the one in use, and how it is replaced. The secret store is asked
+/// away from the window's thread, one call at a time.
 ///
-/// A key counts as unconfirmed in the settings, on the disk, before it comes to be the one in use,
-/// so that no scheduled backup ever finds it where another one is confirmed.
+/// Before a new key is stored, the settings on disk are marked as unconfirmed, so that no scheduled
+/// backup uses a new key under the confirmation of the former one.
 class EncryptionKey final : public QObject
 {
     Q_OBJECT
@@ -34,35 +34,35 @@ public:
     [[nodiscard]] bool hasKey() const { return !m_value.isEmpty(); }
     /// The key in use; empty when the secret store didn't give it.
     [[nodiscard]] const QString &value() const { return m_value; }
-    /// What went wrong with the key last, as it is shown.
+    /// The last failure concerning the key, as it is shown; absent when there is none.
     [[nodiscard]] const std::optional<QString> &error() const { return m_error; }
     /// Whether a key is being tried on the destinations.
     [[nodiscard]] bool isChecking() const { return m_isChecking; }
-    /// Whether another key is about to come to be in use.
+    /// Whether the key in use is being replaced.
     [[nodiscard]] bool isChanging() const { return m_isChanging; }
     [[nodiscard]] bool hasPrevious() const { return m_hasPrevious; }
     /// Whether the key was copied and the clipboard is still to be cleared.
     [[nodiscard]] bool isCopied() const { return m_isCopied; }
 
-    /// Asks the secret store for the key, and has one made where there is none. Not called twice at
-    /// once: a second call does nothing.
+    /// Asks the secret store for the key, and has one made if there is none. Does nothing while an
+    /// earlier call is under way.
     void read(const std::function<void()> &done);
     /// Copies the key to the clipboard for one minute.
     void copy();
-    /// What the user typed in: blanks at the ends don't count, nothing and the key in use change
-    /// nothing. `done` isn't called for nothing, nor while another key is on its way.
+    /// Replaces the key by what the user typed, without blanks at the ends. The key in use changes
+    /// nothing. `done` isn't called for an empty text, nor while the key is being replaced.
     void use(const QString &typed, const Result &done);
     /// Tries a key on every destination that can be reached and installs it if none refuses. Does
-    /// nothing while another key is on its way.
+    /// nothing while the key is being replaced.
     void replace(const QString &key, const Result &done);
-    /// Makes a key the key in use, the former one the previous one. `saved`: whether the user is
-    /// known to have it. Does nothing while another key is on its way.
+    /// Makes this the key in use and the former one the previous key. `saved`: whether the user is
+    /// known to have saved it. Does nothing while the key is being replaced.
     void install(const QString &key, bool saved, const Result &done);
-    /// Takes back the previous key.
+    /// Makes the previous key the key in use again.
     void goBack();
 
 Q_SIGNALS:
-    /// Another key is in use.
+    /// The key in use has changed.
     void changed();
     void errorChanged();
     void checkingChanged();

@@ -8,8 +8,8 @@
 #include <memory>
 #include <optional>
 
-/// What the engine, which is a process of its own, lets others see of it, and the one thing that
-/// can be asked of it.
+/// What can be seen of the engine, which is a process of its own, and the one request to it: to
+/// stop.
 class EngineFiles
 {
 public:
@@ -32,6 +32,6 @@ public:
     virtual void stop(const RunStatus &status) = 0;
     /// Where the files are, as the user reads it.
     virtual QString folder() = 0;
-    /// Why no run can leave anything, as the user reads it; absent when one can.
+    /// Why no run can write its files, as the user reads it; absent when it can.
     virtual std::optional<QString> fault() = 0;
 };

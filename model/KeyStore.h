@@ -15,7 +15,7 @@
 class KeyStore
 {
 public:
-    /// How an installation came out.
+    /// The result of an installation.
     struct Installation
     {
         std::optional<QString> error;    ///< absent on success
@@ -34,7 +34,8 @@ public:
 
     /// The key in use.
     virtual StoredKey load() = 0;
-    /// The same, which is made first where there is none. It must count as unconfirmed by then.
+    /// The same, but makes a key first where there is none. The settings must be marked as
+    /// unconfirmed before.
     virtual StoredKey make() = 0;
     /// Makes a key the one in use, and `replaced` the previous one unless that is empty.
     virtual Installation install(const QString &key, const QString &replaced) = 0;

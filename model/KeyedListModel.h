@@ -9,12 +9,13 @@
 
 /// A list of gadgets for QML, identified by the value of one of their properties, the key.
 ///
-/// A new list takes the place of the old one by insertions, removals, moves and changes of rows, so
-/// that whoever shows a row keeps it for as long as its key is there. A list that takes more than
-/// `mostChanges` insertions, removals and moves is begun anew instead, as each of them costs as
-/// much as the list is long; changed rows in more places than that are reported as one stretch.
+/// A new list replaces the old one by insertions, removals, moves and changes of rows, so that a
+/// view keeps the delegate of a row for as long as its key is there. A list that would take more
+/// than `mostChanges` insertions, removals and moves resets the model instead, as each of them
+/// costs as much as the list is long; changed rows in more places than that are reported as one
+/// range.
 ///
-/// A row has a role for each of its properties, and the role `value` for all of it.
+/// A row has a role for each of its properties, and the role `value` for the whole gadget.
 class KeyedListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -23,11 +24,12 @@ class KeyedListModel : public QAbstractListModel
 public:
     static constexpr qsizetype mostChanges = 100;
 
-    /// `rowType` is a gadget's, and `key` the name of a property of it. Rows that share a key are
-    /// identified by their order: the second one in the old list is the second one in the new list.
+    /// `rowType` is the type of a gadget, `key` the name of one of its properties. Rows with the
+    /// same key are identified by their order: the second one of the old list is the second one of
+    /// the new list.
     KeyedListModel(QMetaType rowType, const char *key, QObject *parent = nullptr);
 
-    /// Makes the list this one. `Row` is the type of the rows; it can be compared with `==`.
+    /// Replaces the list. `Row` is the type of the rows; it can be compared with `==`.
     template <typename Row>
     void assign(const QList<Row> &rows)
     {

@@ -4,8 +4,8 @@
 
 #include <QObject>
 
-/// The system's question whether the user at the machine can log in once more, with its answer on
-/// this object's thread. The end of this object takes an open question back.
+/// Asks the user to log in again, by the system's own dialog. The answer comes on this object's
+/// thread. Destroying this object cancels an open question.
 class Login : public QObject
 {
     Q_OBJECT
@@ -13,15 +13,14 @@ class Login : public QObject
 public:
     Login();
 
-    /// Returns at once. A question that is still open is taken back first; its answer comes too,
-    /// as refused.
+    /// Returns at once. A question that is still open is cancelled first, and answered as refused.
     void ask(OwnerReason reason, std::function<void(Desktop::Authentication)> answer);
 
 Q_SIGNALS:
-    /// Private: from the thread on which the login was waited for to this object's.
+    /// Private: carries an answer from the thread that waited for the login to this object's.
     void answered(const std::function<void()> &deliver);
 
 private:
-    // Last, and so ended first: its thread hands answers to this object.
+    // Declared last and so destroyed first: its thread hands answers to this object.
     OwnerAuthentication m_owner;
 };

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-/// A line that reports how something came out. An empty text: there is nothing to report.
+/// A line that reports a result. An empty text: there is nothing to report.
 struct Notice
 {
     Q_GADGET

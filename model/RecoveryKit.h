@@ -10,7 +10,8 @@
 
 #include <optional>
 
-/// The sheet that gets the key out of this machine, so that the backups don't die with it.
+/// The sheet by which the user saves the key outside of this machine, so that the backups can be
+/// read after the machine is lost.
 class RecoveryKit final : public QObject
 {
     Q_OBJECT
@@ -22,14 +23,14 @@ public:
     RecoveryKit(World world, Settings &settings, EncryptionKey &key, QObject *parent = nullptr);
 
     [[nodiscard]] bool isShowing() const { return m_isShowing; }
-    /// Showing it asks the secret store once more where that gave no key.
+    /// Showing the sheet asks the secret store again if it gave no key before.
     void setShowing(bool showing);
-    /// How saving or printing it came out.
+    /// The result of saving or printing.
     [[nodiscard]] const std::optional<Notice> &notice() const { return m_notice; }
-    /// What is saved and printed. It holds the key.
+    /// The text to save or print. It contains the key.
     [[nodiscard]] QString text() const;
 
-    /// Asks for a place and saves it there.
+    /// Asks for a file name and saves the text there.
     void save();
     void print();
 

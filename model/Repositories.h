@@ -25,17 +25,18 @@ public:
     Repositories(World world, Settings &settings, EncryptionKey &key, RunWatch &run,
                  QObject *parent = nullptr);
 
-    /// What is known of the destinations in use. Nothing while there is no entry.
+    /// What is known of the destinations in use. Without an entry, nothing is known.
     [[nodiscard]] const QMap<DestinationID, RepoInfo> &all() const { return m_all; }
     [[nodiscard]] RepoInfo of(DestinationID destination) const { return m_all.value(destination); }
     [[nodiscard]] QString stateText(DestinationID destination) const;
     [[nodiscard]] Tone stateTone(DestinationID destination) const;
-    /// All three with all that a row about each shows, in their order.
+    /// All that a row about a destination shows, for all three in their order.
     [[nodiscard]] QList<DestinationState> destinations() const;
 
-    /// Lets them be read from now on, and reads all: the key is there, or can't be had.
+    /// Reads all repositories, and lets them be read from now on. To be called when the key is
+    /// known, or known to be out of reach.
     void begin();
-    /// Reads a destination's repository anew. What is on show stays on show meanwhile.
+    /// Reads a destination's repository again. The former values stay until then.
     void refresh(DestinationID destination);
     void refreshAll();
 
@@ -56,6 +57,6 @@ private:
     bool m_hasBegun = false;
     QMap<DestinationID, RepoInfo> m_all;
     QMap<DestinationID, int> m_uses; ///< how often each destination went out of use
-    QSet<QString> m_sought;          ///< repositories that are looked for now
-    QSet<QString> m_soughtAgain;     ///< those of them that are to be read anew after that
+    QSet<QString> m_sought;          ///< repositories whose availability is being checked
+    QSet<QString> m_soughtAgain;     ///< those of them to be read again after that
 };

@@ -13,8 +13,8 @@
 #include <functional>
 #include <optional>
 
-/// The run under way and those that were. A run is a process of its own: all that is known of it is
-/// read from the files that it leaves, away from the window's thread.
+/// The run under way and the history. A run is a process of its own: all that is known of it is
+/// read from the files that it writes, away from the window's thread.
 class RunWatch final : public QObject
 {
     Q_OBJECT
@@ -48,28 +48,28 @@ public:
     [[nodiscard]] std::optional<RunRecord> lastRecord(DestinationID destination) const;
     /// The newest verification.
     [[nodiscard]] std::optional<RunRecord> lastCheck() const;
-    /// The age of the last good backup while that is too old.
+    /// The age of the last good backup; absent while that isn't too old.
     [[nodiscard]] std::optional<QString> staleText() const;
     /// Why no backup can run: the support folder can't be written.
     [[nodiscard]] const std::optional<QString> &supportError() const { return m_supportError; }
 
-    /// Looks at the files of the engine, unless a look is under way. `done` is called when what was
-    /// found is there.
+    /// Reads the files of the engine, unless that is under way. `done` is called when the values
+    /// above are those of the files.
     void look(const std::function<void()> &done = {});
     [[nodiscard]] bool isLooking() const { return m_isLooking; }
 
-    /// Looks at one last thing before a start, and calls `start` if nothing is in the way.
+    /// A last check before a start: calls `start` if nothing prevents it.
     using Gate = std::function<void(const std::function<void()> &start)>;
 
-    /// Starts a backup, unless one is under way: this very program once more, which goes its own
-    /// way. The settings are on the disk before that, and the gate has been passed. It counts as
-    /// launching from now on, unless the support folder couldn't be written when it was last tried.
+    /// Starts a backup, unless one is under way: this program again, as a process that outlives
+    /// this one. The settings are saved and the gate is passed before that. It counts as launching
+    /// from now on, unless the support folder couldn't be written at the last check.
     void launch(const Gate &gate = {});
-    /// The launch under way comes to nothing.
+    /// Ends the launch under way.
     void giveUp() { setLaunching(false); }
     /// Asks the run under way to stop.
     void stop();
-    /// Looks whether the support folder can be written.
+    /// Checks whether the support folder can be written. `done` is called when that is known.
     void checkSupportFolder(const std::function<void()> &done = {});
 
 Q_SIGNALS:
@@ -79,11 +79,11 @@ Q_SIGNALS:
     void historyChanged();
     void staleTextChanged();
     void supportErrorChanged();
-    /// A launch came to nothing, as nothing could be started.
+    /// A launch failed, as the process couldn't be started.
     void launchFailed();
-    /// A run has come to its end.
+    /// A run has ended.
     void ended();
-    /// Another minute has begun: ages are to be told anew.
+    /// A new minute has begun: texts with ages are to be made again.
     void minutePassed();
 
 private:
@@ -115,10 +115,10 @@ private:
     bool m_launching = false;
     quint64 m_launch = 0; ///< number of the last launch from here
     bool m_isLooking = false;
-    QByteArray m_statusBytes;               ///< status.json as it was at the last look
-    std::optional<RunStatus> m_foundStatus; ///< what those bytes say
-    QByteArray m_historyBytes;              ///< history.json as it was at the last look
+    QByteArray m_statusBytes;               ///< status.json when it was last read
+    std::optional<RunStatus> m_foundStatus; ///< the status in those bytes
+    QByteArray m_historyBytes;              ///< history.json when it was last read
     QList<RunRecord> m_history;
-    qint64 m_minute = 0; ///< of the last look, since the epoch
+    qint64 m_minute = 0; ///< minutes since the epoch when the files were last read
     std::optional<QString> m_supportError;
 };

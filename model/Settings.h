@@ -8,11 +8,11 @@
 #include <chrono>
 #include <functional>
 
-/// The live copy of the settings, and its way to the disk.
+/// The settings in memory, and how they are saved.
 ///
-/// Changes are saved together, a moment after the first of them, on one thread and in their order;
-/// the schedule follows from there where it depends on what has changed. Nothing here waits, except
-/// finish().
+/// Changes are saved together, a moment after the first of them, on one thread and in their order.
+/// After that the schedule is updated if it depends on what has changed. Only the constructor and
+/// finish() wait.
 class Settings final : public QObject
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ class Settings final : public QObject
 public:
     /// Reads the settings before it returns.
     explicit Settings(World world, QObject *parent = nullptr);
-    /// Hands over what isn't saved yet, and doesn't wait for it.
+    /// Saves unsaved changes in the background, and doesn't wait for that.
     ~Settings() override;
     Q_DISABLE_COPY_MOVE(Settings)
 
@@ -28,12 +28,12 @@ public:
     void setConfig(const AppConfig &config);
     void setKeySaved(bool saved);
 
-    /// Saves what isn't saved yet without further delay. `done` gets the settings as they are on
-    /// the disk after that, and isn't called when the owner has gone by then.
+    /// Saves unsaved changes without further delay. `done` gets the settings as they are on the
+    /// disk after that, and isn't called when this object has been destroyed by then.
     void flush(const std::function<void(const AppConfig &onDisk)> &done);
 
-    /// Saves what isn't saved yet, and waits for that and all that was handed to the same thread,
-    /// though at most so long. For the program's end.
+    /// Saves unsaved changes, and waits for that and for earlier work of the same thread, at most
+    /// so long. For the program's end.
     void finish(std::chrono::milliseconds patience);
 
     /// Brings the schedule in line with the settings, whether they have changed or not.
@@ -49,6 +49,6 @@ private:
     const World m_world;
     AppConfig m_config;
     bool m_isUnsaved = false;
-    bool m_isDelayed = false;       ///< a save comes a moment later
-    bool m_changesSchedule = false; ///< by what isn't saved yet
+    bool m_isDelayed = false;       ///< a timer for the next save is running
+    bool m_changesSchedule = false; ///< the schedule depends on unsaved changes
 };

@@ -22,6 +22,6 @@ public:
     virtual AppConfig load() = 0;
     /// Replaces them; false when that failed. Waits for the disk.
     virtual bool save(const AppConfig &config) = 0;
-    /// Deletes what a writer that was killed has left. Only where nobody else saves.
+    /// Deletes temporary files of a writer that was killed. Only while nobody else saves.
     virtual void removeAbandoned() = 0;
 };

@@ -13,8 +13,8 @@
 
 #include <optional>
 
-/// Whether the destinations will hold: arithmetic on what is known at one moment. All sizes are in
-/// bytes.
+/// Whether the space at the destinations will suffice, computed from what is known at one moment.
+/// All sizes are in bytes.
 struct SpaceForecast
 {
     QDateTime now;
@@ -29,17 +29,17 @@ struct SpaceForecast
     /// Absent when it isn't known.
     [[nodiscard]] std::optional<qint64> freeSpace(DestinationID destination) const;
 
-    /// All sources together; absent unless there are some and each has been measured, as the sum of
-    /// a part would be a wrong promise.
+    /// All sources together; absent unless there are some and each has been measured, as a partial
+    /// sum would be misleading.
     [[nodiscard]] std::optional<qint64> sourceTotal() const;
 
-    /// What a day adds to the repository, on average over at most 30 days; absent before there are
-    /// good runs of a day. A run that added half of the repository or more is an upload of all, and
-    /// says nothing of that.
+    /// The average growth of the repository per day, over at most 30 days; absent until the good
+    /// runs span a day. A run that added half of the repository or more is taken for a full upload
+    /// and isn't counted.
     [[nodiscard]] std::optional<double> growthPerDay(DestinationID destination) const;
 
-    /// What the largest repository will weigh when the oldest versions begin to go (after five
-    /// years where none goes); absent when only the last is kept, or no growth is known.
+    /// The size of the largest repository when its oldest versions begin to be removed (after five
+    /// years where none is removed); absent when only the last is kept, or no growth is known.
     [[nodiscard]] std::optional<qint64> measuredProjection() const;
 
     /// The line about a destination; absent when there is nothing to say.

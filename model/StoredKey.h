@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/// What the secret store says of the repositories' key, at one moment.
+/// The secret store's answer to the question for the repositories' key.
 struct StoredKey
 {
     QString key;                  ///< empty when the store didn't give it
@@ -12,9 +12,9 @@ struct StoredKey
     bool hasPrevious = false;     ///< whether the store has the key before this one, too
     std::optional<QString> error; ///< the sentence to show when the store failed
 
-    /// Asks for it. Waits for the store, which may wait for the user: not for the window's
-    /// thread.
+    /// Asks the store. Waits for it, and it may wait for the user: not for the window's thread.
     static StoredKey load();
-    /// Has the store make one, which mustn't count as confirmed by then. Waits likewise.
+    /// The same, but has a key made if there is none. The settings must be marked as unconfirmed
+    /// before.
     static StoredKey make();
 };

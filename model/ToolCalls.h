@@ -34,24 +34,24 @@ public:
 
     /// Whether a repository's place can be reached.
     virtual bool isAvailable(const Restic &restic) = 0;
-    /// The repository as it is: the versions of this machine, and the size of the whole.
+    /// Reads the repository: the versions of this machine, and the size of the whole.
     virtual RepoInfo read(const Restic &restic) = 0;
-    /// Whether the repository says that the key isn't its own. What isn't there, or says anything
-    /// else, refuses nothing.
+    /// Whether the repository reports that the key is wrong. False when it can't be reached, or
+    /// fails for a different reason.
     virtual bool refusesKey(const Restic &restic) = 0;
 
     virtual Accounts accounts() = 0;
-    /// The room on a remote; absent when it doesn't tell.
+    /// The room on a remote; absent when it doesn't report that.
     virtual std::optional<Rclone::Quota> quota(const QString &remote) = 0;
     /// rclone's word for the versioning of a bucket of the private server; absent when it has none.
     virtual std::optional<QString> versioning(const QString &bucket) = 0;
 
-    /// Gives up the account on a remote place.
+    /// Removes the account on a remote place.
     virtual void disconnect(DestinationID destination) = 0;
 
     /// Deletes what tools of an earlier start have left. Before any of them is started.
     virtual void removeAbandoned() = 0;
-    /// Takes the host key of a server that was connected before host keys were kept.
+    /// Stores the host key of a server that was connected before host keys were stored.
     virtual void pinServer() = 0;
 
     /// Brings the system's periodic job in line with the settings.

@@ -9,9 +9,9 @@ namespace UserDefaults {
 
 /// Sizes of the source folders, a map from path to bytes.
 inline constexpr QLatin1String sourceSizes("sourceSizes");
-/// What is to be taken up when the user comes back from the system's settings.
+/// The action to resume when the user comes back from the system's settings.
 inline constexpr QLatin1String pendingAction("pendingAction");
-/// When they were sent there.
+/// When the user was sent there.
 inline constexpr QLatin1String pendingActionDate("pendingActionDate");
 
 /// Invalid when there is none.

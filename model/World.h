@@ -11,10 +11,10 @@
 
 #include <memory>
 
-/// All that the model uses of what lies outside of it. The program hands in the real one; a gallery
-/// hands in a prepared one, and nothing that is done there reaches anything real.
+/// All interfaces by which the model reaches what is outside of it. The program hands in the real
+/// ones; a gallery hands in prepared ones, by which nothing real can be reached.
 ///
-/// A small value: copies share the same things. None of them is absent.
+/// A small value: copies share the same objects. No pointer is null.
 struct World
 {
     std::shared_ptr<Desktop> desktop;
@@ -26,6 +26,6 @@ struct World
     std::shared_ptr<Disks> disks;
     Background background;
 
-    /// The real one around a desktop.
+    /// The real interfaces, with the given desktop.
     static World real(std::shared_ptr<Desktop> desktop);
 };

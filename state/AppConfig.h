@@ -20,8 +20,8 @@ struct RetentionOption
     QString shortLabel;
 };
 
-/// The user's settings: a plain value, kept in config.json. A new value holds the defaults of this
-/// moment. The secret of a server is never here; the secret of a Drive client of one's own is.
+/// The user's settings: a plain value, kept in config.json. A new value holds the defaults. The
+/// secret of a server is never stored here, but the secret of the user's own Drive client is.
 ///
 /// A setting is a field and its property: config.json and QML have it under the property's name.
 struct AppConfig
@@ -70,7 +70,7 @@ public:
 
     bool driveEnabled = false;
     QString driveFolder = QLatin1String("Vellomar/") + Paths::hostname();
-    QString driveClientID; ///< OAuth client of one's own, empty means rclone's
+    QString driveClientID; ///< the user's own OAuth client, empty means rclone's
     QString driveClientSecret;
 
     bool autoBackup = true;      ///< the schedule is wanted
@@ -102,7 +102,7 @@ public:
 
     [[nodiscard]] QJsonObject toJSON() const;
 
-    /// Strict: all keys must be there with the right types; others are passed over.
+    /// Strict: all keys must be there with the right types; unknown keys are ignored.
     static std::optional<AppConfig> fromJSON(const QJsonObject &object);
 
 private:

@@ -17,7 +17,8 @@ struct MountedRepository
     bool operator==(const MountedRepository &) const = default;
 };
 
-/// What the engine remembers from run to run. The maps go by the destinations' raw values.
+/// What the engine remembers from run to run. The keys of the maps are the destinations' raw
+/// values, unless noted.
 struct EngineState
 {
     QMap<QString, QDateTime> lastPrune; ///< last retention run that pruned
@@ -26,14 +27,14 @@ struct EngineState
     /// The local repository, if it lies on a disk of its own; absent when it doesn't, or when that
     /// isn't known.
     std::optional<MountedRepository> localDisk = {};
-    /// No version of a repository has a later date than this; by the repository as restic names it.
-    /// One that isn't here may have versions of any date.
+    /// The latest date of any version of a repository. The key is the repository as restic names
+    /// it; without an entry nothing is known of the dates.
     QMap<QString, QDateTime> newestVersion = {};
 
     bool operator==(const EngineState &) const = default;
 
-    /// Whether a date can be true at `now`. More than a day ahead it comes from a clock that was
-    /// once wrong, and counts as none.
+    /// Whether a stored date can be right. One that is more than a day after `now` comes from a
+    /// clock that was wrong, and counts as absent.
     static bool isCredible(const QDateTime &date, const QDateTime &now);
 
     /// Whether more than `interval` has passed at `now` since the last time, or there was none.

@@ -10,9 +10,9 @@
 #include <limits>
 #include <optional>
 
-/// Reads the fields of one JSON object strictly: a required key that is missing, or any key with a
-/// value of the wrong type or out of its range, spoils the reading as a whole. Read every field
-/// first, then ask isGood() once; the values of a spoilt reading mean nothing.
+/// Reads the fields of one JSON object strictly: it fails as a whole when a required key is
+/// missing, or any value has the wrong type or is out of range. Read every field first, then ask
+/// isGood() once; after a failure the values are unusable.
 class JSONReader
 {
 public:
@@ -48,7 +48,7 @@ public:
         return *value;
     }
 
-    /// Optional fields: a missing key or a null is absent, and spoils nothing.
+    /// Optional fields: absent for a missing key and for null, without a failure.
     std::optional<QString> optionalText(const char *key);
     std::optional<qint64> optionalInteger(const char *key);
     std::optional<QDateTime> optionalDate(const char *key);

@@ -8,19 +8,19 @@
 
 #include <tl/expected.hpp>
 
-/// Why the secret store didn't serve.
+/// Why the secret store failed.
 struct KeychainError
 {
     std::int32_t status = 0; ///< the platform's own result code
 
     bool operator==(const KeychainError &) const = default;
 
-    /// What the person reads; it holds the code.
+    /// What the user reads; it contains the code.
     [[nodiscard]] QString message() const;
 };
 
-/// The program's keys in the platform's secret store, under the service "it.vellomar.app". They
-/// stand nowhere else on disk. Items are replaced, never removed. Stateless, so any thread and any
+/// The program's keys in the platform's secret store, under the service "it.vellomar.app". They are
+/// stored nowhere else on disk. Items are replaced, never removed. Stateless, so any thread and any
 /// process may use it; only the window's process may create the repository's key.
 namespace Keychain {
 
@@ -40,7 +40,7 @@ tl::expected<void, KeychainError> write(const QString &value, const QString &acc
 /// The value of an item, which is made and stored first when there is none.
 tl::expected<QString, KeychainError> loadOrCreate(const QString &account);
 
-/// A new key of 32 characters out of 56 that can't be taken for one another (about 185.8 bits),
+/// A new key of 32 characters out of 56 that aren't easily confused (about 185.8 bits),
 /// drawn without bias from `random`, a source of uniform 64-bit numbers.
 QString generateKey(const std::function<quint64()> &random);
 

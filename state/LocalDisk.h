@@ -4,9 +4,9 @@
 
 /// Whether the disk of the local repository is there.
 ///
-/// A mount point may stay when its disk goes, and leads to a folder of the system's disk then. So
+/// A mount point may remain when its disk is removed, and is then a folder of the system's disk. So
 /// the engine remembers in state.json that a repository lay on a disk of its own, and where that
-/// was mounted. Another folder in the settings makes this a thing of the past.
+/// was mounted. That no longer counts when the settings name a different folder.
 namespace LocalDisk {
 
 /// Whether the repository at this path once lay on a disk of its own, and doesn't now.

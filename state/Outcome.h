@@ -18,7 +18,7 @@ Q_ENUM_NS(Outcome)
 /// What the user reads for an outcome.
 QString label(Outcome outcome);
 
-/// Whether a run with this outcome left a new version behind.
+/// Whether a run with this outcome has made a new version.
 bool isGood(Outcome outcome);
 
 } // namespace Outcomes

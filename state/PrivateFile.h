@@ -6,14 +6,14 @@
 
 #include <optional>
 
-/// Files of the user's choice that nobody else is to read.
+/// Files that only the user may read, at a path of the user's choice.
 namespace PrivateFile {
 
 inline constexpr QFileDevice::Permissions ownerOnly =
     QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
-/// Writes a file whole, for its owner's eyes alone from its first byte, in place of one that may be
-/// there. Absent on success, otherwise the system's description.
+/// Writes or replaces a file atomically; only its owner may ever read it, even while it is written.
+/// Absent on success, otherwise the system's description of the failure.
 std::optional<QString> write(const QString &path, const QByteArray &content);
 
 } // namespace PrivateFile

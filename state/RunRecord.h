@@ -24,7 +24,7 @@ struct RunRecord
     Q_PROPERTY(qint64 filesChanged MEMBER filesChanged FINAL)
     Q_PROPERTY(qint64 dataAdded MEMBER dataAdded FINAL)
     Q_PROPERTY(double duration MEMBER duration FINAL)
-    // QML reads what follows below in its place.
+    // QML reads `verification` instead.
     Q_PROPERTY(std::optional<QString> kind MEMBER kind SCRIPTABLE false FINAL)
     Q_PROPERTY(bool verification READ isVerification STORED false FINAL)
     Q_PROPERTY(QString destinationTitle READ destinationTitle STORED false FINAL)

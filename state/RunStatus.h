@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <optional>
 
-/// The live state of a running backup, as the engine leaves it for whoever looks.
+/// The live state of a running backup, as the engine writes it to status.json.
 struct RunStatus
 {
     Q_GADGET
@@ -23,7 +23,7 @@ struct RunStatus
     Q_PROPERTY(qint64 totalFiles MEMBER totalFiles FINAL)
     Q_PROPERTY(qint64 bytesDone MEMBER bytesDone FINAL)
     Q_PROPERTY(qint64 totalBytes MEMBER totalBytes FINAL)
-    // The sentences about a run are made below QML, which has no type for these two.
+    // QML has no type for these two; the sentences about a run are made in C++.
     Q_PROPERTY(
         std::optional<qint64> secondsRemaining MEMBER secondsRemaining SCRIPTABLE false FINAL)
     Q_PROPERTY(std::optional<QString> currentFile MEMBER currentFile SCRIPTABLE false FINAL)
@@ -49,9 +49,9 @@ public:
     /// The status of a run by this process that has just begun.
     static RunStatus starting(DestinationID destination, const QDateTime &startedAt);
 
-    /// Whether the process that wrote this still runs this program for a backup. This very process
-    /// doesn't count, nor one of its threads, and neither does a program of another name, or
-    /// without a backup, under a recycled process id.
+    /// Whether the process that wrote this still runs this program for a backup. False for the
+    /// current process and its threads, and where the process id now belongs to a different
+    /// program, or to this program without a backup.
     [[nodiscard]] bool isAlive() const;
 
     [[nodiscard]] QJsonObject toJSON() const;

@@ -4,14 +4,14 @@
 
 #include <optional>
 
-/// Whether the support folder serves its purpose.
+/// Whether the support folder can be written.
 namespace SupportFolder {
 
 /// Why no file can be made in it, as the user reads it ("permesso negato"); absent when one can.
-/// Finds out by making a file and deleting it: not for the window's thread.
+/// Waits for the disk, as it makes a file and deletes it: not for the window's thread.
 std::optional<QString> fault();
 
-/// The user's words for an error number of the system that a file of the folder met with.
+/// The words for an `errno` of a file in this folder, as the user reads them.
 QString words(int error);
 
 } // namespace SupportFolder
