@@ -35,7 +35,7 @@ UDate instant(const QDateTime &date)
     return static_cast<UDate>(date.toMSecsSinceEpoch());
 }
 
-/// What ICU takes long to make, kept for as long as language and region stay the same.
+/// The ICU objects that are slow to make, kept for as long as language and region stay the same.
 class Formatters
 {
 public:
@@ -52,7 +52,7 @@ public:
     [[nodiscard]] const icu::Locale &locale() const { return m_locale; }
     [[nodiscard]] icu::RelativeDateTimeFormatter &relative() { return m_relative; }
 
-    /// A calendar in the person's time zone of this very moment.
+    /// A calendar in the user's current time zone.
     icu::Calendar *calendar()
     {
         if (m_calendar) {
@@ -73,7 +73,7 @@ public:
             }
         }
         if (!format) {
-            // Without its data ICU knows no words; the international form is understood anywhere.
+            // Without its data ICU has no words; the international form is understood anywhere.
             return date.toLocalTime().toString(Qt::ISODate);
         }
         format->adoptTimeZone(icu::TimeZone::detectHostTimeZone());
@@ -91,7 +91,7 @@ private:
     std::map<std::string, std::unique_ptr<icu::SimpleDateFormat>> m_formats;
 };
 
-// ICU's look at the host's time zone isn't made for two threads either.
+// Also for ICU's detection of the host's time zone, which isn't thread-safe.
 std::mutex mutex; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 QStringList &localisations()
@@ -124,7 +124,7 @@ QString formatted(const char *skeleton, const QDateTime &date)
     return formatters().formatted(skeleton, date);
 }
 
-/// Whole days from one moment's day to another's, as the person's calendar counts them.
+/// Whole days from the day of one date to that of the other, by the user's calendar.
 int daysBetween(const QDateTime &from, const QDateTime &to)
 {
     const std::lock_guard lock(mutex);
@@ -145,7 +145,7 @@ struct SizeUnit
 {
     icu::MeasureUnit (*unit)();
     double bytes;
-    int digits; ///< behind the comma
+    int digits; ///< after the decimal comma
 };
 
 const std::array<SizeUnit, 6> &sizeUnits()
@@ -161,7 +161,7 @@ const std::array<SizeUnit, 6> &sizeUnits()
     return units;
 }
 
-/// The unit in which a size reads below a thousand once it is rounded.
+/// The smallest unit in which the rounded size is below a thousand.
 const SizeUnit &sizeUnit(double bytes)
 {
     for (const SizeUnit &unit : sizeUnits()) {
@@ -173,7 +173,7 @@ const SizeUnit &sizeUnit(double bytes)
     return sizeUnits().back();
 }
 
-/// The word for nothing as it begins a text: "Zero".
+/// The word for 0 with a capital letter: "Zero".
 icu::UnicodeString zeroWord(const icu::Locale &locale)
 {
     UErrorCode failure = U_ZERO_ERROR;
@@ -266,7 +266,7 @@ QString Fmt::since(const QDateTime &date)
 
 QString Fmt::duration(double seconds)
 {
-    // A length that no file of ours could hold honestly must not overflow either.
+    // An absurd duration in a file must not overflow either.
     constexpr double most = 1e15;
     const auto whole =
         static_cast<qint64>(std::isnan(seconds) ? 0.0 : std::clamp(seconds, -most, most));

@@ -51,7 +51,7 @@ QUuid JSONReader::id(const char *key)
 {
     const QString plain = text(key);
     const QUuid id = QUuid::fromString(plain);
-    // Qt passes over what follows a good beginning, and takes braces.
+    // Qt also accepts braces, and anything after a valid beginning.
     m_good = m_good && id.toString(QUuid::WithoutBraces).compare(plain, Qt::CaseInsensitive) == 0;
     return id;
 }
@@ -119,7 +119,8 @@ QDateTime JSONReader::dateOf(const QJsonValue &value)
 
 qint64 JSONReader::integerWithin(const QJsonValue &value, qint64 least, qint64 most)
 {
-    // toInteger gives its default for anything but a whole number: two defaults tell it apart.
+    // toInteger returns its default for anything but a whole number; if two different defaults
+    // give the same result, that is the number.
     const qint64 number = value.toInteger(0);
     const bool whole = value.isDouble() && number == value.toInteger(1);
     m_good = m_good && whole && number >= least && number <= most;

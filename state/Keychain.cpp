@@ -43,8 +43,8 @@ tl::expected<std::optional<QString>, KeychainError> Keychain::read(const QString
     if (match.status != 0 || !match.data) {
         return tl::unexpected(KeychainError{match.status});
     }
-    // No secret may become another: a leading U+FEFF isn't dropped, as QString::fromUtf8 does, nor
-    // a last character that is cut off, which would be waiting for its other bytes.
+    // Different bytes must give different secrets: a leading U+FEFF stays, which QString::fromUtf8
+    // would drop, and so does an incomplete last character.
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
                                                     QStringDecoder::Flag::ConvertInitialBom);
     return QString(decode(*match.data));

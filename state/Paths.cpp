@@ -79,7 +79,7 @@ QString Paths::abbreviatedHome(const QString &path)
 
 std::optional<QString> Paths::volume(const QString &path)
 {
-    // An empty path is the current folder, as for a file URL.
+    // An empty path means the current folder, as in a file URL.
     QString existing = QDir::cleanPath(QDir::current().absoluteFilePath(path));
     while (!QFileInfo::exists(existing)) {
         const QString parent = QFileInfo(existing).path();

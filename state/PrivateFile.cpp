@@ -8,10 +8,9 @@ std::optional<QString> PrivateFile::write(const QString &path, const QByteArray 
     if (!file.open(QIODevice::WriteOnly)) {
         return file.errorString();
     }
-    file.setPermissions(ownerOnly); // not every disk knows of owners
+    file.setPermissions(ownerOnly); // may fail: not every file system has owners
     file.write(content);
-    // Qt doesn't look at what the last flush of a commit says, and would put an empty file in
-    // place.
+    // commit() ignores a failure of its own flush, and would put an empty file in place.
     if (!file.flush()) {
         const QString reason = file.errorString();
         file.cancelWriting();

@@ -9,7 +9,7 @@ QString keptAccount(qsizetype number)
     return QStringLiteral("repository-key-earlier-%1").arg(number);
 }
 
-/// All that are kept, the newest last.
+/// All older keys that are kept, the newest last.
 tl::expected<QStringList, KeychainError> allKept()
 {
     QStringList kept;
@@ -51,7 +51,7 @@ tl::expected<void, KeychainError> RepositoryKeys::install(const QString &key,
         return tl::unexpected(previous.error());
     }
     const bool movesAside = !replaced.isEmpty();
-    // It needn't be the one that is replaced: whoever calls may not have been able to read it.
+    // The stored key may differ from `replaced`, when the caller couldn't read it.
     if (*stored && *stored != key && *stored != replaced) {
         if (const auto kept = keep(**stored); !kept) {
             return kept;
@@ -69,7 +69,7 @@ tl::expected<void, KeychainError> RepositoryKeys::install(const QString &key,
     }
     const auto written = Keychain::write(key, Keychain::repositoryKey);
     if (!written && movesAside && *previous) {
-        // If this is refused too it is kept, and found there.
+        // If this is refused too, the previous key has already been kept above.
         static_cast<void>(Keychain::write(**previous, Keychain::previousRepositoryKey));
     }
     return written;

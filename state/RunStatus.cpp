@@ -20,13 +20,14 @@ RunStatus RunStatus::starting(DestinationID destination, const QDateTime &starte
 
 bool RunStatus::isAlive() const
 {
-    // Ids from 0 down name groups of processes, not one.
+    // Ids of 0 and below mean process groups.
     if (pid <= 0 || pid == ::getpid() || ::kill(pid, 0) != 0) {
         return false;
     }
     const std::optional<QString> theirs = executablePath(pid);
     const std::optional<QString> ours = ownExecutablePath();
-    // A status that a power cut has left may name a window, or a secret's delivery.
+    // After a power cut the process id of an old status may be that of a window, or of this
+    // program delivering a secret.
     return theirs && ours && QFileInfo(*theirs).fileName() == QFileInfo(*ours).fileName() &&
            wasStartedWith(pid, "--backup");
 }

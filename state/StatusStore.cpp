@@ -73,7 +73,8 @@ QString logLine(const RunRecord &record)
 
 void StatusStore::write(const RunStatus &status)
 {
-    // A run doesn't outlive the machine, and a busy disk must not hold up who reads its tool.
+    // Without fsync: a status means nothing after a power cut, and a busy disk must not delay the
+    // thread that reads the tool's output.
     AtomicFile::write(statusFile(), JSONFile::encode(QJsonDocument(status.toJSON())),
                       AtomicFile::Lasting::whileRunning);
 }
