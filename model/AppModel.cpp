@@ -34,8 +34,8 @@ void AppModel::connectParts()
     connect(&m_access, &DiskAccess::resumed, this, &AppModel::perform);
 }
 
-// How the model comes up. The keyring may wait for its user, and it comes first: what follows needs
-// the key. All of that goes on behind a window that is already there.
+// The keyring comes first, as all that follows needs the key, and it may wait for the user. The
+// window is open meanwhile.
 void AppModel::begin()
 {
     m_key.read([this] {
@@ -52,7 +52,7 @@ void AppModel::begin()
 
 void AppModel::goOn()
 {
-    // Where this file is written: what another thread took for abandoned may be new.
+    // On the thread that saves the settings: on any other, this could delete a file being written.
     m_world.background.runInOrder(Background::Lane::Settings,
                                   [settings = m_world.settings] { settings->removeAbandoned(); });
     m_world.background.run([tools = m_world.tools] { tools->pinServer(); });
@@ -136,13 +136,14 @@ void AppModel::startBackup()
         return;
     }
     if (!config().keySaved) {
-        // No backup before the user has the key in hand.
+        // No backup before the user has saved the key.
         m_isBackupAfterKit = true;
         m_kit.setShowing(true);
         Q_EMIT backupHindered();
         return;
     }
-    // By what was found last, so that it shows at once; and looked at anew before the start.
+    // The last result decides at first, so that the window reacts at once; the access is checked
+    // again before the start.
     const auto ask = [this](const std::function<void()> &start) {
         m_access.check([this, start] {
             if (!m_access.isGranted()) {
@@ -232,7 +233,7 @@ void AppModel::openFullDiskAccessSettings()
 void AppModel::relaunch()
 {
     if (const std::optional<QString> executable = ownExecutablePath()) {
-        // The shell outlives this process, and by then it is gone.
+        // The shell starts the program when this process has ended.
         m_world.desktop->startDetached(
             QStringLiteral("/bin/sh"),
             {QStringLiteral("-c"), QStringLiteral("sleep 1; exec \"$0\""), *executable});
@@ -240,7 +241,7 @@ void AppModel::relaunch()
     m_access.setRequest(GatedAction::None);
     const std::shared_ptr<Desktop> desktop = m_world.desktop;
     desktop->after(std::chrono::milliseconds(200), [desktop] { desktop->quit(); });
-    // In case something holds the end up.
+    // In case something delays the end.
     desktop->after(std::chrono::milliseconds(700), [desktop] { desktop->exitNow(); });
 }
 
@@ -264,9 +265,9 @@ void AppModel::becomeHidden()
 void AppModel::becomeActive()
 {
     if (m_isStarting) {
-        return; // what is pending is taken up at the end of that
+        return; // pending actions are resumed at the end of the start
     }
-    // Not within the event that tells of it: what is resumed may open panels.
+    // Not within the handling of this event: the resumed action may open panels.
     QMetaObject::invokeMethod(&m_access, "resume", Qt::QueuedConnection);
 }
 
@@ -274,7 +275,7 @@ void AppModel::authenticated(OwnerReason reason, const std::function<void()> &ac
 {
     m_world.desktop->authenticate(reason, [model = QPointer(this), absences = m_absences,
                                            action](Desktop::Authentication answer) {
-        // Where nobody can log in, the user isn't locked out of their own key.
+        // Without a way to log in, the user must still get their own key.
         if (model && model->m_absences == absences && answer != Desktop::Authentication::refused) {
             action();
         }
@@ -284,7 +285,7 @@ void AppModel::authenticated(OwnerReason reason, const std::function<void()> &ac
 void AppModel::openRecoveryKit()
 {
     if (!config().keySaved) {
-        // The key has never left this machine: there is nothing yet to guard from its user.
+        // No login before the first saving: the key must get out of this machine.
         m_kit.setShowing(true);
         return;
     }
@@ -315,7 +316,7 @@ void AppModel::requestKeyCopy()
 
 void AppModel::confirmKeySaved()
 {
-    // What the user has isn't the key that is still to come.
+    // While the key is being replaced, the one that the user has saved isn't the new one.
     if (!m_key.hasKey() || m_key.isChanging()) {
         return;
     }

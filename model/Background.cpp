@@ -13,7 +13,7 @@ namespace {
 constexpr std::array lanes{Background::Lane::Keys, Background::Lane::Settings,
                            Background::Lane::Schedule};
 
-// Never destroyed: that would wait for networks that don't answer.
+// Never destroyed, as that would wait for networks that don't answer.
 QThreadPool *madePool(int threads)
 {
     auto *made = new QThreadPool;
@@ -76,7 +76,7 @@ void Background::start(QThreadPool &pool, std::function<void()> work) const
     switch (m_manner) {
     case Manner::OnThreads: {
         const HandOver seen;
-        pool.start(new Job(std::move(work))); // the pool's own
+        pool.start(new Job(std::move(work))); // owned by the pool
         return;
     }
     case Manner::AtOnce:

@@ -24,15 +24,14 @@ GatedAction gatedAction(const QString &rawValue)
     return rawValue == QLatin1String("measure") ? GatedAction::Measure : GatedAction::None;
 }
 
-/// What was kept, as it is on the disk.
+/// The action that was kept in the user defaults.
 struct Kept
 {
     GatedAction action = GatedAction::None;
     QDateTime date;
 };
 
-/// Whether the user was sent to the system's settings too long ago to be surprised by what they
-/// wanted then.
+/// Whether the user went to the system's settings so long ago that the action would surprise them.
 bool hasExpired(const QDateTime &date)
 {
     static constexpr qint64 patienceMilliseconds = qint64{900} * 1000;

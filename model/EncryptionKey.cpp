@@ -80,7 +80,7 @@ void EncryptionKey::make(const std::function<void(const StoredKey &)> &done)
 void EncryptionKey::take(const StoredKey &stored)
 {
     if (hasKey()) {
-        return; // one was installed meanwhile
+        return; // a key was installed meanwhile
     }
     setError(stored.error);
     setHasPrevious(stored.hasPrevious);
@@ -90,7 +90,7 @@ void EncryptionKey::take(const StoredKey &stored)
     }
 }
 
-/// Reports whether the settings on the disk say so now.
+/// Marks the key as unconfirmed in the settings, and reports whether that has reached the disk.
 void EncryptionKey::withdrawConfirmation(const std::function<void(bool)> &done)
 {
     m_settings.setKeySaved(false);
@@ -110,7 +110,7 @@ void EncryptionKey::copy()
     setCopied(true);
     m_world.desktop->after(std::chrono::seconds(60),
                            [key = QPointer(this), desktop = m_world.desktop, change] {
-                               // Whatever was copied meanwhile is the user's.
+                               // Content that was copied meanwhile isn't ours to clear.
                                if (desktop->clipboardChangeCount() == change) {
                                    desktop->clearClipboard();
                                }
@@ -224,8 +224,8 @@ void EncryptionKey::goBack()
             if (!previous) {
                 finish(previous.error());
             } else if (*previous) {
-                // The key in use becomes the previous one, so that doing it twice changes nothing.
-                // Nobody knows whether the user has this key too.
+                // The key in use becomes the previous one, so that going back twice changes
+                // nothing. It isn't known whether the user has saved this key.
                 installNow(**previous, false, finish);
             } else {
                 m_isChanging = false;

@@ -17,7 +17,7 @@ public:
 
     void stop(const RunStatus &status) override
     {
-        // Asked anew: the process id may be somebody else's by now.
+        // Checked again: the process id may belong to a different process by now.
         if (status.isAlive()) {
             ::kill(status.pid, SIGTERM);
         }

@@ -8,8 +8,8 @@
 #include <iterator>
 #include <utility>
 
-// While a list becomes the next one, its rows are known by their targets: the places that they will
-// have there. The target of a row that goes is `gone`.
+// While the list is being replaced, a row is identified by its target: its place in the new list.
+// The target of a row that is removed is `gone`.
 
 namespace {
 
@@ -17,10 +17,10 @@ constexpr int valueRole = Qt::UserRole;
 constexpr int firstPropertyRole = valueRole + 1;
 constexpr int gone = -1;
 
-/// Which of the targets stay where they are: as many as can, in rising order. The others move.
+/// The targets of the rows that aren't moved: the longest increasing subsequence.
 QSet<int> staying(const QList<int> &order)
 {
-    QList<qsizetype> ends; // of the runs of each length, the place where the lowest of them ends
+    QList<qsizetype> ends; // for each length, the place of the lowest end of such a subsequence
     QList<qsizetype> before(order.size(), -1);
     for (qsizetype at = 0; at < order.size(); ++at) {
         if (order.at(at) == gone) {
@@ -56,7 +56,7 @@ QList<int> moving(const QList<int> &order)
     return targets;
 }
 
-/// The number of unbroken stretches of a list of `size` places that fulfil a condition.
+/// The number of contiguous ranges of places that fulfil a condition, in a list of `size` places.
 template <typename Condition>
 qsizetype stretches(qsizetype size, Condition condition)
 {
@@ -178,8 +178,8 @@ void KeyedListModel::moveRows(QList<int> &order, const QList<int> &moved)
     QList<int> sorted = order;
     std::sort(sorted.begin(), sorted.end());
     for (const int target : moved) {
-        // All that comes before it and has its place already, or never leaves it, stands in order:
-        // so its place is behind its neighbour.
+        // All rows with lower targets are in their final order by now, so this one's place is
+        // behind the one with the next lower target.
         const auto found = std::lower_bound(sorted.cbegin(), sorted.cend(), target);
         const qsizetype to = found == sorted.cbegin() ? 0 : order.indexOf(*std::prev(found)) + 1;
         const qsizetype from = order.indexOf(target);
@@ -195,7 +195,7 @@ void KeyedListModel::moveRows(QList<int> &order, const QList<int> &moved)
 
 void KeyedListModel::insertNew(const QList<int> &order, const QVariantList &rows)
 {
-    qsizetype at = 0; // where the next of the rows that were there stands in their order
+    qsizetype at = 0; // index in `order` of the next row that isn't new
     for (qsizetype first = 0; first < rows.size(); ++first) {
         if (at < order.size() && order.at(at) == first) {
             ++at;
@@ -242,7 +242,7 @@ QStringList KeyedListModel::keys(const QVariantList &rows) const
     for (const QVariant &row : rows) {
         const QString key = property.readOnGadget(row.constData()).toString();
         const int before = times[key]++;
-        // No key of a row has a NUL in it, so that none can be taken for one that is numbered.
+        // A NUL, as no key contains one: a numbered key can't equal the key of a different row.
         result.append(before == 0 ? key : key + QChar::Null + QString::number(before));
     }
     return result;

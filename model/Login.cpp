@@ -29,7 +29,7 @@ Login::Login()
 void Login::ask(OwnerReason reason, std::function<void(Desktop::Authentication)> answer)
 {
     m_owner.ask(reason, [this, answer = std::move(answer)](OwnerLogin login) {
-        // This runs on the question's thread, which ends before this object does.
+        // Runs on the thread that waits for the login, which ends before this object does.
         Q_EMIT answered([answer, login] { answer(authenticationOf(login)); });
     });
 }

@@ -16,7 +16,7 @@ RecoveryKit::RecoveryKit(World world, Settings &settings, EncryptionKey &key, QO
     , m_settings(settings)
     , m_key(key)
 {
-    // What was said is of the other key's kit.
+    // The notice is about the kit of the former key.
     connect(&m_key, &EncryptionKey::changed, this, [this] { setNotice(std::nullopt); });
 }
 
@@ -72,7 +72,7 @@ void RecoveryKit::save()
 void RecoveryKit::saveTo(const QString &path)
 {
     report([disks = m_world.disks, path, text = text(),
-              localFolder = m_settings.config().localFolder] {
+            localFolder = m_settings.config().localFolder] {
         return disks->saveKit(path, text, localFolder);
     });
 }
@@ -95,7 +95,7 @@ void RecoveryKit::takePrinting(const Desktop::Printing &printing)
         setNotice(Notice{Texts::tr("Kit non stampato: %1").arg(*printing.failure), true});
     } else if (printing.file) {
         report([disks = m_world.disks, path = *printing.file,
-                  localFolder = m_settings.config().localFolder] {
+                localFolder = m_settings.config().localFolder] {
             return disks->kitPlace(path, localFolder);
         });
     } else {
@@ -103,7 +103,7 @@ void RecoveryKit::takePrinting(const Desktop::Printing &printing)
     }
 }
 
-/// Shows the notice that comes of work on the disk, unless another key is in use by then.
+/// Runs work on the disk and shows the notice that it returns, unless the key has changed by then.
 template <typename Work>
 void RecoveryKit::report(Work work)
 {

@@ -24,7 +24,7 @@ Repositories::Repositories(World world, Settings &settings, EncryptionKey &key, 
     });
 }
 
-/// What is on its way to a destination that goes out of use comes too late.
+/// Counts the destinations that are no longer in use, so that results still under way are dropped.
 void Repositories::raise(const AppConfig &before)
 {
     for (const DestinationID destination : before.enabledDestinations()) {
@@ -101,8 +101,8 @@ void Repositories::refreshAll()
     }
 }
 
-// A folder on a network that doesn't answer holds up whoever asks whether it is there, and for a
-// remote place rclone is asked. So even that is asked elsewhere, once at a time for a repository.
+// Even the check whether a repository is available waits, for a network folder or for rclone. So it
+// is done in the background, once at a time for each repository.
 void Repositories::refresh(DestinationID destination)
 {
     const AppConfig &config = m_settings.config();
@@ -113,7 +113,7 @@ void Repositories::refresh(DestinationID destination)
         return;
     }
     if (!m_hasBegun) {
-        return; // then all of them are read
+        return; // begin() reads all of them
     }
     RepoInfo loading = of(destination);
     loading.loading = true;
@@ -140,10 +140,10 @@ void Repositories::read(const Restic &restic, bool isThere, int use)
     m_sought.remove(repository);
     if (m_soughtAgain.remove(repository) ||
         repository != m_settings.config().repository(destination)) {
-        refresh(destination); // key and settings may be others by now
+        refresh(destination); // key and settings may have changed by now
         return;
     }
-    // What went out of use meanwhile has no entry, or begins anew when it comes back.
+    // A destination that was switched off meanwhile has no entry, or was read again since.
     const auto storeIfInUse = [this, destination, use](const RepoInfo &info) {
         if (m_uses.value(destination) == use) {
             store(destination, info);

@@ -38,12 +38,12 @@ qint64 thisMinute()
 
 } // namespace
 
-/// What the files of the engine say at one moment. Both are read at every look, and decoded only
-/// when their bytes have changed, so that a look at a long history costs next to nothing.
+/// The content of the engine's files at one moment. Both are read at every look, but decoded only
+/// when their bytes have changed, so that a long history costs next to nothing.
 struct RunWatch::Look
 {
     QByteArray statusBytes;
-    std::optional<RunStatus> found; ///< in those bytes
+    std::optional<RunStatus> found; ///< the status in those bytes
     bool isAlive = false;
     QByteArray historyBytes;
     std::optional<QList<RunRecord>> history; ///< absent while the bytes are the same
@@ -54,7 +54,7 @@ struct RunWatch::Look
             found = StatusStore::decodedStatus(bytes);
             statusBytes = std::move(bytes);
         }
-        // A file that a crashed engine left is no run.
+        // A crashed engine may have left its file.
         isAlive = found && engine.isAlive(*found);
         if (QByteArray bytes = engine.historyBytes(); bytes != historyBytes) {
             history = StatusStore::decodedHistory(bytes);
@@ -108,7 +108,7 @@ std::optional<QString> RunWatch::staleText() const
         return std::nullopt;
     }
     const qint64 hours = last->date.msecsTo(Clock::now()) / 1000 / secondsPerHour;
-    // Half of each side, so that no interval is too long to be doubled.
+    // Halved hours instead of a doubled interval, which could overflow.
     const bool isWithinTwoRuns = hours / 2 < config.intervalHours;
     if (isWithinTwoRuns || hours < config.alertAfterHours) {
         return std::nullopt;
@@ -154,18 +154,18 @@ void RunWatch::take(const Look &look)
     m_foundStatus = look.found;
     setStatus(look.isAlive ? look.found : std::nullopt);
     if (m_status) {
-        // The launch is over: from here on the run itself is seen.
+        // The launch has succeeded: the run itself is seen.
         setLaunching(false);
     }
     m_historyBytes = look.historyBytes;
     const bool hasNewRecord = look.history && takeHistory(*look.history);
-    // A run may have come and gone between two looks.
+    // A run may have begun and ended between two looks.
     if (!m_status && (wasRunning || hasNewRecord)) {
         Q_EMIT ended();
     }
 }
 
-/// Whether the history has another newest record than before.
+/// Whether the newest record has changed.
 bool RunWatch::takeHistory(const QList<RunRecord> &found)
 {
     if (head(found) == head(m_history)) {
@@ -228,7 +228,7 @@ void RunWatch::launch(const Gate &gate)
 
 void RunWatch::launchNow(const Gate &gate)
 {
-    // How long the engine has to come up and to leave a live status.
+    // The engine's time to start and to write a live status.
     static constexpr std::chrono::seconds patience(6);
     if (isBusy()) {
         return;
@@ -258,10 +258,10 @@ void RunWatch::launchNow(const Gate &gate)
 void RunWatch::startEngine(quint64 launch)
 {
     if (m_launch != launch || !m_launching) {
-        return; // it was given up, or a run of the schedule came first
+        return; // it was given up, or a scheduled run came first
     }
     const std::optional<QString> executable = ownExecutablePath();
-    // Where the folder can't be written, it would end without a word.
+    // Without a writable folder the engine would end without reporting anything.
     if (m_supportError || !executable ||
         !m_world.desktop->startDetached(*executable,
                                         {QStringLiteral("--backup"), QStringLiteral("--manual")})) {

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Whether the schedule depends on anything that differs.
+/// Whether any setting that the schedule depends on differs.
 bool differsInSchedule(const AppConfig &before, const AppConfig &now)
 {
     return before.autoBackup != now.autoBackup || before.intervalHours != now.intervalHours ||
@@ -15,7 +15,7 @@ bool differsInSchedule(const AppConfig &before, const AppConfig &now)
 
 void handOverSchedule(const World &world, const AppConfig &config)
 {
-    // The system's tools take their time, and hold up no later save.
+    // On a lane of its own: the system's tools are slow, and mustn't delay a later save.
     world.background.runInOrder(Background::Lane::Schedule,
                                 [tools = world.tools, config] { tools->syncSchedule(config); });
 }
@@ -88,12 +88,12 @@ void Settings::save()
         return;
     }
     m_world.background.runInOrder(Background::Lane::Settings, this, saving(), [this](bool isSaved) {
-        // The next change takes it along.
+        // Tried again at the next change.
         m_isUnsaved = m_isUnsaved || !isSaved;
     });
 }
 
-/// The work that saves the settings as they are now.
+/// A function that saves the settings as they are now; false when that failed.
 std::function<bool()> Settings::saving()
 {
     m_isUnsaved = false;

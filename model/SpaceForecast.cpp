@@ -19,7 +19,7 @@ constexpr double horizonForEver = 1825; // days
 
 qint64 left(const Rclone::Quota &quota)
 {
-    // No number of a provider may overflow.
+    // A provider's numbers may be too large for the difference.
     return std::max<qint64>(0, std::max<qint64>(0, quota.total) - std::max<qint64>(0, quota.used));
 }
 

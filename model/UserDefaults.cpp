@@ -9,8 +9,8 @@
 
 namespace {
 
-// It shows what the user saves, and QSettings would let everybody read it. A file that is there
-// keeps its permissions when it is written.
+// Made beforehand for its owner alone: QSettings would let everybody read what the user saves. An
+// existing file keeps its permissions when it is written.
 void makePrivate(const QString &path)
 {
     const QDir folder = QFileInfo(path).dir();
@@ -23,7 +23,7 @@ void makePrivate(const QString &path)
     }
 }
 
-// Its end writes the file.
+// The destructor writes the file.
 class Store : public QSettings
 {
 public:
