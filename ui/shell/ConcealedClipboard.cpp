@@ -23,7 +23,7 @@ qint64 ConcealedClipboard::copy(const QString &text)
     }
     auto *data = new QMimeData;
     data->setText(text);
-    // What macOS and the free desktops agreed on for passwords.
+    // The types by which macOS and the free desktops mark passwords.
     data->setData(QStringLiteral("org.nspasteboard.ConcealedType"), QByteArray());
     data->setData(QStringLiteral("x-kde-passwordManagerHint"), QByteArrayLiteral("secret"));
     m_ours = data;
@@ -43,7 +43,7 @@ void ConcealedClipboard::clear()
 
 qint64 ConcealedClipboard::changeCount()
 {
-    // Some systems don't tell a program in the background that it has lost the clipboard.
+    // Some systems don't notify a program in the background that it has lost the clipboard.
     if (m_ownsClipboard && !holdsOurs()) {
         noticeChange();
     }
@@ -52,7 +52,7 @@ qint64 ConcealedClipboard::changeCount()
 
 void ConcealedClipboard::noticeChange()
 {
-    // The system may tell of our own text only later; that is no change.
+    // The system may report our own text with a delay; that is no change.
     if (!holdsOurs()) {
         m_ownsClipboard = false;
         ++m_changes;

@@ -6,8 +6,8 @@
 #include <QPointer>
 #include <QString>
 
-/// The general clipboard, for texts that clipboard managers are asked not to keep. What of it is
-/// still there at the program's end goes before it, so that the desktop doesn't take it over.
+/// The general clipboard, for texts that clipboard managers are asked not to keep. A text that is
+/// still there at the program's end is removed, so that the desktop doesn't keep it.
 class ConcealedClipboard : public QObject
 {
     Q_OBJECT
@@ -20,10 +20,10 @@ public:
     ConcealedClipboard(ConcealedClipboard &&) = delete;
     ConcealedClipboard &operator=(ConcealedClipboard &&) = delete;
 
-    /// Replaces what the clipboard holds, and gives the change count.
+    /// Replaces the clipboard's content, and returns the change count.
     qint64 copy(const QString &text);
     void clear();
-    /// Another number after each change of the clipboard, whoever made it.
+    /// A number that changes with each change of the clipboard by any program.
     qint64 changeCount();
 
 private:
@@ -31,7 +31,7 @@ private:
     void forget();
     [[nodiscard]] bool holdsOurs() const;
 
-    QPointer<QClipboard> m_clipboard; ///< gone when the program is past its end
+    QPointer<QClipboard> m_clipboard; ///< null after the application object is destroyed
     QPointer<QMimeData> m_ours; ///< what copy() put there; the clipboard deletes it when it goes
     bool m_ownsClipboard = false;
     qint64 m_changes = 0;

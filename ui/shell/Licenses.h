@@ -3,13 +3,13 @@
 #include <QString>
 #include <QStringList>
 
-/// The notices of the open-source parts, which are files of the package.
+/// The licence notices of the open-source components, which are files of the package.
 namespace Licenses {
 
-/// What there are notices of, restic and rclone first.
+/// The components that have a notice, restic and rclone first.
 QStringList names();
 
-/// The notice of one of them; "Licenza non trovata." when there is none that can be read.
+/// The notice of a component; "Licenza non trovata." when it can't be read.
 QString text(const QString &name);
 
 } // namespace Licenses

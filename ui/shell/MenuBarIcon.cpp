@@ -11,7 +11,7 @@
 
 namespace {
 
-// 22, 24 and 32 dots are what panels on Linux ask for besides.
+// Panels on Linux also ask for 22, 24 and 32 pixels.
 constexpr std::array scales{1.0, 22.0 / 18, 24.0 / 18, 1.5, 32.0 / 18, 2.0, 3.0};
 constexpr std::array darkPanels{QLatin1String("GNOME"), QLatin1String("Unity"),
                                 QLatin1String("Pantheon"), QLatin1String("Budgie")};
@@ -29,7 +29,7 @@ QIcon iconOf(QImage (*draw)(qreal, const QColor &), const QColor &color)
 {
     QIcon icon;
     for (const qreal scale : scales) {
-        // Panels choose by dots.
+        // Panels choose by pixels.
         QImage image = draw(scale, color);
         image.setDevicePixelRatio(1);
         icon.addPixmap(QPixmap::fromImage(image));

@@ -10,18 +10,18 @@ namespace MenuBarIcon {
 
 inline constexpr int points = 18;
 
-/// The ring on a transparent ground, with so many dots to a point.
+/// The ring on a transparent background, with `scale` pixels per point.
 QImage image(qreal scale, const QColor &color);
 
-/// What stands there while a backup runs: two arrows in a circle.
+/// The picture while a backup runs: two arrows in a circle.
 QImage busyImage(qreal scale, const QColor &color);
 
-/// Either for all usual scales.
+/// One of the two pictures in all usual scales.
 QIcon icon(const QColor &color);
 QIcon busyIcon(const QColor &color);
 
-/// The colour for the panel of a desktop, which doesn't tell its own: white on those whose panel is
-/// always dark, the colour of text elsewhere. `desktops` as in XDG_CURRENT_DESKTOP.
+/// The colour of the picture: white on desktops whose panel is always dark, otherwise the colour of
+/// text, as panels don't report their own colour. `desktops` as in XDG_CURRENT_DESKTOP.
 QColor colorFor(const QString &desktops, const QColor &text);
 
 } // namespace MenuBarIcon

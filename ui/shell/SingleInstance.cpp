@@ -22,13 +22,13 @@
 
 namespace {
 
-// Qt has no such thing. That of GApplication needs a session bus, which a login may lack, and goes
-// by the program and not by the support folder.
+// Qt has no such class. GApplication's needs a session bus, which a login may lack, and identifies
+// the program instead of the support folder.
 
 constexpr size_t longestMessage = 4096;
 constexpr qsizetype mostVisitors = 8;
 
-/// Whether a folder is this user's alone.
+/// Whether a folder belongs to this user, and nobody else can write to it.
 bool isPrivate(const QString &folder)
 {
     struct stat status = {};
@@ -43,7 +43,7 @@ QString meetingFolder()
     return isPrivate(runtime) ? runtime : Paths::support();
 }
 
-/// Two support folders, two programs: a home made for a trial may share the runtime folder.
+/// Differs for each support folder, as a second home made for a trial may share the runtime folder.
 QString meetingName()
 {
     const QByteArray hash =
@@ -51,7 +51,7 @@ QString meetingName()
     return QLatin1String("vellomar-") + QString::fromLatin1(hash.toHex().first(16));
 }
 
-/// The address of a socket in a folder, whose path may be longer than an address can be.
+/// The address of a socket in a folder whose path may be too long for an address.
 class Address
 {
 public:
@@ -108,7 +108,7 @@ QByteArray startupToken()
     return token.left(longestMessage - 1);
 }
 
-/// Hands over to whoever listens; true when they answered.
+/// Hands over to the process that listens; true when it answered.
 bool handOver(const QString &folder, const QString &name, const QDeadlineTimer &deadline)
 {
     const int connection = makeSocket();
@@ -116,7 +116,8 @@ bool handOver(const QString &folder, const QString &name, const QDeadlineTimer &
         return false;
     }
     const Address address(folder, name);
-    // The first byte is there so that no message is empty: that is how the end of one looks.
+    // The first byte makes the message non-empty, as an empty one looks like the end of the
+    // connection.
     const QByteArray message = '+' + startupToken();
     bool answered = false;
     if (::connect(connection, address.get(), Address::size()) == 0 && isOurs(connection) &&
@@ -133,7 +134,7 @@ bool handOver(const QString &folder, const QString &name, const QDeadlineTimer &
 
 } // namespace
 
-/// Another process that has something to hand over.
+/// A connection from a process that hands over.
 class SingleInstance::Visitor : public QObject
 {
 public:
@@ -176,7 +177,7 @@ SingleInstance::~SingleInstance()
             QFile::encodeName(m_folder + u'/' + m_name + QLatin1String(".socket")).constData());
         ::close(m_server);
     }
-    // The lock file stays: whoever removed it could remove one that another has just locked.
+    // The lock file stays: removing it could remove one that a different process has just locked.
     if (m_lock >= 0) {
         ::close(m_lock);
     }
@@ -186,7 +187,7 @@ SingleInstance::Role SingleInstance::begin(std::chrono::milliseconds patience)
 {
     constexpr unsigned long pauseMilliseconds = 20;
     const QDeadlineTimer deadline(patience);
-    // The first one may be about to listen, or about to end.
+    // The first process may be about to listen, or about to end.
     do {
         if (claim()) {
             listen();
@@ -207,8 +208,8 @@ bool SingleInstance::claim()
         m_lock = ::open(QFile::encodeName(path).constData(),
                         O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
     }
-    // Only another one's lock is in the way; where there can be none, the window opens all the
-    // same.
+    // Only a lock of a different process prevents the start. If no lock can be had at all, the
+    // window opens anyway.
     return m_lock < 0 || ::flock(m_lock, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
@@ -218,7 +219,7 @@ void SingleInstance::listen()
         return;
     }
     const QString name = m_name + QLatin1String(".socket");
-    // One that was left behind; with the lock it is nobody's.
+    // The socket of a process that crashed: whoever has the lock may remove it.
     ::unlink(QFile::encodeName(m_folder + u'/' + name).constData());
     const int server = makeSocket();
     if (server < 0) {
@@ -245,7 +246,7 @@ void SingleInstance::welcome()
         ::close(connection);
         return;
     }
-    // Those who say nothing give way to new ones.
+    // Silent connections are dropped in favour of new ones.
     if (m_visitors.size() == mostVisitors) {
         delete m_visitors.takeFirst();
     }
@@ -263,7 +264,7 @@ void SingleInstance::hear(Visitor *visitor)
         const char answer = '+';
         static_cast<void>(::send(visitor->connection(), &answer, 1, MSG_NOSIGNAL));
     }
-    // Its own notifier is calling, and so must outlive this.
+    // Called by this notifier, which must exist until the call returns.
     visitor->words().setEnabled(false);
     visitor->deleteLater();
     m_visitors.removeOne(visitor);

@@ -8,21 +8,21 @@
 #include <chrono>
 #include <memory>
 
-/// Sees to it that one user has one window on one support folder: whoever is started second hands
-/// over to the first and ends.
+/// Ensures that there is one window for each support folder of a user: a second process hands over
+/// to the first and ends.
 ///
-/// A lock that the system takes away with the process decides who is first, so that one that
-/// crashed is in nobody's way. A socket beside it, in the user's runtime folder or else in the
-/// support folder, takes what the others hand over; it listens to nobody but that user.
+/// The first process holds a lock, which the system releases even when the process crashes. It
+/// listens on a socket beside the lock, in the user's runtime folder or else in the support folder;
+/// only the same user can connect.
 class SingleInstance : public QObject
 {
     Q_OBJECT
 
 public:
     enum class Role {
-        first,      ///< this process is the one, from now on
-        handedOver, ///< another one is, and brings its window up
-        unanswered, ///< another one is, but doesn't answer
+        first,      ///< this process is the first from now on
+        handedOver, ///< a different process is the first, and brings its window to the front
+        unanswered, ///< a different process is the first, but doesn't answer
     };
 
     explicit SingleInstance(QObject *parent = nullptr);
@@ -32,15 +32,16 @@ public:
     SingleInstance(SingleInstance &&) = delete;
     SingleInstance &operator=(SingleInstance &&) = delete;
 
-    /// Whether this process is the first, from now on; needs no application yet. Where no lock can
-    /// be had at all, each one is.
+    /// Tries to make this process the first; needs no application object yet. True for every
+    /// process where no lock can be had at all.
     bool claim();
-    /// Once, when there is an application. Waits for the first one's answer at most `patience`.
+    /// To be called once, when there is an application object. Waits for the answer of the first
+    /// process, at most `patience`.
     Role begin(std::chrono::milliseconds patience);
 
 Q_SIGNALS:
-    /// Another one was started. The token is what the desktop gave it to come to the front with;
-    /// empty for none.
+    /// The program was started a second time. The token is the desktop's permission to come to the
+    /// front; empty for none.
     void startedAgain(const QString &token);
 
 private:
@@ -55,5 +56,5 @@ private:
     int m_lock = -1;
     int m_server = -1;
     std::unique_ptr<QSocketNotifier> m_arrivals;
-    QList<Visitor *> m_visitors; ///< children
+    QList<Visitor *> m_visitors; ///< children of this object
 };

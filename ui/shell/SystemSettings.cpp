@@ -8,10 +8,10 @@ struct Settings
 {
     QLatin1String desktop;
     QLatin1String program;
-    QLatin1String page; ///< empty for the first one
+    QLatin1String page; ///< empty for the program's first page
 };
 
-// In the order of trying.
+// In the order in which they are tried.
 constexpr std::array known{
     Settings{QLatin1String("GNOME"), QLatin1String("gnome-control-center"),
              QLatin1String("applications")},

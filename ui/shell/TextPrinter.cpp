@@ -33,7 +33,7 @@ bool TextPrinter::print(const QString &text, QPagedPaintDevice &device)
     font.setPointSizeF(12);
     document.setDefaultFont(font);
     QTextOption option;
-    // A key has no place to break at.
+    // A key has no blanks to wrap at.
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document.setDefaultTextOption(option);
     document.setPlainText(text);
@@ -54,7 +54,8 @@ bool TextPrinter::print(const QString &text, QPagedPaintDevice &device)
         painter.save();
         painter.translate(0, -part.top());
         QAbstractTextDocumentLayout::PaintContext context;
-        // A line that only touches the edge is another page's, and mustn't be in a file unseen.
+        // A line that only touches the edge is on a different page, and mustn't be hidden in the
+        // file of this one.
         context.clip = part.adjusted(0, unit, 0, -unit);
         // On paper the text is black, whatever the window's colours are.
         context.palette.setColor(QPalette::Text, Qt::black);

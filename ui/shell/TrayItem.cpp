@@ -11,7 +11,7 @@ TrayItem::TrayItem(QObject *parent)
 {
     connect(&m_icon, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
-                // A double click has brought a click before.
+                // A double click is reported as a click first.
                 if (reason != QSystemTrayIcon::DoubleClick) {
                     Q_EMIT activated();
                 }

@@ -21,7 +21,7 @@
 
 namespace {
 
-/// Qt's own way to a file would let everybody read it, and wouldn't report a full disk.
+/// Not by QPrinter's own file, which everybody could read and which wouldn't report a full disk.
 Desktop::Printing printedToFile(const QString &text, const QPrinter &printer)
 {
     QBuffer content;
@@ -78,7 +78,7 @@ void WindowDesktop::print(const QString &text, std::function<void(const Printing
 {
     const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     auto *dialog = new QPrintDialog(printer.get());
-    // The dialog uses the printer until it is gone.
+    // Keeps the printer for as long as the dialog exists.
     connect(dialog, &QObject::destroyed, this, [printer] {});
     connect(dialog, &QDialog::accepted, this,
             [printer, text, answer = std::move(answer)] { answer(printed(text, *printer)); });
@@ -117,13 +117,13 @@ void WindowDesktop::openPrivacySettings()
 
 void WindowDesktop::quit()
 {
-    // Unlike quit(), no window is asked whether it agrees.
+    // Unlike quit(), this asks no window for its consent.
     QCoreApplication::exit(EXIT_SUCCESS);
 }
 
 void WindowDesktop::exitNow()
 {
-    // Nothing that could hold the end up: it is called where something did already.
+    // Without destructors, as something has already delayed the end.
     std::_Exit(EXIT_SUCCESS);
 }
 
@@ -134,7 +134,7 @@ void WindowDesktop::show(QDialog *dialog)
     m_dialogs.removeAll(QPointer<QDialog>());
     m_dialogs.append(dialog);
     if (m_window) {
-        dialog->winId(); // makes its window
+        dialog->winId(); // creates its window
         if (QWindow *own = dialog->windowHandle()) {
             own->setTransientParent(m_window);
         }

@@ -10,8 +10,8 @@
 #include <QPointer>
 #include <QWindow>
 
-/// The desktop around the real window. It belongs to the thread of the window, and what is still
-/// open at its end is closed without an answer.
+/// The desktop around the real window. It lives on the window's thread. Its destructor closes open
+/// dialogs without an answer.
 class WindowDesktop : public QObject, public Desktop
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     WindowDesktop(WindowDesktop &&) = delete;
     WindowDesktop &operator=(WindowDesktop &&) = delete;
 
-    /// The window that panels belong to; none at first.
+    /// Sets the window that dialogs belong to; none at first.
     void setWindow(QWindow *window) { m_window = window; }
 
     void askSavePath(const QString &proposedName, const QString &message,

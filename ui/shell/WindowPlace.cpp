@@ -19,7 +19,7 @@ qint64 sharedArea(const QRect &one, const QRect &other)
     return shared.isEmpty() ? 0 : qint64{shared.width()} * shared.height();
 }
 
-/// What was kept, when it can be a place at all.
+/// The place in the user defaults; empty unless it is a possible one.
 QRect keptPlace()
 {
     constexpr int most = 100000;
@@ -53,7 +53,7 @@ WindowPlace::WindowPlace(QWindow *window, QSize ordinary)
     connect(window, &QWindow::visibleChanged, this, &WindowPlace::notice);
     connect(window, &QWindow::screenChanged, this, &WindowPlace::keepToScreen);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
-        // The last move may not have been told of yet.
+        // The last move may still wait for the timer.
         if (m_settled.isActive() || isInSight()) {
             remember();
         }
@@ -68,7 +68,7 @@ QRect WindowPlace::fitted(const QRect &place, const QList<QRect> &screens, QSize
     if (screens.isEmpty()) {
         return result;
     }
-    // The first of the best.
+    // The first of several that are equally good.
     const QRect screen = *std::max_element(
         screens.begin(), screens.end(), [&result](const QRect &one, const QRect &other) {
             return sharedArea(result, one) < sharedArea(result, other);
@@ -86,7 +86,7 @@ void WindowPlace::restore(QSize ordinary)
     const QRect kept = keptPlace();
     if (kept.isNull()) {
         m_window->resize(ordinary);
-        return; // the desktop places it
+        return; // the desktop chooses the place
     }
     QList<QRect> screens;
     if (const QScreen *first = QGuiApplication::primaryScreen()) {
@@ -102,7 +102,7 @@ void WindowPlace::restore(QSize ordinary)
     const QVariant maximized = UserDefaults::value(maximizedKey);
     m_maximized = maximized.toString() == QLatin1String("true");
     if (m_maximized) {
-        // Showing a window gives it the desktop's ordinary state.
+        // Showing a window sets its state to the desktop's default.
         connect(
             m_window, &QWindow::visibleChanged, this,
             [this] { m_window->setWindowStates(Qt::WindowMaximized); }, Qt::SingleShotConnection);
@@ -115,7 +115,7 @@ void WindowPlace::keepToScreen()
     if (screen == nullptr) {
         return;
     }
-    // The frame is known once the window has been shown.
+    // The size of the frame is known once the window has been shown.
     const QRect available = screen->availableGeometry();
     const QMargins frame = m_window->frameMargins();
     const QSize room = available.marginsRemoved(frame).size();
@@ -138,7 +138,7 @@ bool WindowPlace::isInSight() const
 
 void WindowPlace::notice()
 {
-    // A window that is hidden or put aside is where it isn't.
+    // The place of a hidden or minimised window means nothing.
     if (isInSight()) {
         m_settled.start();
     }
