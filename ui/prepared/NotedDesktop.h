@@ -4,12 +4,12 @@
 
 #include <QStringList>
 
-/// A desktop on which nothing happens: it notes in words what it was asked for.
+/// A desktop that does nothing but record the requests.
 class NotedDesktop final : public Desktop
 {
 public:
-    /// "save", "print", "copy", "clear", "authenticate", "settings", "quit", "exit", "notify",
-    /// "start" and "stop", in their order.
+    /// The requests in their order: "save", "print", "copy", "clear", "authenticate", "settings",
+    /// "quit", "exit", "notify", "start" and "stop".
     QStringList asked;
     bool fullDiskAccess = true;
     std::optional<QString> savePath; ///< where the user saves; absent cancels
@@ -27,6 +27,6 @@ public:
     bool hasFullDiskAccess() override;
     void requestNotificationPermission() override;
     bool startDetached(const QString &program, const QStringList &arguments) override;
-    /// Never comes: what is shown stays until something else is.
+    /// Never calls the function, so that a state on the screen doesn't end by itself.
     void after(std::chrono::milliseconds delay, std::function<void()> task) override;
 };

@@ -18,7 +18,7 @@ void PreparedModel::setState(const QString &state)
     }
     m_state = state;
     m_world = PreparedWorld(PreparedStates::state(state));
-    // Whoever shows the former one lets go of it first.
+    // Destroyed after the signal, when nothing shows it any more.
     const std::unique_ptr<AppModel> former = std::exchange(m_model, m_world.model());
     m_model->setSection(former->section());
     m_model->kit()->setShowing(former->kit()->isShowing());

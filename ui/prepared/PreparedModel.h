@@ -9,8 +9,8 @@
 
 #include <memory>
 
-/// A model in a world of one of the prepared states, for QML. Another state is another world, with
-/// a model of its own that shows the same page and the same kit.
+/// A model in a world of one of the prepared states, for QML. Changing the state makes a new world
+/// and a new model, which shows the same page and the same kit.
 class PreparedModel : public QObject
 {
     Q_OBJECT
@@ -27,13 +27,13 @@ public:
     [[nodiscard]] static QStringList states();
     [[nodiscard]] AppModel *model() { return m_model.get(); }
 
-    /// What the desktop was asked for since the last time: see NotedDesktop.
+    /// The requests to the desktop since the last call: see NotedDesktop.
     Q_INVOKABLE QStringList takeAsked();
-    /// The user gives access to the whole disk, which the model finds when it looks anew.
+    /// Gives access to the whole disk, which the model finds at its next check.
     Q_INVOKABLE void giveAccess();
-    /// The keyring answers at last, where it gave no key.
+    /// Lets the keyring give a key, in a state where it gave none.
     Q_INVOKABLE void giveKey();
-    /// Changes the run in progress; none where the state has none.
+    /// Changes the run in progress, if the state has one.
     Q_INVOKABLE void setPercent(double percent);
     Q_INVOKABLE void setKitNotice(const QString &text, bool warning);
     Q_INVOKABLE void setKeyError(const QString &text);

@@ -12,7 +12,7 @@
 
 #include <optional>
 
-/// What a prepared world holds for a model to find.
+/// All that a model can find in a prepared world.
 struct PreparedState
 {
     AppConfig config;
@@ -24,8 +24,8 @@ struct PreparedState
     bool localOnSystemDisk = false;
     bool fullDiskAccess = true;
     std::optional<QString> supportFault; ///< why the support folder can't be written
-    std::optional<QString> keyError;     ///< what the keyring says in place of a key, or of the
-                                         ///< previous one where there is a key
-    std::optional<Notice> kitNotice;     ///< how saving the kit came out
+    std::optional<QString> keyError;     ///< the keyring's answer instead of a key, or instead of
+                                         ///< the previous key if there is a key
+    std::optional<Notice> kitNotice;     ///< the result of saving the kit
     QString key;                         ///< empty when the keyring gives none
 };

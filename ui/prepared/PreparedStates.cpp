@@ -31,7 +31,7 @@ RunRecord check(double hoursAgo, DestinationID destination, Outcome outcome = Ou
     return made;
 }
 
-/// A repository with a version in each of the last hours of work, and older ones.
+/// A repository with a version in each of the last working hours, and older ones.
 RepoInfo repository(int versions)
 {
     RepoInfo info;

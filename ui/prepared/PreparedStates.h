@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-/// Prepared states by name, as of now.
+/// Prepared states by name. Their dates are relative to the present.
 namespace PreparedStates {
 
 /// The names, in the order in which a user would go through them:
@@ -13,16 +13,18 @@ namespace PreparedStates {
 /// - "waiting": ready, and no backup yet;
 /// - "launching", "scanning", "running";
 /// - "well": three copies, verified;
-/// - "single": a disk alone, of the same machine's;
+/// - "single": one copy alone, on the machine's own disk;
 /// - "access": without access to the whole disk;
 /// - "stale": no good backup for days;
 /// - "staleRunning": the same, with a backup that runs now;
 /// - "failed": a failed backup, a failed verification, a repository that can't be read;
-/// - "keyError": the key store doesn't answer;
-/// - "long": every text as long as it can get, with markup and odd signs.
+/// - "keyError": the keyring gives an error instead of the key;
+/// - "starting": the keyring hasn't answered yet;
+/// - "support": the support folder can't be written;
+/// - "long": every text as long as possible, with markup and special characters.
 QStringList names();
 
-/// An unknown name is "fresh".
+/// The state of this name; "fresh" for an unknown one.
 PreparedState state(const QString &name);
 
 } // namespace PreparedStates

@@ -6,26 +6,24 @@
 
 #include <memory>
 
-/// A world that holds a prepared state and nothing else: no file, no setting, no key and no tool is
-/// reached from it, whatever is done with the model. All work is done at once, and what takes time
-/// by itself never comes.
+/// A world that holds a prepared state and nothing else: whatever is done with the model, no real
+/// file, setting, key or tool is reached. All work is done at once; what is delayed never happens.
 class PreparedWorld
 {
 public:
     explicit PreparedWorld(const PreparedState &state = {});
 
-    /// What its models find when they look anew.
+    /// What its models find when they look again.
     [[nodiscard]] PreparedState &state() { return *m_state; }
-    /// What was asked of it.
+    /// Records the requests to the desktop.
     [[nodiscard]] NotedDesktop &desktop() { return *m_desktop; }
     [[nodiscard]] World world() const;
 
-    /// A model that has come up in it, and to what can only be seen by doing it: a launch, the
-    /// notice of a saved kit. Nothing of that counts as asked.
+    /// A model that has started in this world, and has done what the state needs: a launch, or
+    /// saving the kit. The desktop's record is empty after that.
     [[nodiscard]] std::unique_ptr<AppModel> model();
 
-    /// Lets a model meet with the error of the keyring, and with the outcome of saving the kit,
-    /// that the state has.
+    /// Lets a model run into the state's keyring error, or into its result of saving the kit.
     void meetKeyError(AppModel &model);
     void meetKitNotice(AppModel &model);
 
