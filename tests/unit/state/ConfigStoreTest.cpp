@@ -46,7 +46,7 @@ AppConfig unusual()
     return config;
 }
 
-// A good file but for one key.
+// A good file except for one key.
 QJsonObject unusualWith(const QString &key, const QJsonValue &value)
 {
     QJsonObject object = unusual().toJSON();

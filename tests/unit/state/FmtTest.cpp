@@ -41,7 +41,7 @@ constexpr qint64 dayLong = 24 * hour;
 
 #define EXPECT_TEXT(actual, expected) EXPECT_EQ((actual).toStdString(), (expected))
 
-TEST_F(FmtTest, theUsersOwnLocaleHoldsWhileItSpeaksTheProgramsLanguage)
+TEST_F(FmtTest, theUsersOwnLocaleIsUsedIfItHasTheProgramsLanguage)
 {
     const QStringList italian{QStringLiteral("it")};
     EXPECT_TEXT(Fmt::localeFor(italian, QStringLiteral("it_IT.UTF-8")), "it_IT");
@@ -91,7 +91,7 @@ TEST_F(FmtTest, lessThanAMinuteAwayIsNowOnBothSides)
     EXPECT_TEXT(Fmt::relative(ago(-minute)), "tra 1 minuto");
 }
 
-TEST_F(FmtTest, relativeTextsTellTheLargestWholeUnit)
+TEST_F(FmtTest, relativeTextsUseTheLargestWholeUnit)
 {
     EXPECT_TEXT(Fmt::relative(ago(hour - 1)), "59 minuti fa");
     EXPECT_TEXT(Fmt::relative(ago(hour)), "1 ora fa");
@@ -137,7 +137,7 @@ TEST_F(FmtTest, anAgeFromTheFutureIsUnderAMinute)
     EXPECT_TEXT(Fmt::since(ago(-400 * dayLong)), "<1 min");
 }
 
-TEST_F(FmtTest, lengthsOfTimeAreCutToSecondsFirst)
+TEST_F(FmtTest, durationsAreRoundedDownToSecondsFirst)
 {
     EXPECT_TEXT(Fmt::duration(0), "0 s");
     EXPECT_TEXT(Fmt::duration(0.99), "0 s");
@@ -151,7 +151,7 @@ TEST_F(FmtTest, lengthsOfTimeAreCutToSecondsFirst)
     EXPECT_TEXT(Fmt::duration(90'061), "25 h 1 min");
 }
 
-TEST_F(FmtTest, aLengthThatIsNoLengthIsStillAText)
+TEST_F(FmtTest, anImpossibleDurationIsStillAText)
 {
     EXPECT_TEXT(Fmt::duration(-0.5), "0 s");
     EXPECT_TEXT(Fmt::duration(-61.5), "-61 s");
@@ -159,7 +159,7 @@ TEST_F(FmtTest, aLengthThatIsNoLengthIsStillAText)
     EXPECT_TEXT(Fmt::duration(std::numeric_limits<double>::infinity()), "277777777777 h 46 min");
 }
 
-TEST_F(FmtTest, momentsReadAsInItaly)
+TEST_F(FmtTest, datesReadAsInItaly)
 {
     const QDateTime moment = utc("2026-05-06T12:05:00Z");
     EXPECT_TEXT(Fmt::dateTime(moment), "6 mag 2026, 14:05");
@@ -168,7 +168,7 @@ TEST_F(FmtTest, momentsReadAsInItaly)
     EXPECT_TEXT(Fmt::day(moment), "mercoledì 6 maggio");
 }
 
-TEST_F(FmtTest, momentsKeepTheHabitsOfTheRegion)
+TEST_F(FmtTest, datesKeepTheConventionsOfTheRegion)
 {
     Fmt::setLocalisations({QStringLiteral("en")});
     qputenv("LC_ALL", "en_GB.UTF-8");
@@ -187,7 +187,7 @@ TEST_F(FmtTest, itIsItalianWhateverTheRegionsLanguage)
     EXPECT_TEXT(Fmt::relative(ago(2 * hour)), "2 ore fa");
 }
 
-TEST_F(FmtTest, momentsFollowATimeZoneThatChanges)
+TEST_F(FmtTest, datesFollowATimeZoneThatChanges)
 {
     const QDateTime moment = utc("2026-05-16T12:05:00Z");
     EXPECT_TEXT(Fmt::time(moment), "14:05");
@@ -216,7 +216,7 @@ TEST_F(FmtTest, yesterdayReachesOverTheTurnOfTheYear)
     EXPECT_TEXT(Fmt::day(utc("2025-12-31T12:00:00Z")), "Ieri");
 }
 
-TEST_F(FmtTest, anInvalidMomentHasNoText)
+TEST_F(FmtTest, anInvalidDateHasNoText)
 {
     for (const auto format :
          {&Fmt::relative, &Fmt::since, &Fmt::dateTime, &Fmt::date, &Fmt::time, &Fmt::day}) {
@@ -249,7 +249,7 @@ TEST_F(FmtTest, aSizeThatRoundsUpToAThousandTakesTheNextUnit)
     EXPECT_TEXT(Fmt::byteCount(999'995'000'000), "1 TB");
 }
 
-TEST_F(FmtTest, sizesOutOfAllProportionStillRead)
+TEST_F(FmtTest, extremeSizesHaveATextToo)
 {
     EXPECT_TEXT(Fmt::byteCount(-1'234'567), "-1,2 MB");
     EXPECT_TEXT(Fmt::byteCount(std::numeric_limits<qint64>::max()), "9.223,37 PB");

@@ -160,7 +160,7 @@ TEST(KeyGeneration, theUpperHalfOfTheProductIsTheIndex)
 {
     ASSERT_EQ(alphabet.size(), 56);
     for (quint64 index = 0; index < 56; ++index) {
-        // One more, since the first may be drawn again.
+        // One more number, as the first may be drawn again.
         const QString key = Keychain::generateKey([index] { return firstOf(index) + 1; });
         EXPECT_EQ(key, QString(32, alphabet.at(static_cast<qsizetype>(index))));
     }

@@ -17,7 +17,7 @@
 namespace {
 
 std::set<ino_t> filesOnDisk;           ///< those that were synchronised
-std::set<ino_t> onDiskBeforeTheirName; ///< those that were so when they got their name
+std::set<ino_t> onDiskBeforeTheirName; ///< those that were synchronised before they were renamed
 
 ino_t fileOf(const char *path)
 {
@@ -27,7 +27,7 @@ ino_t fileOf(const char *path)
 
 } // namespace
 
-// The program's calls come here in place of the system's library.
+// The program's calls come here instead of to the system's library.
 extern "C" int fsync(int descriptor)
 {
     struct stat file = {};

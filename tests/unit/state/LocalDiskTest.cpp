@@ -42,9 +42,9 @@ TEST_F(LocalDiskTest, aMountPointThatStaysIsAwayUntilItsDiskIsBack)
     disk.reset();
     ASSERT_TRUE(QDir(mount).exists());
     EXPECT_TRUE(LocalDisk::isAway(repository));
-    ASSERT_TRUE(QDir().mkpath(repository)); // whatever lies in there
+    ASSERT_TRUE(QDir().mkpath(repository)); // its content doesn't matter
     EXPECT_TRUE(LocalDisk::isAway(repository));
-    // Another device number, the same place.
+    // A different device number, the same mount point.
     disk.emplace(mount);
     EXPECT_FALSE(LocalDisk::isAway(repository));
 }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int32_t refusal = 31;
 
-/// The process has been killed.
+/// Thrown where the process is killed.
 struct Killed
 {
 };
@@ -29,7 +29,7 @@ public:
         refusesOne,   ///< that write alone
         refusesAll,   ///< that write and all after it
         killedBefore, ///< the process ends before that write
-        killedAfter,  ///< or right behind it
+        killedAfter,  ///< the process ends right after that write
     };
 
     QMap<QString, QByteArray> items; ///< by account
@@ -77,10 +77,10 @@ private:
     }
 };
 
-/// What a user does to the key.
+/// What a user does with the key.
 enum class Step { installFirst, installSecond, goBack };
 
-/// A program around the store: what it has in memory, and what it was ever backed up with.
+/// A program with the store: the key in memory, and all keys that a backup was made with.
 class Program
 {
 public:
@@ -195,7 +195,7 @@ TEST_F(RepositoryKeysTest, aKeyThatCouldNotBeReadIsKept)
     EXPECT_EQ(earlier(1), QStringLiteral("unread"));
 }
 
-TEST_F(RepositoryKeysTest, soIsOneThatCameToTheStoreMeanwhile)
+TEST_F(RepositoryKeysTest, aKeyThatWasStoredMeanwhileIsKept)
 {
     put(Keychain::repositoryKey, "of another keyring");
     EXPECT_TRUE(RepositoryKeys::install(QStringLiteral("new"), QStringLiteral("in memory")));
@@ -227,7 +227,7 @@ TEST_F(RepositoryKeysTest, aSecondWriteThatIsRefusedLeavesBothAsTheyWere)
     put(Keychain::repositoryKey, "a");
     put(Keychain::previousRepositoryKey, "b");
     store.fault = FailingStore::Fault::refusesOne;
-    store.faultyWrite = 3; // behind what is kept and what is moved aside
+    store.faultyWrite = 3; // after the older key is kept and the previous one is written
     const auto installed = RepositoryKeys::install(QStringLiteral("b"), QStringLiteral("a"));
     ASSERT_FALSE(installed);
     EXPECT_EQ(installed.error().status, refusal);
@@ -300,7 +300,7 @@ TEST_F(RepositoryKeysTest, noKeyVanishesWhateverWriteOfWhateverSequenceFails)
             for (const Fault fault :
                  {Fault::refusesOne, Fault::refusesAll, Fault::killedBefore, Fault::killedAfter}) {
                 for (const bool canRead : {true, false}) {
-                    // Until no write has this number.
+                    // Until the fault is beyond the last write.
                     for (int write = 1;; ++write) {
                         store.items = beginning;
                         store.fault = fault;

@@ -49,7 +49,7 @@ bool isAlive(qint64 pid)
     return asked.isAlive();
 }
 
-// A process that waits until it is ended, at its standard input; its executable is a copy of cat.
+// A process that waits for its standard input until it is ended; its executable is a copy of cat.
 class Sleeper
 {
 public:
@@ -167,7 +167,7 @@ TEST(RunStatus, thisVeryProcessIsNotAlive)
 
 TEST(RunStatus, aThreadOfThisProcessIsNotAlive)
 {
-    // Such a process may be named by the status of a run that a power cut ended.
+    // Such a process may have the id in the status of a run that a power cut ended.
     std::promise<pid_t> number;
     std::promise<void> end;
     std::jthread thread([&] {

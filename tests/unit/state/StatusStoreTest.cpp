@@ -22,7 +22,7 @@ QString log()
     return Paths::supportFile(QStringLiteral("backup.log"));
 }
 
-// A record of its own minute and id.
+// A record with a minute and an id of its own.
 RunRecord record(DestinationID destination, Outcome outcome, const char *message = "stesso testo")
 {
     static int minutes = 0;
@@ -129,7 +129,7 @@ TEST(StatusStore, theHistoryKeepsTheNewest300)
     records.removeLast();
     EXPECT_EQ(StatusStore::loadHistory(), records);
 
-    // A longer one that another program wrote is cut too.
+    // A longer one by a different program is cut too.
     list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
     list.append(record(DestinationID::Local, Outcome::Ok).toJSON());
     writeSupportFile("history.json", QJsonDocument(list).toJson());

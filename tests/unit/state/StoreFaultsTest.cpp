@@ -80,7 +80,7 @@ TEST(StoreFaults, filesThatCannotBeReadAreAsMissing)
     EXPECT_EQ(StatusStore::loadHistory(), QList<RunRecord>());
     EXPECT_EQ(StatusStore::loadState(), EngineState());
 
-    // The next write replaces them: only the folder's mode counts for that.
+    // The next write replaces them, as that depends on the folder's mode alone.
     ConfigStore::save(saved());
     EXPECT_EQ(ConfigStore::load(), saved());
 }
