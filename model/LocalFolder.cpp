@@ -27,7 +27,7 @@ void LocalFolder::look()
         this, [disks = m_world.disks, config] { return disks->holdsBackupsBesideHome(config); },
         [this, folder](bool isOnSystemDisk) {
             if (m_lookingAt != folder) {
-                return; // another one is looked at by now
+                return; // the settings name a different folder by now
             }
             m_lookingAt.reset();
             if (std::exchange(m_isOnSystemDisk, isOnSystemDisk) != isOnSystemDisk) {

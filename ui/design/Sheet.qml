@@ -24,7 +24,7 @@ T.Popup {
     // The user wants it closed, by Escape or a close button.
     signal dismissed()
 
-    // Whether an item is another one or somewhere in it.
+    // Whether an item is `whole` or one of its descendants.
     function isIn(item: Item, whole: Item): bool {
         for (let i = item; i !== null; i = i.parent) {
             if (i === whole) {

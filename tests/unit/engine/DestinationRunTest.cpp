@@ -148,7 +148,7 @@ TEST_F(DestinationRunTest, thePhasesFollowOneAnotherForwards)
                                    QStringLiteral("forget: Pulizia delle versioni vecchie")}));
     EXPECT_EQ(last.percent, 1.0);
     EXPECT_FALSE(last.currentFile);
-    // What the last line told otherwise stays.
+    // The other values of the last line stay.
     EXPECT_EQ(last.totalFiles, 9);
     EXPECT_EQ(last.secondsRemaining, 4);
 }

@@ -28,7 +28,7 @@ protected:
     std::unique_ptr<QObject> owner = std::make_unique<QObject>();
 };
 
-TEST_F(BackgroundTest, worksElsewhereAndDeliversHere)
+TEST_F(BackgroundTest, worksOnAThreadAndDeliversOnTheOwners)
 {
     const Qt::HANDLE here = QThread::currentThreadId();
     Qt::HANDLE there = nullptr;
@@ -89,7 +89,7 @@ TEST_F(BackgroundTest, anOwnerMayGoInItsOwnDelivery)
     EXPECT_TRUE(eventuallyInLoop([this] { return !owner; }));
 }
 
-TEST_F(BackgroundTest, whatMustComeInOrderDoesAndHoldsNothingElseUp)
+TEST_F(BackgroundTest, aLaneKeepsItsOrderAndDelaysNothingElse)
 {
     std::latch go(1);
     QList<int> order;

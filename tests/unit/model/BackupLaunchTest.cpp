@@ -192,7 +192,7 @@ TEST_F(BackupLaunch, aSupportFolderThatCannotBeWrittenIsReportedFromTheStart)
 TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
 {
     start();
-    settle(); // or a tool that still starts would have its pipe in the folder that goes
+    settle(); // or a tool that is still starting would have its pipe in the removed folder
     EXPECT_EQ(model->run()->supportError(), std::nullopt);
     const SignalCount told(model->run(), &RunWatch::supportErrorChanged);
     writeFileInsteadOfTheFolder();
@@ -202,7 +202,7 @@ TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_EQ(model->run()->supportError(), folderError(QStringLiteral("non è una cartella")));
     EXPECT_EQ(told.count(), 1);
-    // Put in order, it is seen at the next try and within a minute.
+    // Once repaired, that is seen at the next try and within a minute.
     ASSERT_TRUE(QFile::remove(Paths::support()));
     ASSERT_TRUE(QDir().mkdir(Paths::support()));
     clock.advance(std::chrono::minutes(1));
@@ -331,8 +331,8 @@ TEST_F(BackupLaunch, aStopNeverReachesAProgramOfAnotherName)
     leaveStatus(engine.pid());
     start();
     ASSERT_TRUE(model->run()->isBusy());
-    // The run dies and its process id is given to another process before the next look; as ids
-    // can't be chosen, what changes here is the file.
+    // The run dies and its process id goes to a different process before the next look. As ids
+    // can't be chosen, the test changes the file instead.
     EngineLookalike foreign(QStringLiteral("somebody-else"));
     engine.kill();
     leaveStatus(foreign.pid());

@@ -135,7 +135,7 @@ protected:
     Connections connections{world, settings, key};
 };
 
-TEST_F(ConnectionsTest, anAnswerBeforeADisconnectGoesWithIt)
+TEST_F(ConnectionsTest, anAnswerBeforeADisconnectIsForgotten)
 {
     read();
     connections.disconnect(DestinationID::Drive);
@@ -145,7 +145,7 @@ TEST_F(ConnectionsTest, anAnswerBeforeADisconnectGoesWithIt)
     EXPECT_EQ(connections.server().quota, room(5));
 }
 
-TEST_F(ConnectionsTest, anAnswerAfterADisconnectComesTooLate)
+TEST_F(ConnectionsTest, anAnswerAfterADisconnectIsIgnored)
 {
     read();
     places->hold();
@@ -182,7 +182,7 @@ TEST_F(ConnectionsTest, anAccountThatIsBeingGivenUpDoesNotComeBack)
     EXPECT_EQ(connections.server().quota, room(6));
 }
 
-TEST_F(ConnectionsTest, aPlaceThatIsSwitchedOffMeanwhileIsAskedAnew)
+TEST_F(ConnectionsTest, aPlaceThatIsSwitchedOffMeanwhileIsAskedAgain)
 {
     read();
     places->hold();
@@ -197,7 +197,7 @@ TEST_F(ConnectionsTest, aPlaceThatIsSwitchedOffMeanwhileIsAskedAnew)
     EXPECT_EQ(connections.drive().quota, room(6));
 }
 
-TEST_F(ConnectionsTest, soAreAllWhenAnotherKeyIsInUse)
+TEST_F(ConnectionsTest, allPlacesAreAskedAgainWithANewKey)
 {
     read();
     places->hold();

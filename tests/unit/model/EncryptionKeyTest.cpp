@@ -9,7 +9,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// What a key operation answered.
+/// The answer of a key operation.
 struct Answer
 {
     int count = 0;
@@ -41,7 +41,7 @@ protected:
                                      "è stata cambiata.");
 };
 
-TEST_F(EncryptionKey, aCopyIsConcealedAndGoesAfterAMinute)
+TEST_F(EncryptionKey, aCopyIsConcealedAndClearedAfterAMinute)
 {
     start();
     model->copyKey();
@@ -136,7 +136,7 @@ TEST_F(EncryptionKey, withNoKeyInUseThePreviousOneStays)
     EXPECT_EQ(install(QStringLiteral("new"), false), std::nullopt);
     EXPECT_EQ(previous(), QStringLiteral("older"));
     EXPECT_EQ(current(), QStringLiteral("new"));
-    // What couldn't be read at the start may open every version that there is.
+    // The key that couldn't be read at the start may be needed for every version.
     EXPECT_EQ(storedKey(QStringLiteral("repository-key-earlier-1")),
               QStringLiteral("the key in use"));
     EXPECT_EQ(model->key()->error(), std::nullopt);
@@ -180,7 +180,7 @@ TEST_F(EncryptionKey, aStoreThatCannotBeReadIsNotWrittenTo)
     EXPECT_EQ(secrets.adds, 0);
 }
 
-TEST_F(EncryptionKey, whatWasSaidOfTheOtherKeysKitGoesWithIt)
+TEST_F(EncryptionKey, theNoticeAboutTheFormerKeysKitIsCleared)
 {
     start();
     desktop->savePath = folder("stick") + QLatin1String("/kit.txt");
@@ -314,7 +314,7 @@ TEST_F(EncryptionKey, aModelMayGoWhileAKeyIsTried)
     EXPECT_EQ(current(), QStringLiteral("the key in use"));
 }
 
-TEST_F(EncryptionKey, whatIsTypedIsTrimmedAndNothingIsNoKey)
+TEST_F(EncryptionKey, aTypedKeyIsTrimmedAndAnEmptyTextIsNone)
 {
     config.localEnabled = false;
     start();
@@ -427,7 +427,7 @@ TEST_F(EncryptionKey, withoutAPreviousKeyThereIsNoGoingBack)
     EXPECT_EQ(secrets.updates, 0);
 }
 
-TEST_F(EncryptionKey, aRefusedLoginGoesNotBack)
+TEST_F(EncryptionKey, aRefusedLoginDoesNotGoBack)
 {
     storeKey(QStringLiteral("older"), Keychain::previousRepositoryKey);
     desktop->authentication = Desktop::Authentication::refused;

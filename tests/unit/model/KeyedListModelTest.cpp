@@ -41,7 +41,7 @@ QList<Row> rows(std::initializer_list<int> names)
     return list;
 }
 
-/// Whatever changes in a list, in words.
+/// Records every change of a list, in words.
 class KeyedList : public testing::Test
 {
 protected:
@@ -70,7 +70,7 @@ protected:
                                  QStringLiteral("set %1-%2").arg(first.row()).arg(last.row()));
                          });
         QObject::connect(&list, &KeyedListModel::modelReset,
-                         [this] { changes.append(QStringLiteral("anew")); });
+                         [this] { changes.append(QStringLiteral("reset")); });
         QObject::connect(&list, &KeyedListModel::countChanged,
                          [this] { changes.append(QStringLiteral("count")); });
     }
@@ -153,7 +153,7 @@ TEST_F(KeyedList, aKeyThatComesASecondTimeIsARowOfItsOwn)
     EXPECT_EQ(second.row(), 3);
 }
 
-TEST_F(KeyedList, whatDiffersEverywhereBeginsAnew)
+TEST_F(KeyedList, aListThatDiffersEverywhereResetsTheModel)
 {
     QList<Row> before;
     QList<Row> after;
@@ -168,7 +168,7 @@ TEST_F(KeyedList, whatDiffersEverywhereBeginsAnew)
         }
     }
     EXPECT_EQ(between(before, after),
-              (QStringList{QStringLiteral("anew"), QStringLiteral("count")}));
+              (QStringList{QStringLiteral("reset"), QStringLiteral("count")}));
     EXPECT_EQ(between(before, few).filter(QStringLiteral("out")).size(), 100);
 }
 
@@ -178,7 +178,7 @@ TEST_F(KeyedList, anyListTurnsIntoAnyOtherAndRowsStayThemselves)
     const auto upTo = [&random](int most) {
         return std::uniform_int_distribution(0, most)(random);
     };
-    // A few names stand there more than once: the first is told apart from the second.
+    // A few names are there more than once, identified by their order.
     const auto places = [](const QList<Row> &entries) {
         std::map<std::pair<QString, int>, int> result;
         QMap<QString, int> times;
@@ -214,7 +214,7 @@ TEST_F(KeyedList, anyListTurnsIntoAnyOtherAndRowsStayThemselves)
             }
         }
     }
-    EXPECT_FALSE(changes.contains(QStringLiteral("anew")));
+    EXPECT_FALSE(changes.contains(QStringLiteral("reset")));
 }
 
 TEST(KeyedListModel, aHundredThousandRowsBecomeOthersInAHundredChangesAtMost)
@@ -227,7 +227,7 @@ TEST(KeyedListModel, aHundredThousandRowsBecomeOthersInAHundredChangesAtMost)
     QObject::connect(&list, &KeyedListModel::rowsMoved, count);
     QObject::connect(&list, &KeyedListModel::modelReset, count);
     QObject::connect(&list, &KeyedListModel::dataChanged, count);
-    // Anything that is as costly as the square of the number would take minutes.
+    // Quadratic work would take minutes.
     static constexpr qint64 bound = 10000;
     const auto changesTo = [&](const QList<Row> &rows) {
         QElapsedTimer timer;

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A model that goes under every kind of work.
+/// A model that is destroyed during every kind of work.
 class ModelLife : public ModelFixture
 {
 protected:
@@ -41,7 +41,7 @@ protected:
     };
 };
 
-TEST_F(ModelLife, anOwnerMayGoUnderEveryKindOfWork)
+TEST_F(ModelLife, theModelMayBeDestroyedDuringEveryKindOfWork)
 {
     static constexpr int lives = 1000;
     useAllDestinations();
@@ -51,7 +51,7 @@ TEST_F(ModelLife, anOwnerMayGoUnderEveryKindOfWork)
     desktop->savePath = folder("stick") + QLatin1String("/kit.txt");
     for (int life = 0; life < lives; ++life) {
         auto made = std::make_unique<AppModel>(World::real(desktop));
-        // At each stage of its coming up, and after that.
+        // At each stage of its start, and after that.
         const int turns = life % 7;
         for (int turn = 0; turn < turns; ++turn) {
             QCoreApplication::processEvents();

@@ -16,7 +16,7 @@ protected:
         settle();
     }
 
-    /// Whether a change made the schedule be looked at.
+    /// Whether a change led to an update of the schedule.
     template <typename Change>
     bool touchesSchedule(Change made)
     {

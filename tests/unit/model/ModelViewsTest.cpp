@@ -119,7 +119,7 @@ TEST_F(ModelViews, theSettingsAreReadAndWrittenByName)
     EXPECT_EQ(field(property("config"), "serverKind").value<ServerKind>(), ServerKind::Sftp);
     EXPECT_EQ(field(property("config"), "hasDestination"), true);
     EXPECT_EQ(field(property("config"), "retentionLabel"), config.retentionLabel());
-    // As QML does: it takes a copy, changes a field and writes the whole back.
+    // As QML does it: copies the value, changes a field and writes the whole back.
     AppConfig copy = property("config").value<AppConfig>();
     const QMetaObject &type = AppConfig::staticMetaObject;
     for (const auto &[name, value] :
@@ -245,7 +245,7 @@ TEST_F(ModelViews, quittingClosesSheetsAndClearsPreviews)
     EXPECT_FALSE(model->isShowingForeignWizard());
     EXPECT_EQ(model->access()->request(), AppModel::GatedAction::None);
     EXPECT_FALSE(QFileInfo::exists(PreviewFolder::path()));
-    // A backup isn't asked about and goes on.
+    // A backup goes on, without a question about it.
     EXPECT_TRUE(model->run()->status()->isAlive());
 }
 

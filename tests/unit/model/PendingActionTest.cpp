@@ -59,7 +59,7 @@ TEST_F(PendingAction, runsWhenTheUserComesBackWithAccess)
     EXPECT_EQ(desktop->started.size(), 1);
     EXPECT_FALSE(pending().isValid());
     EXPECT_TRUE(model->access()->isGranted());
-    // No second time.
+    // Not a second time.
     comeBack();
     EXPECT_EQ(desktop->started.size(), 1);
 }

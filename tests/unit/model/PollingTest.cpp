@@ -64,7 +64,7 @@ TEST_F(Polling, nothingIsReportedWhileNothingChanges)
         tick();
     }
     EXPECT_EQ(all.count, 0);
-    // The same content written anew is nothing new either.
+    // The same content written again is no change either.
     leaveStatus(engine.pid());
     tick();
     EXPECT_EQ(all.count, 0);
@@ -218,7 +218,7 @@ TEST_F(Polling, aStatusWithOddFiguresIsShownAsItStands)
     EXPECT_EQ(model->run()->status(), odd);
 }
 
-TEST_F(Polling, aNewHeadOfTheHistoryIsTaken)
+TEST_F(Polling, aNewRecordIsRead)
 {
     const RunRecord old = record(2);
     writeHistory({old});
@@ -231,7 +231,7 @@ TEST_F(Polling, aNewHeadOfTheHistoryIsTaken)
     EXPECT_EQ(changes.count(), 1);
 }
 
-TEST_F(Polling, whatChangedBehindTheHeadWaitsForANewHead)
+TEST_F(Polling, changesToOlderRecordsWaitForANewRecord)
 {
     const RunRecord head = record(1);
     writeHistory({head, record(2)});
@@ -292,7 +292,7 @@ TEST_F(Polling, everyFileMissingChangesNothingElse)
     tick();
     EXPECT_TRUE(model->run()->history().isEmpty());
     EXPECT_EQ(model->config(), config);
-    // The folder stays away: what is saved now is lost, and nothing else happens.
+    // The folder isn't made again: what is saved now is lost, and nothing else happens.
     change([](AppConfig &settings) { settings.intervalHours = 5; });
     EXPECT_EQ(model->config().intervalHours, 5);
 }
@@ -310,7 +310,7 @@ TEST_F(Polling, aMinuteThatPassesReportsTheAgesAgain)
     tick();
     EXPECT_EQ(minutes.count(), 1);
     EXPECT_EQ(summaries.count(), 1);
-    // A clock put back is another minute too.
+    // A clock that is set back gives a different minute too.
     clock.advance(std::chrono::hours(-5));
     tick();
     EXPECT_EQ(minutes.count(), 2);
@@ -321,7 +321,7 @@ TEST_F(Polling, aModelThatIsGoneIsNotPolledAnyMore)
     start();
     model.reset();
     settle();
-    // Its timer would have come round before this one.
+    // The model's timer would have fired before this one.
     bool isOver = false;
     QTimer::singleShot(std::chrono::milliseconds(1500), [&isOver] { isOver = true; });
     EXPECT_TRUE(eventuallyInLoop([&isOver] { return isOver; }));

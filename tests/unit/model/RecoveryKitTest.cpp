@@ -132,7 +132,7 @@ TEST_F(RecoveryKit, aCancelledPanelChangesNothing)
 
 TEST_F(RecoveryKit, onTheDiskOfTheBackupsItWarns)
 {
-    // Here that is this machine's disk too: the first rule counts.
+    // Here that is this machine's disk too, but the first rule wins.
     start();
     EXPECT_EQ(saveTo(folder("disk") + QLatin1String("/kit.txt")),
               (Notice{QStringLiteral("Il kit è sullo stesso disco dei backup: chi trova il disco "
@@ -179,7 +179,7 @@ TEST_F(RecoveryKit, aFailureIsReportedInTheSystemsWords)
     EXPECT_EQ(saveTo(Paths::home() + QLatin1String("/nowhere/kit.txt")),
               (Notice{QStringLiteral("Kit non salvato: No such file or directory"), true}));
     EXPECT_TRUE(model->config().keySaved);
-    // A later success takes its place.
+    // A later success replaces the notice.
     EXPECT_NE(saveTo(folder("stick") + QLatin1String("/kit.txt")).text.left(15),
               QStringLiteral("Kit non salvato"));
 }
@@ -254,7 +254,7 @@ TEST_F(RecoveryKit, theKeyIsTriedAgainWhenItOpens)
     model->confirmKeySaved();
     settle();
     EXPECT_TRUE(ConfigStore::load().keySaved);
-    // What is known isn't asked for again.
+    // A key that is known isn't asked for again.
     const int reads = secrets.reads;
     model->openRecoveryKit();
     settle();
@@ -263,7 +263,7 @@ TEST_F(RecoveryKit, theKeyIsTriedAgainWhenItOpens)
 
 TEST_F(RecoveryKit, aKeyringThatTurnsOutToBeEmptyGetsAKeyThatNobodyHasConfirmed)
 {
-    // Another keyring stands where the confirmed key was.
+    // A different keyring has replaced the one with the confirmed key.
     secrets.readFailure = 1;
     start();
     settle();
@@ -361,7 +361,7 @@ TEST_F(RecoveryKit, theConfirmationStartsABackupThatWaited)
     settle();
     model->kit()->setShowing(false);
     EXPECT_TRUE(desktop->started.isEmpty());
-    // The sheet was closed; the backup waits on for a later confirmation.
+    // The sheet was closed; the backup still waits for a confirmation.
     model->openRecoveryKit();
     settle();
     model->confirmKeySaved();

@@ -237,7 +237,7 @@ TEST_F(Refresh, aPlaceThatIsBeingLookedForIsNotLookedForASecondTime)
     ASSERT_EQ(install(QStringLiteral("another key"), true), std::nullopt);
     tools.letGo();
     settle();
-    // What was asked for meanwhile is done once, with what holds then.
+    // Requests made meanwhile are served once, with the settings of that time.
     const QString drive = config.repository(DestinationID::Drive);
     EXPECT_EQ(tools.repositories(QStringLiteral("snapshots")).count(drive), 1);
     for (const ScriptedTools::Call &call : tools.calls) {
@@ -303,7 +303,7 @@ TEST_F(Refresh, aModelMayGoWhileRepositoriesAreRead)
     model.reset();
     tools.letGo();
     settle();
-    // As well when the results have already been sent off.
+    // The same when the results are already on their way.
     const auto readings = [this] {
         return tools.count(QStringLiteral("restic"), QStringLiteral("snapshots"));
     };

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Settings in memory, whose saving can fail and be held up.
+/// A store in memory, which can fail and can be made to wait.
 class NotedStore final : public SettingsStore
 {
 public:
@@ -44,8 +44,8 @@ public:
         m_released.notify_all();
     }
 
-    QList<qint64>
-        intervals; ///< of what was to be saved, in order; read it when nothing is under way
+    /// Of the settings to save, in order. To be read when nothing is under way.
+    QList<qint64> intervals;
     std::atomic_bool fails = false;
 
 private:
@@ -148,7 +148,7 @@ TEST_F(SettingsTest, aSaveThatFailsIsTriedAgainAtTheNextChange)
     EXPECT_EQ(store->load(), config);
 }
 
-TEST_F(SettingsTest, aSaveThatFailedIsTriedAgainBeforeWhatNeedsIt)
+TEST_F(SettingsTest, flushTriesAFailedSaveAgain)
 {
     store->fails = true;
     setInterval(2);
@@ -161,7 +161,7 @@ TEST_F(SettingsTest, aSaveThatFailedIsTriedAgainBeforeWhatNeedsIt)
     EXPECT_EQ(onDisk->intervalHours, 2);
 }
 
-TEST_F(SettingsTest, whatNeedsThemWaitsForNoMoment)
+TEST_F(SettingsTest, flushSavesWithoutDelay)
 {
     setInterval(2);
     std::optional<AppConfig> onDisk;
@@ -170,12 +170,12 @@ TEST_F(SettingsTest, whatNeedsThemWaitsForNoMoment)
     deliver();
     ASSERT_TRUE(onDisk);
     EXPECT_EQ(onDisk->intervalHours, 2);
-    // The moment comes, and there is nothing left to save.
+    // The delay is over, and there is nothing left to save.
     pass(300);
     EXPECT_EQ(store->intervals, QList<qint64>{2});
 }
 
-TEST_F(SettingsTest, whatNeedsThemIsToldWhatTheDiskHas)
+TEST_F(SettingsTest, flushReportsTheSettingsOnTheDisk)
 {
     store->fails = true;
     setInterval(2);

@@ -22,7 +22,7 @@ protected:
         space.config.sources = {QStringLiteral("/home/io"), QStringLiteral("/srv")};
     }
 
-    /// Adds an older run than those that are there.
+    /// Adds a run that is older than all others.
     void ran(qint64 secondsAgo, qint64 added, Outcome outcome = Outcome::Ok,
              DestinationID destination = DestinationID::Local)
     {

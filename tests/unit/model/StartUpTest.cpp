@@ -226,13 +226,13 @@ TEST_F(StartUp, waitsForAKeyringWithoutHoldingAnybodyUp)
     useAllDestinations();
     begin();
     ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
-    // The program comes to the front, and its user tries what there is.
+    // The program comes to the front, and the user tries all actions.
     model->becomeActive();
     model->startBackup();
     model->refresh(DestinationID::Local);
     QCoreApplication::processEvents();
     EXPECT_TRUE(model->isStarting());
-    // What is read from files alone is there, and none of the later steps has been made.
+    // Settings and history have been read, and none of the later steps has been made.
     EXPECT_EQ(model->config(), config);
     EXPECT_EQ(model->run()->history().size(), 1);
     EXPECT_EQ(model->key()->value(), QString());
@@ -273,8 +273,8 @@ TEST_F(StartUp, goesOnInItsOrderWhenTheKeyringAnswersLate)
     EXPECT_EQ(order, QStringList({QStringLiteral("key"), QStringLiteral("access"),
                                   QStringLiteral("started"), QStringLiteral("repositories"),
                                   QStringLiteral("repositories"), QStringLiteral("repositories")}));
-    // With every repository about to be read, what was pending is looked at; without access it
-    // waits on.
+    // When the reading of the repositories has begun, the pending action is checked; without the
+    // access it goes on waiting.
     EXPECT_EQ(model->repositories()->all().size(), 3);
     EXPECT_TRUE(eventuallyInLoop([this] { return desktop->probes == 2; }));
     EXPECT_TRUE(desktop->started.isEmpty());
@@ -310,7 +310,7 @@ TEST_F(StartUp, aKeyThatWasInstalledMeanwhileStays)
     secrets.holdNext();
     begin();
     ASSERT_TRUE(eventuallyInLoop([this] { return secrets.reads == 1; }));
-    // The store is asked by one at a time.
+    // The store is asked one question at a time.
     model->install(QStringLiteral("a key that was typed in"), true, [](const auto &) {});
     secrets.letGo();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
@@ -330,7 +330,7 @@ TEST_F(StartUp, settingsMadeWhileItWaitsAreKept)
     EXPECT_TRUE(eventuallyInLoop([] { return ConfigStore::load().intervalHours == 7; }));
     secrets.letGo();
     ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
-    // A new key turns the user's word off, and nothing else.
+    // A new key withdraws the user's confirmation, and changes nothing else.
     EXPECT_FALSE(ConfigStore::load().keySaved);
     EXPECT_EQ(ConfigStore::load().intervalHours, 7);
 }
