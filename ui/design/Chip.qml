@@ -2,13 +2,14 @@ import QtQuick
 import Vellomar.Design
 
 // A short text with a button that removes it. A text wider than `widest` is elided in the middle;
-// a tooltip has all of it.
+// a tooltip has all of it. One with a `fault` is marked, and the tooltip says what is wrong with it.
 FocusScope {
     id: root
 
     required property string text
     required property string help // of the button
     property real widest: 320
+    property string fault: "" // what is wrong with the text
     property alias ringed: cross.ringed
     property alias hovering: cross.hovering
     readonly property alias closing: cross
@@ -27,41 +28,55 @@ FocusScope {
         removed();
     }
 
-    implicitWidth: Math.min(widest, Math.ceil(words.implicitWidth) + 12 + 30)
+    implicitWidth: Math.min(widest, Math.ceil(words.x + words.implicitWidth) + 30)
     implicitHeight: 28
     opacity: enabled ? 1 : 0.38
     Accessible.role: Accessible.ListItem
     Accessible.name: text
+    Accessible.description: fault
 
     Surface {
+        objectName: "ground"
         anchors.fill: parent
         radius: height / 2
-        fill: Theme.flat(Theme.white(0.08))
-        rim: Theme.flat(Theme.white(0.2))
+        fill: Theme.flat(root.fault !== "" ? Theme.faded(Theme.coral, 0.14) : Theme.white(0.08))
+        rim: Theme.flat(root.fault !== "" ? Theme.coral : Theme.white(0.2))
         rimWidth: 1
     }
 
-    Label {
+    Symbol {
+        id: sign
+
+        objectName: "sign"
+        x: 9
+        y: (parent.height - height) / 2
+        visible: root.fault !== ""
+        name: "exclamationmark.circle.fill"
+        points: 12
+        color: Theme.coral
+    }
+
+    OneLine {
         id: words
 
         objectName: "words"
-        x: 12
+        x: sign.visible ? sign.x + sign.width + 5 : 12
         y: (parent.height - height) / 2
         width: root.width - x - 30
-        text: root.text
+        line: root.text
         font.pixelSize: 12
         elide: Text.ElideMiddle
-        maximumLineCount: 1
-        Accessible.ignored: true
+        horizontalAlignment: Text.AlignLeft // of a text from right to left, too
+    }
 
-        HoverHandler {
-            id: pointer
-        }
+    HoverHandler {
+        id: pointer
     }
 
     Tip {
-        visible: pointer.hovered && words.truncated
-        text: root.text
+        objectName: "tip"
+        visible: pointer.hovered && !cross.hovered && text !== ""
+        text: [words.truncated ? root.text : "", root.fault].filter(part => part !== "").join("\n")
     }
 
     Pressable {

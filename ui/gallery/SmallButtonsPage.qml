@@ -72,6 +72,7 @@ Page {
             Chip { text: "node_modules"; help: "Rimuovi"; hovering: true }
             Chip { text: "node_modules"; help: "Rimuovi"; ringed: true }
             Chip { text: "node_modules"; help: "Rimuovi"; enabled: false }
+            Chip { text: "[Bozze"; help: "Rimuovi"; fault: "Esclusione non valida" }
         }
     }
 }

@@ -153,6 +153,64 @@ Item {
             compare(ScreenReader.faults(item), []);
         }
 
+        function test_aTextOfSeveralLinesStandsOnOne() {
+            const item = made(chip, {text: "una\nriga\r\ndopo l'altra"});
+            compare(part(item, "words").text, "una riga dopo l'altra");
+            compare(part(item, "words").lineCount, 1);
+            compare(item.height, 28);
+            compare(ScreenReader.name(item), item.text);
+        }
+
+        function test_aTextFromRightToLeftBeginsAtTheLeftToo() {
+            const item = made(chip, {text: "\u05e9\u05dc\u05d5\u05dd", width: 300});
+            compare(part(item, "words").effectiveHorizontalAlignment, Text.AlignLeft);
+        }
+
+        function test_aFaultIsSeenAndHeard() {
+            const item = made(chip);
+            const sound = item.width;
+            const ground = part(item, "ground");
+            const sign = part(item, "sign");
+            const words = part(item, "words");
+            verify(!sign.visible);
+            compare(words.x, 12);
+            verify(Qt.colorEqual(ground.rim.top, Theme.white(0.2)));
+            compare(ScreenReader.description(item), "");
+            item.fault = "Esclusione non valida";
+            verify(sign.visible);
+            compare(sign.name, "exclamationmark.circle.fill");
+            verify(Qt.colorEqual(sign.color, Theme.coral));
+            verify(Qt.colorEqual(ground.rim.top, Theme.coral));
+            compare(words.x, sign.x + sign.width + 5);
+            verify(!words.truncated);
+            fuzzyCompare(item.width - sound, words.x - 12, 1);
+            compare(ScreenReader.description(item), "Esclusione non valida");
+            compare(ScreenReader.name(item), "node_modules");
+        }
+
+        function test_theTooltipSaysWhatCantBeSeen_data() {
+            const path = "/home/" + "x".repeat(300);
+            return [{tag: "nothing", text: "venv", fault: "", tip: ""},
+                {tag: "the fault", text: "[a", fault: "Sbagliata", tip: "Sbagliata"},
+                {tag: "all of the text", text: path, fault: "", tip: path},
+                {tag: "both", text: path, fault: "Sbagliata", tip: path + "\nSbagliata"}];
+        }
+        function test_theTooltipSaysWhatCantBeSeen(data) {
+            const item = made(chip, {text: data.text, fault: data.fault});
+            const tip = findChild(item, "tip");
+            compare(tip.text, data.tip);
+            tip.delay = 0;
+            mouseMove(item, 30, 14);
+            if (data.tip === "") {
+                wait(0);
+                verify(!tip.visible);
+            } else {
+                tryVerify(() => tip.visible);
+                mouseMove(item, item.width - 15, 14); // the button has one of its own
+                tryVerify(() => !tip.visible);
+            }
+        }
+
         function test_aDisabledChipStays() {
             const item = made(chip, {enabled: false});
             removals.target = item;
