@@ -23,8 +23,8 @@ void note(int)
 
 } // namespace
 
-// Qt has no signals of the system, and those of GLib need its event loop from the start, which
-// comes only with the application. A Qt that has them would end this.
+// Qt doesn't handle the system's signals, and GLib's handlers need its event loop, which starts
+// only with the application. A Qt that handles them would replace this.
 EndSignals::EndSignals()
 {
     counter = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
@@ -32,7 +32,7 @@ EndSignals::EndSignals()
         return;
     }
     for (const int number : endings) {
-        // One that whoever started the program has it ignore stays ignored, as with nohup.
+        // A signal that is ignored at the start stays ignored, as with nohup.
         struct sigaction action = {};
         if (::sigaction(number, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) {
             action.sa_handler = note;
@@ -44,7 +44,7 @@ EndSignals::EndSignals()
 
 EndSignals::~EndSignals()
 {
-    // The counter stays open, as the signals stay caught: nothing ends the process but its own way.
+    // The counter stays open, as the signals stay caught: none ends the process during its own end.
     m_arrivals.reset();
 }
 

@@ -5,8 +5,9 @@
 
 #include <memory>
 
-/// SIGTERM, SIGINT and SIGHUP, handed to the event loop: the program ends by its own way out. From
-/// this object's making none of them ends the process by itself. One at a time.
+/// Hands SIGTERM, SIGINT and SIGHUP to the event loop, so that the program ends in an orderly way.
+/// From the constructor on, none of them ends the process by itself. There is one such object at a
+/// time.
 class EndSignals : public QObject
 {
     Q_OBJECT
@@ -19,7 +20,7 @@ public:
     EndSignals(EndSignals &&) = delete;
     EndSignals &operator=(EndSignals &&) = delete;
 
-    /// From when on there is an event loop to tell. Signals that came before are told then.
+    /// To be called when there is an event loop. Reports earlier signals too.
     void listen();
 
 Q_SIGNALS:

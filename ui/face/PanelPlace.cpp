@@ -6,8 +6,7 @@ namespace {
 
 constexpr int gap = 8;
 
-/// The start of something so long that it lies between two ends, or at the first one when it is
-/// longer than there is room.
+/// `start`, moved so that a length fits between `first` and `last`; `first` when it is too long.
 int within(int start, int length, int first, int last)
 {
     return std::max(first, std::min(start, last - length + 1));
@@ -19,7 +18,7 @@ QPoint PanelPlace::corner(QSize panel, const QRect &item, const QRect &screen, c
 {
     const QRect room = free.adjusted(gap, gap, -gap, -gap);
     if (item.isEmpty()) {
-        // A desktop with its bar below leaves its free area at the top.
+        // A desktop with its bar at the bottom has its free area at the top.
         const bool isBelow = free.bottom() < screen.bottom() && free.top() == screen.top();
         const int top = isBelow ? room.bottom() - panel.height() + 1 : room.top();
         return {within(room.right() - panel.width() + 1, panel.width(), room.left(), room.right()),

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// OpenGL that the main processor only imitates, by the names that Mesa has for that.
+/// Whether a renderer is OpenGL in software, by Mesa's names.
 bool isImitation(QByteArray renderer)
 {
     static constexpr std::array imitations = {"llvmpipe", "softpipe", "swrast", "software"};
@@ -53,7 +53,7 @@ void Rendering::choose()
             return;
         }
     }
-    // Those of the kernel, of NVIDIA's own driver, and of Linux within Windows.
+    // The devices of the kernel's drivers, of NVIDIA's own, and of Linux within Windows.
     if (!hasGraphicsProcessor({QStringLiteral("/dev/dri"), QStringLiteral("/dev/nvidiactl"),
                                QStringLiteral("/dev/dxg")})) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);

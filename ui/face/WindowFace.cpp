@@ -22,7 +22,7 @@ QUrl source(const char *file)
     return QUrl(QLatin1String("qrc:/qt/qml/Vellomar/Window/") + QLatin1String(file));
 }
 
-/// The program's own icon, where it comes with one.
+/// Sets the program's own icon, if it is installed.
 void setIcon()
 {
     const QString file = Paths::resources().value_or(QString()) + QLatin1String("/vellomar.svg");
@@ -51,14 +51,14 @@ WindowFace::WindowFace(SingleInstance &instance)
 
 WindowFace::~WindowFace()
 {
-    // What they tell of while they go is nobody's concern any more.
+    // Signals that the members emit while they are destroyed are of no use any more.
     disconnect(qGuiApp, nullptr, this, nullptr);
     disconnect(&m_instance, nullptr, this, nullptr);
 }
 
 bool WindowFace::open()
 {
-    // Read on a thread of its own while the model comes up.
+    // Compiled on a thread of its own while the model starts.
     QQmlComponent component(&m_engine, source("MainWindow.qml"), QQmlComponent::Asynchronous);
     m_model = std::make_unique<AppModel>(World::real(m_desktop));
     m_summary = std::make_unique<Summary>();
@@ -81,18 +81,18 @@ bool WindowFace::open()
 bool WindowFace::makeMainWindow(QQmlComponent &component)
 {
     waitFor(component);
-    m_window = made(component, shown());
+    m_window = made(component, windowProperties());
     if (!m_window) {
         return false;
     }
     setIcon();
     new WindowPlace(m_window.get(), ordinarySize); // the window's child
     m_desktop->setWindow(m_window.get());
-    // By name: they are the window's own, in QML.
+    // By name, as these signals are declared in QML.
     connect(m_window.get(), SIGNAL(licensesAsked()), this, SLOT(openLicenses()));
     connect(m_window.get(), SIGNAL(aboutAsked()), this, SLOT(openAbout()));
     connect(m_window.get(), SIGNAL(quitAsked()), this, SLOT(quit()));
-    // The desktop's tray may take its time to answer; the window is to be seen first.
+    // The desktop's tray may be slow to answer, so the window is shown first.
     connect(m_window.get(), &QQuickWindow::frameSwapped, this, &WindowFace::makeTrayItem,
             Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     return true;
@@ -117,7 +117,7 @@ std::unique_ptr<QQuickWindow> WindowFace::made(const char *file, const QVariantM
     return made(component, properties);
 }
 
-QVariantMap WindowFace::shown() const
+QVariantMap WindowFace::windowProperties() const
 {
     return {{QStringLiteral("model"), QVariant::fromValue(m_model.get())},
             {QStringLiteral("summary"), QVariant::fromValue(m_summary.get())}};
@@ -126,11 +126,11 @@ QVariantMap WindowFace::shown() const
 void WindowFace::bringUp(const QString &token)
 {
     if (!token.isEmpty()) {
-        // What the desktop lets a program come to the front by; Qt looks for it here.
+        // The desktop's permission to come to the front; Qt looks for it here.
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
     }
     QMetaObject::invokeMethod(m_window.get(), "comeUp");
-    // It holds once, and isn't for the programs that are started from here.
+    // It is valid once, and isn't meant for child processes.
     qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
@@ -145,7 +145,7 @@ void WindowFace::makeTrayItem()
 
 void WindowFace::togglePanel()
 {
-    // The click on the item has taken the focus away, and so closed the panel, before it came here.
+    // The click that is handled here has already closed the panel, by taking the focus away.
     constexpr qint64 sameClickMilliseconds = 300;
     const bool hasJustGone = m_panelLeft.isValid() && m_panelLeft.elapsed() < sameClickMilliseconds;
     m_panelLeft.invalidate();
@@ -158,7 +158,7 @@ void WindowFace::togglePanel()
         return;
     }
     if (!m_panel) {
-        m_panel = made("MenuPanelWindow.qml", shown());
+        m_panel = made("MenuPanelWindow.qml", windowProperties());
         if (!m_panel) {
             return;
         }

@@ -30,12 +30,12 @@ public:
     WindowFace(WindowFace &&) = delete;
     WindowFace &operator=(WindowFace &&) = delete;
 
-    /// Brings up the model and opens the window. False, with the reason on standard error, when the
+    /// Makes the model and opens the window. False, with the reason on standard error, when the
     /// window can't be made.
     bool open();
 
 private:
-    // Connected by name: what asks for these is written in QML.
+    // Connected by name, as the signals are declared in QML.
     Q_SLOT void openWindow();
     Q_SLOT void openLicenses();
     Q_SLOT void openAbout();
@@ -45,7 +45,7 @@ private:
                                                      const QVariantMap &properties);
     [[nodiscard]] std::unique_ptr<QQuickWindow> made(QQmlComponent &component,
                                                      const QVariantMap &properties);
-    [[nodiscard]] QVariantMap shown() const;
+    [[nodiscard]] QVariantMap windowProperties() const;
     bool makeMainWindow(QQmlComponent &component);
     void bringUp(const QString &token);
     void makeTrayItem();
@@ -57,7 +57,7 @@ private:
     SingleInstance &m_instance;
     std::shared_ptr<WindowDesktop> m_desktop;
     QQmlEngine m_engine;
-    // Each of these shows what stands before it, and so goes first.
+    // In this order, as each uses those before it and must be destroyed before them.
     std::unique_ptr<AppModel> m_model;
     std::unique_ptr<Summary> m_summary;
     std::unique_ptr<QQuickWindow> m_window;

@@ -20,8 +20,8 @@ namespace {
 
 constexpr std::chrono::seconds patience(5);
 
-/// Qt has no other way out when it finds no screen than one that looks like a crash.
-void sayThatThereIsNoScreen(QtMsgType type, const QMessageLogContext &, const QString &text)
+/// Ends the program with a sentence when there is no screen, where Qt itself would abort.
+void reportMissingScreen(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     static_cast<void>(std::fputs(qPrintable(text + u'\n'), stderr));
     if (type == QtFatalMsg) {
@@ -40,16 +40,16 @@ std::unique_ptr<QApplication> madeApplication(int &argc, char *argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(VELLOMAR_VERSION));
     // The engine's notifications name it, too.
     QGuiApplication::setDesktopFileName(QStringLiteral("it.vellomar.app"));
-    const QtMessageHandler ordinary = qInstallMessageHandler(sayThatThereIsNoScreen);
+    const QtMessageHandler ordinary = qInstallMessageHandler(reportMissingScreen);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(ordinary);
-    // Whether it goes on is no question of how many windows are open.
+    // The program goes on without any open window.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     return application;
 }
 
-/// The first one is there but says nothing: it hangs, or waits for the keyring.
-void tellThatNobodyAnswers()
+/// For when the first process doesn't answer: it hangs, or waits for the keyring.
+void reportNoAnswer()
 {
     const QString message = Texts::tr("Vellomar è già aperto, ma non risponde.");
     static_cast<void>(std::fputs(qUtf8Printable(message + u'\n'), stderr));
@@ -82,10 +82,10 @@ int runWindow(int &argc, char *argv[])
         return EXIT_SUCCESS;
     case SingleInstance::Role::unanswered:
         endings.listen();
-        tellThatNobodyAnswers();
+        reportNoAnswer();
         return EXIT_FAILURE;
     }
-    // The window will ask for the list of fonts, which takes the reading of many small files.
+    // The window will need the list of fonts, for which many small files are read.
     Background().run([] { QFontDatabase::families(); });
     Rendering::choose();
     WindowFace face(instance);
@@ -102,10 +102,10 @@ int runWindow(int &argc, char *argv[])
 extern "C" int vellomar_window(int argc, char *argv[])
 {
     const int code = runWindow(argc, argv);
-    // The last change of the schedule may be under way; a tool that hangs isn't waited for.
+    // The schedule may still be being updated; a tool that hangs isn't waited for any longer.
     constexpr std::chrono::seconds lastPatience(2);
     if (!Background::endsWithin(lastPatience)) {
-        // What still waits for a disk or a network would find the process half taken down.
+        // Without destructors, as work that still waits for a disk or a network uses the objects.
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(code);
     }
