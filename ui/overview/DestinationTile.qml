@@ -2,7 +2,7 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
 
-// A destination at a glance; a click goes to the page of the destinations.
+// The state of a destination; a click opens the page of the destinations.
 Pressable {
     id: control
 

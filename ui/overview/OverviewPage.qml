@@ -4,8 +4,8 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Overview
 
-// Is everything protected now? The dial of the last day with the state in words and the one action
-// that matters, and beside it what is still missing and a tile for each destination.
+// Is everything protected now? The dial of the last day, the state in words and the main action;
+// beside it the protection panel and a tile for each destination.
 PagePane {
     id: root
 
@@ -19,7 +19,7 @@ PagePane {
     Item {
         id: columns
 
-        // On a screen too small for the smallest window, one stands above the other.
+        // On a screen too small for the smallest window, the columns are stacked.
         readonly property bool stacked: root.width < 758
 
         objectName: "columns"
@@ -125,8 +125,7 @@ PagePane {
                     color: Theme.coral
                 }
 
-                // Its lines stand in the middle of all the width there is, the sign beside the
-                // widest of them.
+                // The lines are centred in the whole width; the symbol is beside the widest line.
                 Paragraph {
                     id: noticeText
 

@@ -4,7 +4,7 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Overview
 
-// What protects the data and what is still missing, point by point.
+// The checks of what protects the data, one row for each.
 Item {
     id: root
 

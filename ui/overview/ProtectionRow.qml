@@ -1,7 +1,7 @@
 import QtQuick
 import Vellomar.Design
 
-// One point of the protection panel; a click mends what isn't in order, where something can be done.
+// One check of the protection panel; a click opens the place where it can be put right, if any.
 Item {
     id: root
 
