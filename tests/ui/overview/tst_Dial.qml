@@ -35,7 +35,7 @@ Item {
             return drawn(dial, properties);
         }
 
-        // Whether two lengths are the same but for what whole pixels cost.
+        // Whether two lengths are the same, except for rounding to whole pixels.
         function isLength(actual, expected, what) {
             const most = 0.5 / root.Screen.devicePixelRatio + 1e-6;
             verify(Math.abs(actual - expected) <= most,
@@ -48,7 +48,7 @@ Item {
             return (Math.floor(y * scale) + 0.5) / scale;
         }
 
-        // The bezel's colour at a height of a dial of 236 that stands at 20.
+        // The bezel's colour at a height, for a dial of 236 that is placed at 20.
         function bezelAt(y) {
             return Colours.part([[0.135, 0.375, 0.405], [0.045, 0.165, 0.185]],
                                 (row(y) - 20) / 236);
@@ -113,7 +113,7 @@ Item {
             compare(part(item, "value").minimumScale, 0.5);
         }
 
-        // The box in points, around the dial's corner, of all that is lighter than the well.
+        // The bounding box, in the dial's points, of all that is lighter than the well.
         function written(item) {
             Eye.look(root);
             const scale = root.Screen.devicePixelRatio;
@@ -150,7 +150,7 @@ Item {
             fuzzyCompare(text.x + text.width / 2, data.size / 2, 0.01);
             const found = written(item);
             fuzzyCompare((found.left + found.right) / 2, data.size / 2, 1.5);
-            // Two dashes are as good as digits, and stand lower.
+            // Two dashes have the height of digits in the layout, but are drawn lower.
             const most = data.tag === "fresh" ? 9 : 1.5;
             fuzzyCompare((found.top + found.bottom) / 2, data.size / 2, most);
         }
@@ -218,7 +218,7 @@ Item {
 
         function test_theBezelFadesDownwards() {
             made();
-            // Where the present moment's marker isn't.
+            // Away from the marker of the current time.
             const away = summed.nowFraction * 360 + 180;
             for (const turn of [-75, -40, 0, 40, 75]) {
                 const place = point(110.5, away + turn);
@@ -235,7 +235,7 @@ Item {
         function test_itsRimFadesDownwards() {
             const item = made();
             compare(part(item, "bezel").rim, Theme.rim);
-            // Halfway down, on the side where the present moment's marker isn't.
+            // Halfway down, on the side away from the marker of the current time.
             const x = summed.nowFraction < 0.5 ? 20.4 : 20 + 236 - 0.4;
             const opacity = 0.24 - 0.21 * (row(138) - 20) / 236;
             looks(root, x, 138, Colours.over(bezelAt(138), 1, opacity), "rim");
@@ -253,7 +253,7 @@ Item {
             looks(root, 138, bottom, Colours.over(wellAt(bottom), 1, 0.16), "lower rim");
         }
 
-        function test_ticksThatShineAreAmber() {
+        function test_litTicksAreAmber() {
             prepared.state = "running";
             prepared.setPercent(1);
             made();
@@ -263,7 +263,7 @@ Item {
             }
         }
 
-        function test_ticksThatDontAreAFaintWhite() {
+        function test_otherTicksAreAFaintWhite() {
             made();
             for (const degrees of [90, 270]) {
                 const place = point(95, degrees);
@@ -297,13 +297,13 @@ Item {
             }
         }
 
-        function test_whereThereAreNoVersionsNoTickShines() {
+        function test_withoutVersionsNoTickIsLit() {
             const lit = part(made(), "ring").lit;
             compare(lit.length, 48);
             verify(!lit.some(shines => shines));
         }
 
-        function test_theStepsOfARunMoveSoftly() {
+        function test_theProgressOfARunFadesIn() {
             prepared.state = "running";
             const ring = part(made(), "ring");
             Motion.still = false;
@@ -312,7 +312,7 @@ Item {
             verify(ring.lit[28]);
         }
 
-        function test_aVersionThatComesToLightDoesSoAtOnce() {
+        function test_aNewVersionIsLitAtOnce() {
             prepared.state = "waiting";
             const ring = part(made(), "ring");
             Motion.still = false;

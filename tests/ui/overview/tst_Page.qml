@@ -239,7 +239,7 @@ Item {
             compare(prepared.takeAsked(), []);
         }
 
-        function test_theKeyboardIsStillOnTheButtonWhenTheRunHasBegun() {
+        function test_theButtonKeepsTheFocusWhenTheRunBegins() {
             const button = part(made("well"), "action");
             button.forceActiveFocus(Qt.TabFocusReason);
             prepared.state = "launching";
@@ -248,14 +248,14 @@ Item {
             verify(button.activeFocus);
         }
 
-        function test_theTabKeyGoesByWhatCanBeDone_data() {
+        function test_theTabKeyVisitsWhatCanBePressed_data() {
             return [
                 {tag: "fresh", order: ["action", "key", "copies", "tile0", "tile1", "tile2"]},
                 {tag: "failed", order: ["action", "integrity", "tile0", "tile1", "tile2"]},
                 {tag: "launching", order: ["tile0", "tile1", "tile2"]},
                 {tag: "running", order: ["action", "tile0", "tile1", "tile2"]}];
         }
-        function test_theTabKeyGoesByWhatCanBeDone(data) {
+        function test_theTabKeyVisitsWhatCanBePressed(data) {
             const item = made(data.tag);
             const order = [];
             for (let i = 0; i < data.order.length; ++i) {
@@ -288,7 +288,7 @@ Item {
             compare(item.contentY, 0);
         }
 
-        function test_whatTheKeyboardIsOnComesIntoSight() {
+        function test_theFocusedItemScrollsIntoView() {
             const item = made("well", {height: 400});
             const last = part(item, "tile2");
             last.forceActiveFocus(Qt.TabFocusReason);
@@ -358,7 +358,7 @@ Item {
                 }
             }
             fuzzyCompare((left + right) / 2 / scale, middle, 1.5);
-            // The sign stands close to the words.
+            // The symbol is close to the words.
             const sign = part(item, "noticeSymbol");
             const begin = words.mapToItem(root, (words.width - words.contentWidth) / 2, 0).x;
             fuzzyCompare(begin - sign.mapToItem(root, sign.width, 0).x, 6, 0.01);
@@ -377,12 +377,12 @@ Item {
             verify(found >= 3, "chevron: " + found);
         }
 
-        // In a window smaller than the smallest, as on a small screen with large points.
-        function test_whereTheScreenIsSmallOneColumnStandsAboveTheOther_data() {
+        // In a window below the smallest size, as on a small screen with a large scale.
+        function test_onASmallScreenTheColumnsAreStacked_data() {
             return [{tag: "578x460", width: 578, height: 460}, {tag: "418x380", width: 418, height: 380},
                 {tag: "290x300", width: 290, height: 300}];
         }
-        function test_whereTheScreenIsSmallOneColumnStandsAboveTheOther(data) {
+        function test_onASmallScreenTheColumnsAreStacked(data) {
             const item = made("well", {width: data.width, height: data.height});
             const columns = part(item, "columns");
             const verdict = part(item, "verdict");

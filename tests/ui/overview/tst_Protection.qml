@@ -60,7 +60,8 @@ Item {
             return item;
         }
 
-        // What a row says, a "!" before what isn't in order and a ">" after what can be clicked.
+        // The texts of a row, with a "!" in front if it isn't ok and a ">" behind if it can be
+        // clicked.
         function said(row) {
             const ok = part(row, "symbol").name === "checkmark.circle.fill";
             return (ok ? "" : "!") + part(row, "title").text + "|" + part(row, "detail").text
@@ -188,7 +189,7 @@ Item {
 
         function test_theSymbolIsMintOrAmber() {
             const panel = made("access");
-            // Beside the sign inside the round.
+            // Inside the round, beside its symbol.
             const left = id => part(part(panel, id), "symbol").mapToItem(root, 2.6, 8.5);
             const well = left("key");
             looks(root, well.x, well.y, Colours.mint, "in order");
@@ -272,7 +273,7 @@ Item {
             compare(clicks.count, 1);
         }
 
-        function test_aClickMends_data() {
+        function test_aClickOpensTheRemedy_data() {
             return [
                 {tag: "key", state: "fresh", kit: true},
                 {tag: "copies", state: "fresh", section: AppModel.Section.Destinations},
@@ -280,14 +281,14 @@ Item {
                 {tag: "access", state: "access", asked: ["settings"]},
                 {tag: "integrity", state: "failed", section: AppModel.Section.Activity}];
         }
-        function test_aClickMends(data) {
+        function test_aClickOpensTheRemedy(data) {
             mouseClick(part(made(data.state), data.tag));
             compare(prepared.model.section, data.section ?? AppModel.Section.Overview);
             compare(prepared.model.kit.showing, data.kit ?? false);
             compare(prepared.takeAsked(), data.asked ?? []);
         }
 
-        function test_theSameRowStandsWhileARunGoesOn() {
+        function test_theRowsKeepTheirItemsDuringARun() {
             const item = made("failed");
             const row = part(item, "integrity");
             const button = part(row, "button");
@@ -304,7 +305,7 @@ Item {
             verify(row.hovering);
         }
 
-        function test_theKeyboardStaysWhereItIsWhenARowComesToBe() {
+        function test_theFocusStaysWhenARowAppears() {
             const item = made("fresh");
             const button = part(part(item, "copies"), "button");
             button.forceActiveFocus(Qt.TabFocusReason);
@@ -314,7 +315,7 @@ Item {
             compare(part(part(item, "copies"), "button"), button);
         }
 
-        function test_theKeyboardStaysWhereItIsWhenARowGoes() {
+        function test_theFocusStaysWhenARowDisappears() {
             const item = made("single");
             const copies = part(item, "copies");
             const button = part(copies, "button");

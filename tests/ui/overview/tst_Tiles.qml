@@ -199,7 +199,7 @@ Item {
             compare(prepared.model.section, AppModel.Section.Destinations);
         }
 
-        function test_soDoKeysAndTheScreenReader() {
+        function test_keysAndTheScreenReaderPressItToo() {
             const tile = made("fresh", 1);
             for (const {tag, way} of ways()) {
                 press(tile, way);
@@ -218,7 +218,7 @@ Item {
             verify(focused().ringed);
         }
 
-        function test_theSameTileStandsWhileARunGoesOn() {
+        function test_theTilesKeepTheirItemsDuringARun() {
             const tile = made("running", 1);
             tile.forceActiveFocus(Qt.TabFocusReason);
             mouseMove(tile, 20, 20);
@@ -234,7 +234,7 @@ Item {
             compare(part(tile, "count").text, "18");
         }
 
-        function test_theFocusedTileStaysWhileWhatItShowsChanges() {
+        function test_theFocusedTileStaysWhileItsDataChange() {
             const tile = made("well", DestinationID.Drive);
             tile.forceActiveFocus(Qt.TabFocusReason);
             const config = prepared.model.config;

@@ -16,11 +16,11 @@
 
 #include <array>
 
-// Nothing that is done in a gallery reaches anything real.
+// Nothing that is done in a gallery may reach anything real.
 
 namespace {
 
-/// A home in which whatever is touched leaves a mark.
+/// A home in which every access leaves a trace.
 class PreparedWorldTest : public testing::Test
 {
 protected:
@@ -170,9 +170,9 @@ TEST_F(PreparedWorldTest, nothingThatIsDoneInItReachesAnythingReal)
     EXPECT_TRUE(tools.calls.isEmpty());
 }
 
-TEST_F(PreparedWorldTest, whereasTheRealOneDoes)
+TEST_F(PreparedWorldTest, theRealWorldReachesThem)
 {
-    // The marks are such as can be seen.
+    // The traces would be seen.
     auto model = std::make_unique<AppModel>(World::real(std::make_shared<NotedDesktop>()));
     EXPECT_TRUE(eventuallyInLoop([&model] { return !model->isStarting(); }));
     callTheRest(*model);
