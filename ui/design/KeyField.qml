@@ -9,17 +9,17 @@ T.TextArea {
 
     required property string key
     required property string name
-    property bool shown: false
-    property bool ringed: activeFocus && shown
+    property bool revealed: false
+    property bool ringed: activeFocus && revealed
 
-    text: shown ? key : "\u2022".repeat(24)
+    text: revealed ? key : "\u2022".repeat(24)
     readOnly: true
-    selectByMouse: shown
-    selectByKeyboard: shown
-    activeFocusOnPress: shown
-    activeFocusOnTab: shown || activeFocus
+    selectByMouse: revealed
+    selectByKeyboard: revealed
+    activeFocusOnPress: revealed
+    activeFocusOnTab: revealed || activeFocus
     onSelectedTextChanged: {
-        if (!shown) {
+        if (!revealed) {
             deselect(); // "select all" works even so
         }
     }
@@ -40,7 +40,7 @@ T.TextArea {
     Accessible.role: Accessible.EditableText
     Accessible.name: name
     Accessible.readOnly: true
-    Accessible.selectableText: shown
+    Accessible.selectableText: revealed
 
     background: FieldSurface {
         FocusRing {

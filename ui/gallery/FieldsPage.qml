@@ -43,11 +43,11 @@ Page {
             spacing: 16
 
             KeyField { name: "Chiave di cifratura"; key: "b7KQ-9fTz-XW3m-Lp4s" }
-            KeyField { name: "Chiave di cifratura"; key: "b7KQ-9fTz-XW3m-Lp4s"; shown: true }
+            KeyField { name: "Chiave di cifratura"; key: "b7KQ-9fTz-XW3m-Lp4s"; revealed: true }
             KeyField {
                 name: "Chiave di cifratura"
                 key: "b7KQ-9fTz-XW3m-Lp4s"
-                shown: true
+                revealed: true
                 ringed: true
                 Component.onCompleted: select(5, 14)
             }

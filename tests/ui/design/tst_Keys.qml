@@ -42,9 +42,9 @@ Item {
             verify(!ScreenReader.heard(item).includes(root.key));
             verify(!ScreenReader.heard(item).includes(root.key[0]));
             compare(ScreenReader.name(item), "Chiave di cifratura");
-            item.shown = true;
+            item.revealed = true;
             verify(ScreenReader.heard(item).includes(root.key));
-            item.shown = false;
+            item.revealed = false;
             verify(!ScreenReader.heard(item).includes(root.key));
         }
 
@@ -53,7 +53,7 @@ Item {
             const one = grabImage(root);
             item.key = "something else altogether";
             verify(grabImage(root).equals(one));
-            item.shown = true;
+            item.revealed = true;
             verify(!grabImage(root).equals(one));
         }
 
@@ -70,7 +70,7 @@ Item {
         }
 
         function test_aShownKeyIsSelectedByMouseAndKeys() {
-            const item = made({shown: true});
+            const item = made({revealed: true});
             compare(item.text, root.key);
             mousePress(item, item.leftPadding + 1, item.height / 2);
             mouseMove(item, item.width / 4, item.height / 2);
@@ -89,7 +89,7 @@ Item {
         }
 
         function test_nothingCanBeTypedIntoAKey() {
-            const item = made({shown: true});
+            const item = made({revealed: true});
             item.forceActiveFocus();
             keyClick("x");
             keyClick(Qt.Key_Delete);
@@ -97,10 +97,10 @@ Item {
         }
 
         function test_hidingAKeyTakesItsSelectionAway() {
-            const item = made({shown: true});
+            const item = made({revealed: true});
             item.forceActiveFocus();
             item.selectAll();
-            item.shown = false;
+            item.revealed = false;
             compare(item.selectedText, "");
             compare(item.text, root.bullets);
             keyClick(Qt.Key_Z, Qt.ControlModifier);
@@ -110,14 +110,14 @@ Item {
         function test_theKeyboardReachesAShownKeyOnly() {
             const item = made();
             verify(!item.activeFocusOnTab);
-            item.shown = true;
+            item.revealed = true;
             verify(item.activeFocusOnTab);
             compare(ScreenReader.role(item), Accessible.EditableText);
             compare(ScreenReader.faults(item), []);
         }
 
         function test_aLongKeyBreaksWithinTheField() {
-            const item = made({shown: true, key: "K".repeat(200)});
+            const item = made({revealed: true, key: "K".repeat(200)});
             verify(item.lineCount > 2);
             verify(item.contentWidth <= item.width - 22);
             verify(item.height >= item.contentHeight + 16);
