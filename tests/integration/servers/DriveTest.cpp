@@ -302,7 +302,7 @@ TEST_F(Drive, isConnectedThoughAnInterruptedAttemptStillWaits)
     ASSERT_TRUE(eventually(isAnswered));
     EXPECT_EQ(connect(), std::nullopt);
     EXPECT_TRUE(stale.waitForFinished());
-    EXPECT_EQ(stale.exitStatus(), QProcess::CrashExit); // the signal to end it
+    EXPECT_EQ(stale.exitStatus(), QProcess::CrashExit); // ended by a signal
     QFile::remove(Paths::home() + QLatin1String("/stale"));
     EXPECT_TRUE(Rclone::isConfigured());
     expectKept();
