@@ -2,7 +2,7 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
 
-// The sign of a destination in its round well.
+// The symbol of a destination in its round well.
 GlyphWell {
     id: root
 

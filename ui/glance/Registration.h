@@ -15,7 +15,7 @@
 
 #include <QtQml/qqml.h>
 
-// The model, its plain values and their enumerations under the names that QML has for them.
+// Registers the model, its plain values and their enumerations under their QML names.
 
 // NOLINTBEGIN(readability-identifier-naming,cppcoreguidelines-pro-type-member-init): what the
 // macros declare

@@ -1,6 +1,6 @@
 #include "ui/glance/Summary.h"
 
-#include "ui/summary/DialFace.h"
+#include "ui/summary/DialContent.h"
 #include "ui/summary/ShellTexts.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Whether the value is another one than before.
+/// Whether the value has changed.
 template <typename T>
 bool assign(T &field, const T &value)
 {
@@ -41,7 +41,7 @@ void Summary::setModel(AppModel *model)
     }
     m_model = model;
     if (model != nullptr) {
-        // The first of them comes with each change of repositories and with each minute, too.
+        // summaryChanged comes with each change of a repository and with each minute, too.
         connect(model, &AppModel::summaryChanged, this, &Summary::update);
         connect(model, &AppModel::startingChanged, this, &Summary::update);
         connect(model->access(), &DiskAccess::grantedChanged, this, &Summary::update);
@@ -69,9 +69,9 @@ void Summary::update()
             }
         }
     }
-    m_halfHours = DialFace::litSlots(versions, AppModel::now());
+    m_versionTicks = DialContent::versionTicks(versions, AppModel::now());
     updateDestinations();
-    tell();
+    publish();
 }
 
 void Summary::updateDestinations()
@@ -86,32 +86,32 @@ void Summary::updateDestinations()
     m_panelRows.assign(rows);
 }
 
-// Once a second while a run goes on: neither the versions nor the disk are looked at for that.
+// Called each second during a run: no need to go through all versions for that.
 void Summary::updateRun()
 {
     m_situation.status = m_model->run()->status();
     m_situation.launching = m_model->run()->isLaunching();
-    tell();
+    publish();
 }
 
-void Summary::tell()
+void Summary::publish()
 {
-    const bool isOther = assign(m_told, told());
-    const bool hasOtherTicks = assign(m_litTicks, ticks());
-    const bool hasOtherChecks = assign(m_checks, ProtectionChecks::checks(m_situation));
-    if (hasOtherTicks) {
+    const bool valuesDiffer = assign(m_values, values());
+    const bool ticksDiffer = assign(m_litTicks, ticks());
+    const bool checksDiffer = assign(m_checks, ProtectionChecks::checks(m_situation));
+    if (ticksDiffer) {
         Q_EMIT ticksChanged();
     }
-    if (hasOtherChecks) {
+    if (checksDiffer) {
         m_checkRows.assign(m_checks);
         Q_EMIT checksChanged();
     }
-    if (isOther) {
+    if (valuesDiffer) {
         Q_EMIT changed();
     }
 }
 
-Summary::Told Summary::told() const
+Summary::Values Summary::values() const
 {
     return {
         .title = OverviewTexts::title(m_situation),
@@ -119,10 +119,10 @@ Summary::Told Summary::told() const
         .currentFile = OverviewTexts::currentFile(m_situation),
         .action = OverviewTexts::action(m_situation),
         .notice = OverviewTexts::notice(m_situation),
-        .dialValue = DialFace::value(m_situation),
-        .dialCaption = DialFace::caption(m_situation),
+        .dialValue = DialContent::value(m_situation),
+        .dialCaption = DialContent::caption(m_situation),
         .percent = m_situation.status ? m_situation.status->percent : 0,
-        .nowFraction = DialFace::nowFraction(AppModel::now()),
+        .nowFraction = DialContent::nowFraction(AppModel::now()),
         .running = m_situation.status.has_value(),
         .sidebarState = ShellTexts::sidebarState(m_situation),
         .sidebarTone = ShellTexts::sidebarTone(m_situation),
@@ -137,15 +137,15 @@ QList<bool> Summary::ticks() const
     const auto percent =
         m_situation.status ? std::optional(m_situation.status->percent) : std::nullopt;
     QList<bool> lit;
-    for (int tick = 0; tick < DialFace::tickCount; ++tick) {
-        lit.append(DialFace::isLit(tick, percent, m_halfHours));
+    for (int tick = 0; tick < DialContent::tickCount; ++tick) {
+        lit.append(DialContent::isLit(tick, percent, m_versionTicks));
     }
     return lit;
 }
 
 QString Summary::actionLabel() const
 {
-    return OverviewTexts::label(m_told.action);
+    return OverviewTexts::label(m_values.action);
 }
 
 QString Summary::badge() const

@@ -12,9 +12,9 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// What overview, sidebar and tray panel say of the present situation, told anew whenever the model
-/// changes, and each minute. What comes out the same isn't told of, so that a run, which is seen
-/// anew each second, disturbs only what is about the run.
+/// The texts and values of overview, sidebar and tray panel, made again whenever the model changes,
+/// and each minute. Signals are emitted only for values that differ, so that a run, which is read
+/// each second, updates only what is about the run.
 class Summary : public QObject
 {
     Q_OBJECT
@@ -55,21 +55,21 @@ public:
     [[nodiscard]] AppModel *model() const { return m_model; }
     void setModel(AppModel *model);
 
-    [[nodiscard]] QString title() const { return m_told.title; }
-    [[nodiscard]] QString detail() const { return m_told.detail; }
-    [[nodiscard]] QString currentFile() const { return m_told.currentFile; }
-    [[nodiscard]] OverviewTexts::Action action() const { return m_told.action; }
+    [[nodiscard]] QString title() const { return m_values.title; }
+    [[nodiscard]] QString detail() const { return m_values.detail; }
+    [[nodiscard]] QString currentFile() const { return m_values.currentFile; }
+    [[nodiscard]] OverviewTexts::Action action() const { return m_values.action; }
     [[nodiscard]] QString actionLabel() const;
-    [[nodiscard]] QString notice() const { return m_told.notice; }
+    [[nodiscard]] QString notice() const { return m_values.notice; }
 
-    [[nodiscard]] QString dialValue() const { return m_told.dialValue; }
-    [[nodiscard]] QString dialCaption() const { return m_told.dialCaption; }
-    /// Of the run in progress, as it stands; 0 when nothing runs.
-    [[nodiscard]] double percent() const { return m_told.percent; }
-    /// One for each tick of the dial.
+    [[nodiscard]] QString dialValue() const { return m_values.dialValue; }
+    [[nodiscard]] QString dialCaption() const { return m_values.dialCaption; }
+    /// The progress of the run from 0 to 1, unchecked; 0 when nothing runs.
+    [[nodiscard]] double percent() const { return m_values.percent; }
+    /// Whether each tick of the dial is lit.
     [[nodiscard]] QList<bool> litTicks() const { return m_litTicks; }
-    /// From 0 at the top to 1.
-    [[nodiscard]] double nowFraction() const { return m_told.nowFraction; }
+    /// Where the current time is on the dial, clockwise from 0 at the top to 1.
+    [[nodiscard]] double nowFraction() const { return m_values.nowFraction; }
 
     [[nodiscard]] QList<ProtectionChecks::Check> checks() const { return m_checks; }
     /// The same for QML.
@@ -77,36 +77,36 @@ public:
     [[nodiscard]] QString badge() const;
     [[nodiscard]] bool isProtectedWell() const;
 
-    /// Whether a run is seen; a launch alone is none.
-    [[nodiscard]] bool isRunning() const { return m_told.running; }
-    [[nodiscard]] QString sidebarState() const { return m_told.sidebarState; }
-    [[nodiscard]] Tone sidebarTone() const { return m_told.sidebarTone; }
-    [[nodiscard]] QString panelEyebrow() const { return m_told.panelEyebrow; }
-    [[nodiscard]] QString panelHeadline() const { return m_told.panelHeadline; }
-    [[nodiscard]] QString panelDetail() const { return m_told.panelDetail; }
+    /// Whether a run is in progress; false while it is only being launched.
+    [[nodiscard]] bool isRunning() const { return m_values.running; }
+    [[nodiscard]] QString sidebarState() const { return m_values.sidebarState; }
+    [[nodiscard]] Tone sidebarTone() const { return m_values.sidebarTone; }
+    [[nodiscard]] QString panelEyebrow() const { return m_values.panelEyebrow; }
+    [[nodiscard]] QString panelHeadline() const { return m_values.panelHeadline; }
+    [[nodiscard]] QString panelDetail() const { return m_values.panelDetail; }
 
     /// A DestinationState for each destination, in their order; none without a model.
     [[nodiscard]] KeyedListModel *destinationRows() { return &m_destinationRows; }
     /// Those of them that the tray panel has.
     [[nodiscard]] KeyedListModel *panelRows() { return &m_panelRows; }
 
-    /// Does what the large button says.
+    /// Performs the action of the large button.
     Q_INVOKABLE void act();
-    /// Does what a click on the check of that id does; nothing where there is nothing to do.
+    /// Opens the place where the check of that id is put right; nothing if there is none.
     Q_INVOKABLE void remedy(const QString &id);
 
 Q_SIGNALS:
     void modelChanged();
-    /// Other ticks shine. Comes before changed(), so that who draws them can tell whether that is a
-    /// step of the run.
+    /// litTicks has changed. Emitted before changed(), so that the drawing code can compare
+    /// `percent` with the value that it has seen last.
     void ticksChanged();
     void checksChanged();
-    /// Any of the other values is another one.
+    /// Any of the other values has changed.
     void changed();
 
 private:
-    /// What changes with a run from one second to the next.
-    struct Told
+    /// The values that changed() reports.
+    struct Values
     {
         QString title;
         QString detail;
@@ -124,20 +124,20 @@ private:
         QString panelHeadline;
         QString panelDetail;
 
-        bool operator==(const Told &) const = default;
+        bool operator==(const Values &) const = default;
     };
 
     void update();
     void updateDestinations();
     void updateRun();
-    void tell();
-    [[nodiscard]] Told told() const;
+    void publish();
+    [[nodiscard]] Values values() const;
     [[nodiscard]] QList<bool> ticks() const;
 
     QPointer<AppModel> m_model;
     Situation m_situation;
-    QSet<int> m_halfHours; ///< those of the last day in which a version was made
-    Told m_told;
+    QSet<int> m_versionTicks; ///< the ticks of the versions of the last 24 hours
+    Values m_values;
     QList<bool> m_litTicks;
     QList<ProtectionChecks::Check> m_checks;
     KeyedListModel m_checkRows{QMetaType::fromType<ProtectionChecks::Check>(), "id"};

@@ -2,11 +2,11 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
 
-// A day of 24 hours like the face of a watch: each half-hour in which a version was made shines.
-// While a backup runs, the ring fills. All measures are fractions of the diameter.
+// A dial of 24 hours: each half-hour in which a version was made is lit. While a backup runs, the
+// ring fills. All measures are fractions of the diameter.
 //
-// Bezel and well are painted once, the ring when other ticks shine: what a run changes each second
-// is the text.
+// Bezel and well are painted once, the ring only when the lit ticks change, so that during a run
+// only the text is painted each second.
 Item {
     id: root
 
@@ -41,9 +41,10 @@ Item {
     TickRing {
         id: ring
 
-        readonly property real percent: root.summary.percent // of before, until it is told of
+        // Still the former value while ticksChanged is emitted.
+        readonly property real percent: root.summary.percent
 
-        // The steps of a run move softly; a version that comes to light does so at once.
+        // The progress of a run fades in; a new version is lit at once.
         function follow() {
             transition = root.summary.percent === percent ? 0 : Motion.time(400);
             lit = root.summary.litTicks;
@@ -98,8 +99,8 @@ Item {
     Column {
         objectName: "text"
         x: (root.diameter - width) / 2
-        // What is seen of it stands in the middle, from the digits' tops to what hangs below the
-        // last line.
+        // The visible part is centred: from the tops of the digits to the descenders of the last
+        // line.
         y: root.snapped((root.diameter - height - value.above
                          + (root.captioned ? captionMetrics.hanging : value.below)) / 2)
         width: 0.54 * root.diameter

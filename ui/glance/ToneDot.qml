@@ -2,7 +2,7 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
 
-// A state in a word, in the colour of what it means to the person.
+// A state in a word, with a dot in the colour of what it means to the user.
 StatusDot {
     id: root
 

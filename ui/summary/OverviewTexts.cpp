@@ -5,7 +5,7 @@
 
 namespace {
 
-// Counts and sizes come one after the other in a sentence whose order a translation may change.
+// The placeholders have numbers, so that a translation may change their order.
 QString progress(const RunStatus &status)
 {
     if (status.totalFiles < 1) {

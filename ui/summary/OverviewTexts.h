@@ -2,15 +2,15 @@
 
 #include "ui/summary/Situation.h"
 
-/// The sentences of the overview, from the present situation.
+/// The sentences of the overview for a situation.
 namespace OverviewTexts {
 Q_NAMESPACE
 
 /// What the large button does.
 enum class Action {
-    Choose,   ///< goes to the destinations, there being none
+    Choose,   ///< opens the page of the destinations, as none is in use
     Start,    ///< starts a backup
-    Starting, ///< nothing: a backup is on its way, or the program itself
+    Starting, ///< nothing, while a backup or the program itself is starting
     Stop,     ///< stops the backup
 };
 Q_ENUM_NS(Action)
@@ -19,10 +19,10 @@ QString title(const Situation &situation);
 QString detail(const Situation &situation);
 
 /// The file that is being stored, the home folder as "~"; a blank when there is none, so that the
-/// line always stands.
+/// line keeps its height.
 QString currentFile(const Situation &situation);
 
-/// What went wrong and nothing else reports; empty when nothing did.
+/// A failure that is reported nowhere else; empty when there is none.
 QString notice(const Situation &situation);
 
 Action action(const Situation &situation);

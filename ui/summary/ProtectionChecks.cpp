@@ -41,7 +41,7 @@ Check copies(const Situation &situation)
         return {id, false, Texts::tr("Nessuna destinazione"),
                 Texts::tr("I file stanno solo su questo Mac"), Remedy::destinations};
     }
-    // Before the count: a second copy doesn't make up for the first one's place.
+    // Checked before the count: a second copy doesn't make a copy on the Mac's own disk safe.
     if (situation.config.localEnabled && situation.localOnSystemDisk) {
         return {id, false, Texts::tr("Backup sul disco del Mac"),
                 Texts::tr("Un guasto li porta via insieme ai file"), Remedy::destinations};

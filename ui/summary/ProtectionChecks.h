@@ -6,10 +6,10 @@
 #include <QObject>
 #include <QString>
 
-/// What the protection panel looks at, row by row.
+/// The rows of the protection panel.
 namespace ProtectionChecks {
 
-/// What a click on a row does.
+/// What a click on a row opens.
 enum class Remedy { none, recoveryKit, destinations, settings, access, activity };
 
 struct Check
@@ -26,17 +26,17 @@ public:
     bool ok = false;
     QString title;
     QString detail;
-    Remedy remedy = Remedy::none; ///< none: the row can't be clicked
+    Remedy remedy = Remedy::none; ///< with none the row can't be clicked
 
     bool operator==(const Check &) const = default;
 
     [[nodiscard]] bool hasRemedy() const { return remedy != Remedy::none; }
 };
 
-/// The rows in their order. That of the integrity is missing until something has been verified.
+/// The rows in their order. "integrity" is missing until a destination has been verified.
 QList<Check> checks(const Situation &situation);
 
-/// How many are to be put in order, in words.
+/// The text of how many checks aren't ok.
 QString badge(const QList<Check> &checks);
 
 } // namespace ProtectionChecks

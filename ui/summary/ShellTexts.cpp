@@ -2,7 +2,7 @@
 
 #include "state/Fmt.h"
 #include "state/Texts.h"
-#include "ui/summary/DialFace.h"
+#include "ui/summary/DialContent.h"
 
 QString ShellTexts::sidebarState(const Situation &situation)
 {
@@ -40,7 +40,7 @@ QString ShellTexts::panelHeadline(const Situation &situation)
 {
     if (situation.status) {
         return Texts::tr("%1% su %2")
-            .arg(QString::number(DialFace::wholePercent(situation.status->percent)),
+            .arg(QString::number(DialContent::wholePercent(situation.status->percent)),
                  title(situation.status->destination));
     }
     return situation.lastSuccess ? Fmt::relative(situation.lastSuccess->date)
@@ -71,6 +71,6 @@ QString ShellTexts::panelDetail(const Situation &situation)
 QList<DestinationID> ShellTexts::panelDestinations(const Situation &situation)
 {
     const QList<DestinationID> enabled = situation.config.enabledDestinations();
-    // Who has set up nothing isn't shown the server.
+    // Without any destination in use, the server isn't listed.
     return enabled.isEmpty() ? QList{DestinationID::Local, DestinationID::Drive} : enabled;
 }

@@ -2,7 +2,8 @@
 
 #include "model/AppModel.h"
 
-/// What the texts at a glance go by: the model's values at one moment, as plain data.
+/// The model's values at one moment, as plain data: all that the functions of this folder depend
+/// on, except the time.
 struct Situation
 {
     AppConfig config;
@@ -13,9 +14,9 @@ struct Situation
     std::optional<RunRecord> lastCheck; ///< the newest verification
     std::optional<QString> staleText;   ///< age of the last good backup while that is too old
     bool fullDiskAccess = true;
-    bool localOnSystemDisk = false;      ///< the disk of the backups is the one of the home folder
+    bool localOnSystemDisk = false;      ///< the local backups are on the disk of the home folder
     std::optional<QString> supportError; ///< why no backup can run
-    std::optional<QString> keyError;     ///< what went wrong with the key
+    std::optional<QString> keyError;     ///< the last failure concerning the key
 
     static Situation of(const AppModel &model);
 

@@ -11,11 +11,11 @@
 
 namespace {
 
-/// What a summary reports, in order.
-class Told
+/// Records the changes that a summary reports, in order.
+class Reports
 {
 public:
-    explicit Told(Summary &summary)
+    explicit Reports(Summary &summary)
     {
         note(summary, &Summary::modelChanged, "model");
         note(summary, &Summary::ticksChanged, "ticks");
@@ -48,45 +48,45 @@ class SummaryTest : public testing::Test
 protected:
     SummaryTest()
     {
-        shown.config.localEnabled = true;
-        shown.config.driveEnabled = true;
-        shown.config.keySaved = true;
+        state.config.localEnabled = true;
+        state.config.driveEnabled = true;
+        state.config.keySaved = true;
         show();
         summary.setModel(model.get());
-        told.take();
+        reports.take();
     }
 
-    /// Lets the model look at all of the state anew.
+    /// Lets the model read all of the state again.
     void show()
     {
-        desktop.fullDiskAccess = shown.fullDiskAccess;
-        model->setConfig(AppConfig(shown.config));
+        desktop.fullDiskAccess = state.fullDiskAccess;
+        model->setConfig(AppConfig(state.config));
         model->checkPermissions();
         model->run()->look();
         for (const DestinationID destination : allDestinations) {
             model->refresh(destination);
         }
-        if (shown.launching) {
+        if (state.launching) {
             model->startBackup();
             desktop.asked.clear();
         }
     }
 
-    /// A version on the disk, so many minutes ago.
+    /// Adds a version on the disk, made so many minutes ago.
     void store(qint64 minutesAgo)
     {
         Snap version;
         version.date = Clock::now().addSecs(-60 * minutesAgo);
-        shown.repos[DestinationID::Local].snapshots.append(version);
+        state.repos[DestinationID::Local].snapshots.append(version);
     }
 
     void run(double percent)
     {
-        shown.status = RunStatus();
-        shown.status->startedAt = Clock::now();
-        shown.status->destination = DestinationID::Drive;
-        shown.status->phase = QStringLiteral("Copia dei file");
-        shown.status->percent = percent;
+        state.status = RunStatus();
+        state.status->startedAt = Clock::now();
+        state.status->destination = DestinationID::Drive;
+        state.status->phase = QStringLiteral("Copia dei file");
+        state.status->percent = percent;
     }
 
     void record(qint64 minutesAgo, Outcome outcome, const std::optional<QString> &kind = {})
@@ -96,7 +96,7 @@ protected:
         made.date = Clock::now().addSecs(-60 * minutesAgo);
         made.outcome = outcome;
         made.kind = kind;
-        shown.history.prepend(made);
+        state.history.prepend(made);
     }
 
     [[nodiscard]] QList<qsizetype> litTicks() const
@@ -125,11 +125,11 @@ protected:
     ManualClock clock{QDateTime(QDate(2026, 7, 15), QTime(12, 0)).toUTC()};
     ScopedClock clockInForce{clock};
     PreparedWorld world;
-    PreparedState &shown = world.state();
+    PreparedState &state = world.state();
     NotedDesktop &desktop = world.desktop();
     std::unique_ptr<AppModel> model = world.model();
     Summary summary;
-    Told told{summary};
+    Reports reports{summary};
 };
 
 TEST_F(SummaryTest, withoutAModelItSaysWhatAFreshInstallationIs)
@@ -144,8 +144,8 @@ TEST_F(SummaryTest, withoutAModelItSaysWhatAFreshInstallationIs)
 
 TEST_F(SummaryTest, aFreshInstallationWithoutAccessHasThreeThingsToPutInOrder)
 {
-    shown.config = AppConfig();
-    shown.fullDiskAccess = false;
+    state.config = AppConfig();
+    state.fullDiskAccess = false;
     show();
     EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
     EXPECT_EQ(summary.dialValue().toStdString(), "--");
@@ -160,7 +160,7 @@ TEST_F(SummaryTest, aRunReachesIt)
 {
     run(0.5);
     show();
-    EXPECT_EQ(told.take(), Words({"ticks", "rest"}));
+    EXPECT_EQ(reports.take(), Words({"ticks", "rest"}));
     EXPECT_EQ(summary.dialValue().toStdString(), "50%");
     EXPECT_EQ(summary.dialCaption().toStdString(), "Copia dei file");
     EXPECT_EQ(summary.percent(), 0.5);
@@ -170,21 +170,21 @@ TEST_F(SummaryTest, aRunReachesIt)
 
 TEST_F(SummaryTest, aLaunchReachesIt)
 {
-    shown.launching = true;
+    state.launching = true;
     show();
-    EXPECT_EQ(told.take(), Words({"rest"}));
+    EXPECT_EQ(reports.take(), Words({"rest"}));
     EXPECT_EQ(summary.dialValue().toStdString(), "...");
     EXPECT_EQ(summary.actionLabel().toStdString(), "Avvio in corso...");
     EXPECT_FALSE(summary.isRunning());
 }
 
-TEST_F(SummaryTest, anotherSettingReachesIt)
+TEST_F(SummaryTest, aChangedSettingReachesIt)
 {
     AppConfig config = model->config();
     config.keepDays = -1;
     config.driveEnabled = false;
     model->setConfig(config);
-    EXPECT_EQ(told.take(), Words({"destinations", "checks"}));
+    EXPECT_EQ(reports.take(), Words({"destinations", "checks"}));
     EXPECT_EQ(detailOf(QStringLiteral("versions")), "Un file rovinato non si recupera più");
     EXPECT_EQ(summary.panelRows()->count(), 1);
     EXPECT_EQ(summary.destinationRows()->count(), 3);
@@ -215,11 +215,11 @@ TEST_F(SummaryTest, theHistoryReachesIt)
 {
     record(5, Outcome::Ok);
     show();
-    EXPECT_EQ(told.take(), Words({"rest"}));
+    EXPECT_EQ(reports.take(), Words({"rest"}));
     EXPECT_EQ(summary.dialValue().toStdString(), "5 min");
     record(3, Outcome::Ok, QStringLiteral("check"));
     show();
-    EXPECT_EQ(told.take(), Words({"checks"}));
+    EXPECT_EQ(reports.take(), Words({"checks"}));
     EXPECT_EQ(summary.checks().size(), 5);
 }
 
@@ -227,15 +227,15 @@ TEST_F(SummaryTest, theVersionsReachIt)
 {
     store(30);
     show();
-    EXPECT_EQ(told.take(), Words({"ticks"}));
+    EXPECT_EQ(reports.take(), Words({"ticks"}));
     EXPECT_EQ(litTicks(), QList<qsizetype>({23}));
 }
 
 TEST_F(SummaryTest, accessToTheDiskReachesIt)
 {
-    shown.fullDiskAccess = false;
+    state.fullDiskAccess = false;
     show();
-    EXPECT_EQ(told.take(), Words({"checks"}));
+    EXPECT_EQ(reports.take(), Words({"checks"}));
     EXPECT_EQ(detailOf(QStringLiteral("access")), "Mail, Safari e Messaggi restano fuori");
 }
 
@@ -245,27 +245,27 @@ TEST_F(SummaryTest, nothingIsReportedWhenAllIsAsBefore)
     record(5, Outcome::Ok);
     store(30);
     show();
-    told.take();
+    reports.take();
     show();
     Q_EMIT model->run()->statusChanged();
     Q_EMIT model->summaryChanged();
-    EXPECT_EQ(told.take(), Words());
+    EXPECT_EQ(reports.take(), Words());
 }
 
 TEST_F(SummaryTest, aSecondOfARunReportsNothingElse)
 {
     run(0.51);
     show();
-    told.take();
-    shown.status->percent = 0.52;
+    reports.take();
+    state.status->percent = 0.52;
     show();
-    EXPECT_EQ(told.take(), Words({"rest"}));
-    shown.status->percent = 0.53;
+    EXPECT_EQ(reports.take(), Words({"rest"}));
+    state.status->percent = 0.53;
     show();
-    EXPECT_EQ(told.take(), Words({"ticks", "rest"}));
+    EXPECT_EQ(reports.take(), Words({"ticks", "rest"}));
 }
 
-TEST_F(SummaryTest, whoDrawsTheTicksFindsThePercentThatTheyAreFor)
+TEST_F(SummaryTest, ticksChangeTogetherWithTheirPercent)
 {
     double found = -1;
     QObject::connect(&summary, &Summary::ticksChanged, model.get(),
@@ -280,7 +280,7 @@ TEST_F(SummaryTest, aMinuteMovesTheMarker)
     EXPECT_EQ(summary.nowFraction(), 0.5);
     clock.advance(std::chrono::minutes(1));
     Q_EMIT model->summaryChanged();
-    EXPECT_EQ(told.take(), Words({"rest"}));
+    EXPECT_EQ(reports.take(), Words({"rest"}));
     EXPECT_EQ(summary.nowFraction(), 721.0 / 1440);
 }
 
@@ -288,10 +288,10 @@ TEST_F(SummaryTest, theTickOfAVersionGoesOutAfterADay)
 {
     store(0);
     show();
-    told.take();
+    reports.take();
     clock.advance(std::chrono::hours(24));
     Q_EMIT model->summaryChanged();
-    EXPECT_EQ(told.take(), Words({"ticks"}));
+    EXPECT_EQ(reports.take(), Words({"ticks"}));
     EXPECT_EQ(litTicks(), QList<qsizetype>());
 }
 
@@ -309,7 +309,7 @@ TEST_F(SummaryTest, theRingFillsWithTheRunWhateverVersionsThereAre)
     EXPECT_EQ(lit(0.5), 24);
     EXPECT_EQ(lit(1), 48);
     EXPECT_EQ(lit(7), 48);
-    shown.status.reset();
+    state.status.reset();
     show();
     EXPECT_EQ(litTicks(), QList<qsizetype>({23}));
 }
@@ -318,33 +318,33 @@ TEST_F(SummaryTest, aModelThatGoesAwayLeavesNothingBehind)
 {
     run(0.5);
     show();
-    told.take();
+    reports.take();
     model.reset();
-    EXPECT_EQ(told.take(), Words({"model", "destinations", "ticks", "checks", "rest"}));
+    EXPECT_EQ(reports.take(), Words({"model", "destinations", "ticks", "checks", "rest"}));
     EXPECT_EQ(summary.model(), nullptr);
     EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
     summary.act();
     summary.remedy(QStringLiteral("copies"));
-    EXPECT_EQ(told.take(), Words());
+    EXPECT_EQ(reports.take(), Words());
 }
 
-TEST_F(SummaryTest, aModelThatIsTakenAwayIsHeardNoMore)
+TEST_F(SummaryTest, aFormerModelIsIgnored)
 {
     AppModel other(PreparedWorld().world());
     summary.setModel(&other);
     EXPECT_EQ(summary.title().toStdString(), "Nessuna destinazione configurata");
-    told.take();
+    reports.take();
     run(0.5);
     show();
     model.reset();
-    EXPECT_EQ(told.take(), Words());
+    EXPECT_EQ(reports.take(), Words());
     summary.setModel(&other);
-    EXPECT_EQ(told.take(), Words());
+    EXPECT_EQ(reports.take(), Words());
 }
 
 TEST_F(SummaryTest, withNoDestinationTheButtonLeadsToThem)
 {
-    shown.config = AppConfig();
+    state.config = AppConfig();
     show();
     EXPECT_EQ(summary.actionLabel().toStdString(), "Scegli una destinazione");
     summary.act();
@@ -352,7 +352,7 @@ TEST_F(SummaryTest, withNoDestinationTheButtonLeadsToThem)
     EXPECT_EQ(desktop.asked, QStringList());
 }
 
-TEST_F(SummaryTest, otherwiseItStartsABackup)
+TEST_F(SummaryTest, withADestinationTheButtonStartsABackup)
 {
     EXPECT_EQ(summary.actionLabel().toStdString(), "Esegui backup ora");
     summary.act();
@@ -361,15 +361,15 @@ TEST_F(SummaryTest, otherwiseItStartsABackup)
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
 }
 
-TEST_F(SummaryTest, whileOneStartsItDoesNothing)
+TEST_F(SummaryTest, whileABackupStartsTheButtonDoesNothing)
 {
-    shown.launching = true;
+    state.launching = true;
     show();
     summary.act();
     EXPECT_EQ(desktop.asked, QStringList());
 }
 
-TEST_F(SummaryTest, whileOneRunsItStopsIt)
+TEST_F(SummaryTest, duringABackupTheButtonStopsIt)
 {
     run(0.5);
     show();
@@ -377,34 +377,34 @@ TEST_F(SummaryTest, whileOneRunsItStopsIt)
     EXPECT_EQ(desktop.asked, QStringList{QStringLiteral("stop")});
 }
 
-TEST_F(SummaryTest, aKeyThatIsNotSavedIsMendedByTheKit)
+TEST_F(SummaryTest, theRemedyForAnUnsavedKeyIsTheKit)
 {
-    shown.config.keySaved = false;
+    state.config.keySaved = false;
     show();
     summary.remedy(QStringLiteral("key"));
     EXPECT_TRUE(model->kit()->isShowing());
     EXPECT_EQ(model->section(), AppModel::Section::Overview);
 }
 
-TEST_F(SummaryTest, missingCopiesAreMendedAmongTheDestinations)
+TEST_F(SummaryTest, theRemedyForMissingCopiesIsAmongTheDestinations)
 {
-    shown.config.driveEnabled = false;
+    state.config.driveEnabled = false;
     show();
     summary.remedy(QStringLiteral("copies"));
     EXPECT_EQ(model->section(), AppModel::Section::Destinations);
 }
 
-TEST_F(SummaryTest, missingVersionsAreMendedInTheSettings)
+TEST_F(SummaryTest, theRemedyForMissingVersionsIsInTheSettings)
 {
-    shown.config.keepDays = -1;
+    state.config.keepDays = -1;
     show();
     summary.remedy(QStringLiteral("versions"));
     EXPECT_EQ(model->section(), AppModel::Section::Settings);
 }
 
-TEST_F(SummaryTest, missingAccessIsMendedInTheSystemsSettings)
+TEST_F(SummaryTest, theRemedyForMissingAccessIsInTheSystemsSettings)
 {
-    shown.fullDiskAccess = false;
+    state.fullDiskAccess = false;
     show();
     summary.remedy(QStringLiteral("access"));
     EXPECT_EQ(desktop.asked, QStringList({QStringLiteral("settings")}));
@@ -419,7 +419,7 @@ TEST_F(SummaryTest, aFailedVerificationLeadsToTheActivity)
     EXPECT_EQ(model->section(), AppModel::Section::Activity);
 }
 
-TEST_F(SummaryTest, whatIsInOrderOrUnknownNeedsNoMending)
+TEST_F(SummaryTest, checksThatAreOkOrUnknownHaveNoRemedy)
 {
     for (const char *id : {"key", "copies", "versions", "access", "integrity", "", "other"}) {
         summary.remedy(QString::fromLatin1(id));

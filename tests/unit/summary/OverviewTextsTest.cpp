@@ -137,7 +137,7 @@ TEST_F(OverviewTextsTest, aFileElsewhereIsShownWhole)
     RunStatus &status = run();
     status.currentFile = QStringLiteral("/media/disk/a.txt");
     EXPECT_EQ(OverviewTexts::currentFile(situation), QStringLiteral("/media/disk/a.txt"));
-    // The home of a user whose name begins with this one's.
+    // The home of a user whose name begins with this user's name.
     status.currentFile = Paths::home() + QStringLiteral("2/a.txt");
     EXPECT_EQ(OverviewTexts::currentFile(situation), *status.currentFile);
 }

@@ -87,7 +87,7 @@ TEST_F(ShellTextsTest, waitingForTheKeyringIsReportedBeforeWhatFollowsFromTheKey
     EXPECT_EQ(ShellTexts::sidebarState(situation), QStringLiteral("In attesa del Portachiavi"));
     EXPECT_EQ(ShellTexts::sidebarTone(situation), Tone::Attention);
     EXPECT_EQ(detail(), QStringLiteral("In attesa del Portachiavi."));
-    // What is known from the files alone stays.
+    // Texts that depend on the files alone stay.
     succeed(120);
     EXPECT_EQ(ShellTexts::panelHeadline(situation), QStringLiteral("2 ore fa"));
 }

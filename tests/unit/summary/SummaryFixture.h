@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-/// A situation at noon of a summer's day, as after a fresh installation.
+/// A situation at noon on a day in summer, as after a fresh installation.
 class SummaryFixture : public testing::Test
 {
 protected:

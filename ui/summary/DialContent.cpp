@@ -1,4 +1,4 @@
-#include "ui/summary/DialFace.h"
+#include "ui/summary/DialContent.h"
 
 #include "state/Fmt.h"
 #include "state/Texts.h"
@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 secondsOfDay = 86400;
 constexpr int minutesOfHour = 60;
-constexpr int minutesOfSlot = 30;
+constexpr int minutesPerTick = 30;
 constexpr double minutesOfDay = 1440;
 
 int minuteOfDay(const QDateTime &moment)
@@ -21,29 +21,30 @@ int minuteOfDay(const QDateTime &moment)
 
 } // namespace
 
-QSet<int> DialFace::litSlots(const QList<QDateTime> &versions, const QDateTime &now)
+QSet<int> DialContent::versionTicks(const QList<QDateTime> &versions, const QDateTime &now)
 {
     const QDateTime dayAgo = now.addSecs(-secondsOfDay);
     QSet<int> lit;
     for (const QDateTime &version : versions) {
         if (version > dayAgo) {
-            lit.insert(minuteOfDay(version) / minutesOfSlot);
+            lit.insert(minuteOfDay(version) / minutesPerTick);
         }
     }
     return lit;
 }
 
-bool DialFace::isLit(int tick, const std::optional<double> &percent, const QSet<int> &litSlots)
+bool DialContent::isLit(int tick, const std::optional<double> &percent,
+                        const QSet<int> &versionTicks)
 {
-    return percent ? static_cast<double>(tick) / tickCount < *percent : litSlots.contains(tick);
+    return percent ? static_cast<double>(tick) / tickCount < *percent : versionTicks.contains(tick);
 }
 
-double DialFace::nowFraction(const QDateTime &now)
+double DialContent::nowFraction(const QDateTime &now)
 {
     return minuteOfDay(now) / minutesOfDay;
 }
 
-QString DialFace::value(const Situation &situation)
+QString DialContent::value(const Situation &situation)
 {
     if (situation.status) {
         return QString::number(wholePercent(situation.status->percent)) + u'%';
@@ -54,7 +55,7 @@ QString DialFace::value(const Situation &situation)
     return situation.lastSuccess ? Fmt::since(situation.lastSuccess->date) : QStringLiteral("--");
 }
 
-QString DialFace::caption(const Situation &situation)
+QString DialContent::caption(const Situation &situation)
 {
     if (situation.status) {
         return situation.status->phase;
@@ -62,9 +63,9 @@ QString DialFace::caption(const Situation &situation)
     return situation.lastSuccess ? Texts::tr("dall'ultimo backup") : Texts::tr("nessun backup");
 }
 
-int DialFace::wholePercent(double fraction)
+int DialContent::wholePercent(double fraction)
 {
-    // A status file may hold anything; what is no number is no progress.
+    // A status file may hold anything, even NaN.
     static constexpr double all = 100;
     return std::isnan(fraction)
                ? 0
