@@ -14,7 +14,7 @@ T.RadioButton {
         button: option
     }
 
-    // The template checks whatever is clicked, so the binding is made anew.
+    // The template sets `checked` at a click, so the binding is made again.
     checked: selected
     autoExclusive: false
     onClicked: checked = Qt.binding(() => option.selected)

@@ -24,7 +24,7 @@ Sheet {
     }
     onDismissed: model.kit.showing = false
 
-    // A new key must be confirmed anew.
+    // A new key must be confirmed again.
     Connections {
         target: root.model.key
 

@@ -2,7 +2,7 @@ import QtQuick
 import Vellomar.Design
 import Vellomar.Glance
 
-// The window. Closing it only hides it; whoever made it decides when the program ends.
+// The window. Closing it only hides it; its owner decides when the program ends.
 Window {
     id: root
 

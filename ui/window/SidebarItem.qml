@@ -16,7 +16,7 @@ T.TabButton {
         button: control
     }
 
-    // The template checks whatever is clicked, so the binding is made anew.
+    // The template sets `checked` at a click, so the binding is made again.
     checked: selected
     autoExclusive: false
     onClicked: checked = Qt.binding(() => control.selected)
