@@ -46,12 +46,12 @@ demonstration() {
 
 # A backup by the program, and what its history says of it.
 backup_shown() {
-    "$root/build/bin/vellomar" --backup --manual || fail "the backup failed: $(history_told .message)"
-    history_told '"    new files: \(.filesNew), changed: \(.filesChanged), added to the disk: \(.dataAdded) bytes"'
+    "$root/build/bin/vellomar" --backup --manual || fail "the backup failed: $(newest_backup .message)"
+    newest_backup '"    new files: \(.filesNew), changed: \(.filesChanged), added to the disk: \(.dataAdded) bytes"'
 }
 
-# history_told FILTER: what jq's filter finds in the newest backup.
-history_told() { jq -r "map(select(.kind == null))[0] | $1" "$(settings_folder)/history.json"; }
+# newest_backup FILTER: applies a filter of jq to the record of the newest backup.
+newest_backup() { jq -r "map(select(.kind == null))[0] | $1" "$(settings_folder)/history.json"; }
 
 # restic WORD… on the sample disk; restic reads the key from standard input.
 restic_here() {

@@ -10,8 +10,8 @@ stage() {
     stage_times+=("$(printf '%6d s  %s' $((SECONDS - begin)) "$1")")
 }
 
-# stages_tell: says how long each stage took, and all of them.
-stages_tell() {
+# stages_report: says how long each stage took, and all of them.
+stages_report() {
     say "Up to here"
     printf '%s\n' "${stage_times[@]}" "$(printf '%6d s  all of these' "$SECONDS")" >&2
 }

@@ -73,7 +73,7 @@ bool AccessibleObject::is(const char *state) const
     return states.contains(QLatin1String(state));
 }
 
-QString AccessibleObject::told() const
+QString AccessibleObject::line() const
 {
     return QStringLiteral("%1 \"%2\" (%3) [%4] in \"%5\"")
         .arg(role, name, description, states.join(u' '), window);

@@ -23,8 +23,8 @@ struct AccessibleObject
     QRect place; ///< on the screen
 
     [[nodiscard]] bool is(const char *state) const;
-    /// All of it in a line.
-    [[nodiscard]] QString told() const;
+    /// Everything above in one line, for messages.
+    [[nodiscard]] QString line() const;
 };
 
 /// The accessibility bus, and a screen reader on it that reads the windows of a program. Programs

@@ -101,7 +101,7 @@ protected:
         for (const AccessibleObject &object : objects) {
             const QString wrong = fault(object);
             EXPECT_TRUE(wrong.isEmpty())
-                << wrong.toStdString() << ": " << object.told().toStdString();
+                << wrong.toStdString() << ": " << object.line().toStdString();
             controls += object.is("focusable") && !object.actions.isEmpty() ? 1 : 0;
         }
         EXPECT_GE(controls, leastControls);

@@ -95,13 +95,13 @@ protected:
     {
         return reader.find(program.processId(), role, name);
     }
-    /// All that is on show, for the message of a failure.
-    std::string told()
+    /// Everything on the screen, for the message of a failure.
+    std::string allLines()
     {
         QString lines;
         const QList<AccessibleObject> objects = reader.read(program.processId());
         for (const AccessibleObject &object : objects) {
-            lines += QString(object.depth, u' ') + object.told() + u'\n';
+            lines += QString(object.depth, u' ') + object.line() + u'\n';
         }
         return lines.toStdString();
     }
@@ -209,14 +209,14 @@ protected:
 TEST_F(Story, fromTheFirstStartToAFinishedBackup)
 {
     // A new installation says what to do.
-    ASSERT_TRUE(shows(heading, QStringLiteral("Nessun backup eseguito"))) << told();
+    ASSERT_TRUE(shows(heading, QStringLiteral("Nessun backup eseguito"))) << allLines();
     EXPECT_TRUE(find(label, QStringLiteral("-- nessun backup")));
     EXPECT_TRUE(find(button, QStringLiteral("Kit di recupero da salvare*")));
     keep(QStringLiteral("1-first-start"));
 
     // The key comes before the first backup.
     ASSERT_TRUE(click(button, QStringLiteral("Esegui backup ora")));
-    ASSERT_TRUE(shows(heading, QStringLiteral("Kit di recupero"))) << told();
+    ASSERT_TRUE(shows(heading, QStringLiteral("Kit di recupero"))) << allLines();
     // Going on isn't possible yet; what comes next would show it.
     ASSERT_TRUE(click(button, QStringLiteral("Continua")));
     EXPECT_FALSE(QFile::exists(Paths::supportFile(QStringLiteral("status.json"))));
@@ -238,7 +238,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
               QFile::ReadOwner | QFile::WriteOwner);
     EXPECT_TRUE(
         shows(QStringLiteral("alert"), QStringLiteral("Il kit è sullo stesso disco dei backup: *")))
-        << told();
+        << allLines();
     keep(QStringLiteral("2-recovery-kit"));
 
     // Only the user's confirmation counts; after that the keyboard goes on.
@@ -254,7 +254,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
     ASSERT_TRUE(screen.press(QStringLiteral("Return")));
 
     // The backup that waited for it runs, and fills the dial.
-    ASSERT_TRUE(shows(heading, QStringLiteral("Backup su Disco esterno"))) << told();
+    ASSERT_TRUE(shows(heading, QStringLiteral("Backup su Disco esterno"))) << allLines();
     EXPECT_TRUE(ConfigStore::load().keySaved);
     int first = 0;
     ASSERT_TRUE(eventually([&] { return (first = percent()) > 0; }));
@@ -266,14 +266,14 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
         return names.contains(QStringLiteral("Interrompi")) &&
                !names.filter(QStringLiteral("% su Disco esterno")).isEmpty() &&
                names.contains(QStringLiteral("Copia dei file"));
-    })) << told();
+    })) << allLines();
     keep(QStringLiteral("4-panel-running"), true);
     toggleTrayPanel();
     ASSERT_TRUE(eventually([this] { return panelNames().isEmpty(); }));
 
     // Stopped.
     ASSERT_TRUE(click(button, QStringLiteral("Interrompi")));
-    ASSERT_TRUE(shows(heading, QStringLiteral("Nessun backup eseguito"))) << told();
+    ASSERT_TRUE(shows(heading, QStringLiteral("Nessun backup eseguito"))) << allLines();
     ASSERT_TRUE(eventually([] { return !outcomes().isEmpty(); }));
     EXPECT_THAT(outcomes(), testing::ElementsAre(Outcome::Cancelled));
 
@@ -283,7 +283,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
         const auto start = find(button, QStringLiteral("Esegui backup ora"));
         return start && reader.press(program.processId(), *start);
     }));
-    ASSERT_TRUE(shows(heading, QStringLiteral("Backup aggiornato"))) << told();
+    ASSERT_TRUE(shows(heading, QStringLiteral("Backup aggiornato"))) << allLines();
     std::optional<AccessibleObject> tile;
     EXPECT_TRUE(eventually([&] {
         tile = find(button, QStringLiteral("Disco esterno: Backup *"));
@@ -300,7 +300,7 @@ TEST_F(Story, fromTheFirstStartToAFinishedBackup)
         const QStringList names = panelNames();
         return names.contains(QStringLiteral("Esegui backup")) &&
                names.contains(QStringLiteral("Ultimo backup"));
-    })) << told();
+    })) << allLines();
     keep(QStringLiteral("6-panel-finished"), true);
 
     // The key in the kit is the one that opens the backup.

@@ -74,7 +74,7 @@ QStringList actions(QAccessibleInterface *element)
 }
 
 /// Whether the name, description or value of one of the elements says the text.
-bool isTold(const QString &text, const QList<QAccessibleInterface *> &elements)
+bool isAnnounced(const QString &text, const QList<QAccessibleInterface *> &elements)
 {
     for (QAccessibleInterface *element : elements) {
         for (const auto part : {QAccessible::Name, QAccessible::Description, QAccessible::Value}) {
@@ -95,14 +95,14 @@ void examine(QQuickItem *item, const QList<QAccessibleInterface *> &elements, QS
         std::any_of(elements.cbegin(), elements.cend(),
                     [item](QAccessibleInterface *element) { return element->object() == item; });
     if (item->activeFocusOnTab() && item->isEnabled() && !isMet) {
-        faults.append(QStringLiteral("the keyboard reaches a %1 that isn't told")
+        faults.append(QStringLiteral("the keyboard reaches a %1 that isn't announced")
                           .arg(QLatin1String(item->metaObject()->className())));
     }
     if (item->inherits("QQuickText")) {
         QString text = item->property("text").toString().trimmed();
         text.replace(QChar::Nbsp, u' '); // how it is set in lines isn't read out
-        if (!text.isEmpty() && !isTold(text, elements)) {
-            faults.append(QStringLiteral("the text \"%1\" isn't told").arg(text));
+        if (!text.isEmpty() && !isAnnounced(text, elements)) {
+            faults.append(QStringLiteral("the text \"%1\" isn't announced").arg(text));
         }
     }
     for (QQuickItem *child : item->childItems()) {
@@ -215,7 +215,7 @@ QStringList ScreenReader::faults(QObject *root)
         }
     }
     if (met.isEmpty()) {
-        faults.append(QStringLiteral("nothing is told"));
+        faults.append(QStringLiteral("nothing is announced"));
     }
     if (QQuickItem *item = rootItem(root)) {
         examine(item, met, faults);

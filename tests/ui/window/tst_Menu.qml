@@ -148,9 +148,9 @@ Item {
 
         function test_theScreenReaderHearsIt() {
             openByMouse();
-            const told = ScreenReader.tree(root.Window.window);
-            verify(told.includes("PopupMenu: Menu"), told);
-            compare(told.filter(line => line.startsWith("MenuItem: ")),
+            const lines = ScreenReader.tree(root.Window.window);
+            verify(lines.includes("PopupMenu: Menu"), lines);
+            compare(lines.filter(line => line.startsWith("MenuItem: ")),
                     texts.map(text => "MenuItem: " + text));
             compare(ScreenReader.faults(root.Window.window), []);
             ScreenReader.perform(entry("Licenze open source"), "Press");

@@ -237,8 +237,8 @@ Item {
 
         function test_aboutReportsNameVersionAndCredits() {
             open(about);
-            const told = ScreenReader.tree(view).map(line => line.slice(line.indexOf(": ") + 2));
-            compare(told, ["Informazioni su Vellomar", "Vellomar", "Versione 1.2.3",
+            const lines = ScreenReader.tree(view).map(line => line.slice(line.indexOf(": ") + 2));
+            compare(lines, ["Informazioni su Vellomar", "Vellomar", "Versione 1.2.3",
                            "Backup cifrati con restic e rclone."]);
             compare(part(view, "credits").font.pixelSize, 11);
             compare(String(part(view, "credits").color), String(Theme.text));

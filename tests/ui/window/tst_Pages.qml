@@ -110,11 +110,11 @@ Item {
             const page = area.page.page;
             compare(page.title, data.tag);
             compare(page.subtitle, subtitles[data.section]);
-            const told = ScreenReader.tree(page);
-            compare(told.slice(0, 3), ["Pane: " + data.tag, "Heading: " + data.tag,
+            const lines = ScreenReader.tree(page);
+            compare(lines.slice(0, 3), ["Pane: " + data.tag, "Heading: " + data.tag,
                                        "StaticText: " + subtitles[data.section]]);
-            verify(told.includes("StaticText: Niente da mostrare"));
-            verify(told.includes("StaticText: Questa pagina non fa parte di questa versione di "
+            verify(lines.includes("StaticText: Niente da mostrare"));
+            verify(lines.includes("StaticText: Questa pagina non fa parte di questa versione di "
                                  + "Vellomar."));
         }
 

@@ -154,10 +154,10 @@ Item {
             compare(part(panel, "eyebrow").text, data.eyebrow);
             compare(part(panel, "headline").text, data.headline);
             compare(part(panel, "detail").words, data.detail);
-            const told = ScreenReader.tree(panel);
-            verify(told.includes("Heading: " + data.eyebrow));
-            verify(told.includes("StaticText: " + data.headline));
-            verify(told.includes("StaticText: " + data.detail));
+            const lines = ScreenReader.tree(panel);
+            verify(lines.includes("Heading: " + data.eyebrow));
+            verify(lines.includes("StaticText: " + data.headline));
+            verify(lines.includes("StaticText: " + data.detail));
         }
 
         function test_itsWordsStandOutFromTheirGround() {

@@ -98,7 +98,7 @@ Item {
             verify(faults[0].startsWith("no name: PageTab"), faults[0]);
             verify(faults[1].startsWith("can't be pressed: PageTab"), faults[1]);
             verify(faults[2].startsWith("the keyboard reaches"), faults[2]);
-            compare(faults[3], "the text \"muto\" isn't told");
+            compare(faults[3], "the text \"muto\" isn't announced");
         }
 
         function test_theWalkKnowsAllStates() {
@@ -120,18 +120,18 @@ Item {
             made.prepared.model.section = data.section;
             Eye.look(root);
             compare(ScreenReader.faults(root.Window.window), []);
-            const told = ScreenReader.tree(root.Window.window);
+            const lines = ScreenReader.tree(root.Window.window);
             for (const line of ["StaticText: Vellomar", "Button: Menu", "PageTabList: Sezioni",
                                 "PageTab: Panoramica", "PageTab: Impostazioni",
                                 "Pane: " + made.prepared.model.title(data.section)]) {
-                verify(told.includes(line), line);
+                verify(lines.includes(line), line);
             }
         }
 
         function test_theSidebarComesBeforeThePage() {
             open(window, "well");
-            const told = ScreenReader.tree(root.Window.window);
-            verify(told.indexOf("PageTab: Impostazioni") < told.indexOf("Pane: Panoramica"));
+            const lines = ScreenReader.tree(root.Window.window);
+            verify(lines.indexOf("PageTab: Impostazioni") < lines.indexOf("Pane: Panoramica"));
         }
 
         function test_thePanelIsReportedWhole_data() {
@@ -140,25 +140,25 @@ Item {
         function test_thePanelIsReportedWhole(data) {
             const made = open(panel, data.tag);
             compare(ScreenReader.faults(made), []);
-            const told = ScreenReader.tree(made);
-            verify(told.includes("Button: Apri Vellomar"));
-            verify(told.includes("Button: Esci da Vellomar"));
+            const lines = ScreenReader.tree(made);
+            verify(lines.includes("Button: Apri Vellomar"));
+            verify(lines.includes("Button: Esci da Vellomar"));
         }
 
         function test_aRowOfThePanelIsReportedWithItsState() {
-            const told = ScreenReader.tree(open(panel, "fresh"));
-            const row = told.indexOf("Grouping: Google Drive");
-            compare(told.slice(row + 1, row + 3), ["StaticText: Google Drive",
+            const lines = ScreenReader.tree(open(panel, "fresh"));
+            const row = lines.indexOf("Grouping: Google Drive");
+            compare(lines.slice(row + 1, row + 3), ["StaticText: Google Drive",
                                                    "StaticText: Non attiva"]);
         }
 
         function test_theNoticesAreReportedWhole() {
             const made = open(licenses);
             compare(ScreenReader.faults(made), []);
-            const told = ScreenReader.tree(made);
+            const lines = ScreenReader.tree(made);
             for (const line of ["RadioButton: restic", "RadioButton: rclone",
                                 "Button: Altre licenze", "EditableText: restic"]) {
-                verify(told.includes(line), line);
+                verify(lines.includes(line), line);
             }
         }
 

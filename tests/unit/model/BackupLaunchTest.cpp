@@ -124,14 +124,14 @@ TEST_F(BackupLaunch, accessIsLookedForAtEachStart)
 {
     desktop->fullDiskAccess = false;
     start();
-    const SignalCount told(model->access(), &DiskAccess::grantedChanged);
+    const SignalCount changes(model->access(), &DiskAccess::grantedChanged);
     desktop->fullDiskAccess = true;
     tick();
     EXPECT_FALSE(model->access()->isGranted());
     model->startBackup();
     settle();
     EXPECT_TRUE(model->access()->isGranted());
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(desktop->started.size(), 1);
 }
 
@@ -194,14 +194,14 @@ TEST_F(BackupLaunch, withASupportFolderThatCannotBeWrittenNothingStarts)
     start();
     settle(); // or a tool that is still starting would have its pipe in the removed folder
     EXPECT_EQ(model->run()->supportError(), std::nullopt);
-    const SignalCount told(model->run(), &RunWatch::supportErrorChanged);
+    const SignalCount changes(model->run(), &RunWatch::supportErrorChanged);
     writeFileInsteadOfTheFolder();
     model->startBackup();
     settle();
     EXPECT_FALSE(model->run()->isLaunching());
     EXPECT_TRUE(desktop->started.isEmpty());
     EXPECT_EQ(model->run()->supportError(), folderError(QStringLiteral("non è una cartella")));
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
     // Once repaired, that is seen at the next try and within a minute.
     ASSERT_TRUE(QFile::remove(Paths::support()));
     ASSERT_TRUE(QDir().mkdir(Paths::support()));

@@ -112,13 +112,13 @@ TEST_F(EncryptionKey, installingMovesTheOldKeyAside)
     config.keySaved = false;
     start();
     settle();
-    const SignalCount told(model->key(), &::EncryptionKey::changed);
+    const SignalCount changes(model->key(), &::EncryptionKey::changed);
     EXPECT_EQ(install(QStringLiteral("new"), true), std::nullopt);
     EXPECT_EQ(model->key()->value(), QStringLiteral("new"));
     EXPECT_EQ(current(), QStringLiteral("new"));
     EXPECT_EQ(previous(), QStringLiteral("the key in use"));
     EXPECT_TRUE(model->key()->hasPrevious());
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
     EXPECT_TRUE(model->repositories()->of(DestinationID::Local).loading);
     settle();
     EXPECT_TRUE(ConfigStore::load().keySaved);

@@ -42,9 +42,9 @@ protected:
 
 TEST_F(ModelSettings, aChangeIsSavedAndReported)
 {
-    const SignalCount told(model.get(), &AppModel::configChanged);
+    const SignalCount changes(model.get(), &AppModel::configChanged);
     change([](AppConfig &settings) { settings.serverHost = QStringLiteral("nas"); });
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
     settle();
     EXPECT_EQ(ConfigStore::load().serverHost, QStringLiteral("nas"));
     EXPECT_EQ(model->config().serverHost, QStringLiteral("nas"));
@@ -52,10 +52,10 @@ TEST_F(ModelSettings, aChangeIsSavedAndReported)
 
 TEST_F(ModelSettings, theSameSettingsAreNotSavedAgain)
 {
-    const SignalCount told(model.get(), &AppModel::configChanged);
+    const SignalCount changes(model.get(), &AppModel::configChanged);
     ASSERT_TRUE(QFile::remove(supportFile("config.json")));
     model->setConfig(AppConfig(model->config()));
-    EXPECT_EQ(told.count(), 0);
+    EXPECT_EQ(changes.count(), 0);
     settle();
     EXPECT_FALSE(QFile::exists(supportFile("config.json")));
 }

@@ -106,17 +106,17 @@ TEST_F(Quota, anotherAnswerReplacesTheOldOneAndIsReportedOnce)
     tell(drive, 5, 15);
     start();
     settle();
-    const SignalCount told(model->connections(), &Connections::driveChanged);
+    const SignalCount changes(model->connections(), &Connections::driveChanged);
     model->refreshQuota();
     settle();
-    EXPECT_EQ(told.count(), 0);
+    EXPECT_EQ(changes.count(), 0);
     tell(drive, 6, 15);
     model->refreshQuota();
     // It stays on show while it is asked for again.
     EXPECT_EQ(model->connections()->drive().quota, Room({.used = 5, .total = 15}));
     settle();
     EXPECT_EQ(model->connections()->drive().quota, Room({.used = 6, .total = 15}));
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(Quota, whatIsAskedAndDoesNotAnswerHasNoneAnyMore)

@@ -244,10 +244,10 @@ TEST_F(RecoveryKit, theKeyIsTriedAgainWhenItOpens)
               QStringLiteral("Impossibile accedere alla chiave nel Portachiavi (errore 2)"));
     model->kit()->setShowing(false);
     secrets.readFailure = 0;
-    const SignalCount told(model->key(), &EncryptionKey::changed);
+    const SignalCount changes(model->key(), &EncryptionKey::changed);
     model->openRecoveryKit();
     settle();
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(model->key()->value(), QStringLiteral("the key in use"));
     EXPECT_EQ(model->key()->error(), std::nullopt);
     EXPECT_EQ(tools.calls.last().input, QStringLiteral("the key in use"));

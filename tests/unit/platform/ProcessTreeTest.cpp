@@ -37,8 +37,8 @@ TEST(ProcessTree, childrenAndTheirChildrenAreFoundWhateverTheirNameAndGroup)
                                 "echo $BASHPID $!; wait) & wait")});
     ASSERT_TRUE(shell.waitForReadyRead());
     QList<pid_t> expected{static_cast<pid_t>(shell.processId())};
-    const QByteArrayList told = shell.readLine().trimmed().split(' ');
-    for (const QByteArray &process : told) {
+    const QByteArrayList ids = shell.readLine().trimmed().split(' ');
+    for (const QByteArray &process : ids) {
         expected.append(process.toInt());
     }
     ASSERT_EQ(expected.size(), 3);
