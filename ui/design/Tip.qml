@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellomar.Design
 
-// The tooltip of a control.
+// The tooltip of a control. A long text, such as a path, wraps, and is cut where even that is too
+// long.
 T.ToolTip {
     id: tip
 
@@ -13,12 +14,15 @@ T.ToolTip {
     margins: 6
     horizontalPadding: 9
     verticalPadding: 5
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(420, Math.ceil(implicitContentWidth)) + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     contentItem: Label {
         text: tip.text
         font.pixelSize: 12
+        wrapMode: Text.Wrap
+        maximumLineCount: 8
+        elide: Text.ElideRight
     }
     background: Surface {
         radius: 7

@@ -211,6 +211,25 @@ Item {
             }
         }
 
+        function test_aLongTooltipWrapsAndStaysInTheWindow() {
+            const item = made(chip, {y: 200, text: "/" + "cartella lunga/".repeat(667)});
+            const tip = findChild(item, "tip");
+            tip.delay = 0;
+            mouseMove(item, 30, 14);
+            tryVerify(() => tip.opened);
+            const label = tip.contentItem;
+            compare(tip.width, 438);
+            compare(label.lineCount, 8);
+            verify(label.truncated);
+            verify(label.contentWidth <= 420);
+            const place = label.mapToItem(root, 0, 0);
+            verify(place.x >= 0 && place.x + 420 <= root.width);
+            verify(place.y >= 0 && place.y + label.height <= root.height);
+            const brief = findChild(made(chip, {text: "[a", fault: "Sbagliata"}), "tip");
+            compare(brief.contentItem.lineCount, 1);
+            verify(brief.implicitWidth < 120);
+        }
+
         function test_aDisabledChipStays() {
             const item = made(chip, {enabled: false});
             removals.target = item;
