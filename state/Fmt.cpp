@@ -203,9 +203,9 @@ QString Fmt::localeFor(const QStringList &localisations, const QString &current)
 {
     const QString wanted = localisations.value(0, QStringLiteral("en"));
     const auto program = icu::Locale::createCanonical(wanted.toLatin1().constData());
-    const auto person = icu::Locale::createCanonical(current.toLatin1().constData());
-    const bool same = qstrcmp(person.getLanguage(), program.getLanguage()) == 0;
-    return QString::fromLatin1((same ? person : program).getName());
+    const auto users = icu::Locale::createCanonical(current.toLatin1().constData());
+    const bool same = qstrcmp(users.getLanguage(), program.getLanguage()) == 0;
+    return QString::fromLatin1((same ? users : program).getName());
 }
 
 QString Fmt::relative(const QDateTime &date)

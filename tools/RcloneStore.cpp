@@ -25,7 +25,7 @@ bool hasLineBreak(const QString &value)
 }
 
 // Whether rclone would read quotes or a reference to a different setting in a value. Escaping
-// doesn't last: rclone writes the whole file anew whenever it changes anything in it.
+// doesn't last: rclone writes the whole file again whenever it changes anything in it.
 bool isChangedByRclone(const QString &value)
 {
     static const QRegularExpression reference(QStringLiteral(R"(%\([^)]+\)s)"));

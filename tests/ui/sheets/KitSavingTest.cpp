@@ -122,7 +122,7 @@ protected:
         frame();
     }
 
-    /// Waits for what is on show to be laid out anew.
+    /// Waits until the visible items have been laid out again.
     void frame() { static_cast<void>(view.grabWindow()); }
 
     [[nodiscard]] QObject *sheet() const

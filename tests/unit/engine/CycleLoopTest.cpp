@@ -145,7 +145,7 @@ TEST_F(CycleLoop, theLastStatusStaysUntilTheNextDestinationBegins)
         }
     };
     EXPECT_EQ(run(), 0);
-    // The next one begins anew, with nothing of the one before it.
+    // The next cycle begins with nothing of the one before it.
     RunStatus fresh;
     fresh.pid = ::getpid();
     fresh.startedAt = clock.moment();
