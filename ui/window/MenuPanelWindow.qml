@@ -22,8 +22,9 @@ Window {
     height: panel.implicitHeight
     color: Theme.ground
 
+    // It may have been given the focus before this comes.
     onVisibleChanged: {
-        wasActive = false;
+        wasActive = visible && active;
         asking.attempts = 0;
     }
     onActiveChanged: {

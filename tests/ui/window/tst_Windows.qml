@@ -214,6 +214,14 @@ Item {
             tryCompare(window, "visible", false);
         }
 
+        function test_thePanelGoesTooWhenItHadTheFocusBeforeItWasKnownToBeVisible() {
+            const window = open(tray);
+            window.visibleChanged(true); // as where the focus comes while the window is being shown
+            const other = open(plain);
+            verify(other.active);
+            tryCompare(window, "visible", false);
+        }
+
         function test_thePanelPassesOnWhatIsAsked() {
             const window = open(tray);
             watch(first, window, "windowAsked");
