@@ -50,11 +50,14 @@ TEST_F(Opening, atTwiceTheScaleItFitsAScreenThatIsTooSmallForIt)
     program.start();
     ASSERT_TRUE(program.shows());
     // With its frame around it.
+    QSize size;
     EXPECT_TRUE(eventually([&] {
-        const QSize size = ManagedScreen::place(program.windows().value(0)).size();
+        size = ManagedScreen::place(program.windows().value(0)).size();
         return size.width() > 1500 && size.width() <= ManagedScreen::size.width() &&
                size.height() > 900 && size.height() < ManagedScreen::size.height();
-    }));
+    })) << size.width()
+        << " x " << size.height() << ", running: " << program.isRunning() << '\n'
+        << program.errors().toStdString();
 }
 
 TEST_F(Opening, theWindowBecomesTheActiveOne)
