@@ -16,7 +16,7 @@ class RecoveryKit final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool showing READ isShowing WRITE setShowing NOTIFY showingChanged FINAL)
-    Q_PROPERTY(Notice notice READ noticeOrNone NOTIFY noticeChanged FINAL)
+    Q_PROPERTY(Notice notice READ currentNotice NOTIFY noticeChanged FINAL)
 
 public:
     /// `settings` and `key` outlive this.
@@ -44,7 +44,7 @@ private:
     template <typename Work>
     void report(Work work);
     void setNotice(const std::optional<Notice> &notice);
-    [[nodiscard]] Notice noticeOrNone() const { return m_notice.value_or(Notice()); }
+    [[nodiscard]] Notice currentNotice() const { return m_notice.value_or(Notice()); }
 
     const World m_world;
     Settings &m_settings;
