@@ -31,6 +31,7 @@ void AppModel::connectParts()
     connect(&m_run, &RunWatch::ended, &m_localFolder, &LocalFolder::look);
     connect(&m_repositories, &Repositories::changed, this, &AppModel::summaryChanged);
     connect(&m_localFolder, &LocalFolder::changed, this, &AppModel::summaryChanged);
+    connect(&m_connections, &Connections::connected, this, &AppModel::refresh);
     connect(&m_access, &DiskAccess::resumed, this, &AppModel::perform);
 }
 
@@ -101,6 +102,19 @@ QDateTime AppModel::now()
     return Clock::now();
 }
 
+SpaceForecast AppModel::space() const
+{
+    const std::optional<Disks::Volume> volume = m_localFolder.volume();
+    return {.now = now(),
+            .config = config(),
+            .history = m_run.history(),
+            .repos = m_repositories.all(),
+            .sourceSizes = m_measurement.sizes(),
+            .localFree = volume ? std::optional(volume->free) : std::nullopt,
+            .driveQuota = m_connections.drive().quota,
+            .serverQuota = m_connections.server().quota};
+}
+
 QString AppModel::title(Section section)
 {
     switch (section) {
@@ -128,6 +142,79 @@ void AppModel::refresh(DestinationID destination)
 void AppModel::refreshQuota()
 {
     m_connections.refreshQuota();
+}
+
+void AppModel::chooseLocalFolder()
+{
+    m_world.desktop->askFolder(
+        {.prompt = Texts::tr("Usa questa cartella"),
+         .message = Texts::tr("Scegli il disco o la cartella in cui salvare i backup"),
+         .startFolder = m_world.desktop->disksFolder()},
+        [model = QPointer(this)](const std::optional<QString> &folder) {
+            if (!model || !folder) {
+                return;
+            }
+            AppConfig config = model->config();
+            config.localFolder = *folder;
+            config.localEnabled = true;
+            model->setConfig(config);
+            model->refresh(DestinationID::Local);
+        });
+}
+
+void AppModel::connectDrive()
+{
+    m_connections.connectDrive();
+}
+
+void AppModel::cancelDriveConnection()
+{
+    m_connections.cancelDrive();
+}
+
+void AppModel::disconnectDrive()
+{
+    m_connections.disconnect(DestinationID::Drive);
+}
+
+void AppModel::connectServer(const QString &secret)
+{
+    m_connections.connectServer(secret);
+}
+
+void AppModel::disconnectServer()
+{
+    m_connections.disconnect(DestinationID::Server);
+}
+
+void AppModel::addSources()
+{
+    m_sources.add();
+}
+
+void AppModel::addDroppedSources(const QList<QUrl> &things)
+{
+    m_sources.addDropped(things);
+}
+
+void AppModel::removeSource(const QString &path)
+{
+    m_sources.remove(path);
+}
+
+void AppModel::addExclude(const QString &pattern)
+{
+    m_sources.addExclude(pattern);
+}
+
+void AppModel::removeExclude(const QString &pattern)
+{
+    m_sources.removeExclude(pattern);
+}
+
+void AppModel::restoreDefaultExcludes()
+{
+    m_sources.restoreDefaultExcludes();
 }
 
 void AppModel::startBackup()

@@ -10,6 +10,8 @@
 #include "model/Repositories.h"
 #include "model/RunWatch.h"
 #include "model/Settings.h"
+#include "model/Sources.h"
+#include "model/SpaceForecast.h"
 #include "model/World.h"
 
 #include <QDateTime>
@@ -36,7 +38,7 @@ class AppModel final : public QObject
     Q_PROPERTY(RunWatch *run READ run CONSTANT FINAL)
     Q_PROPERTY(Repositories *repositories READ repositories CONSTANT FINAL)
     Q_PROPERTY(Connections *connections READ connections CONSTANT FINAL)
-    Q_PROPERTY(Measurement *measurement READ measurement CONSTANT FINAL)
+    Q_PROPERTY(Sources *sources READ sources CONSTANT FINAL)
     Q_PROPERTY(EncryptionKey *key READ key CONSTANT FINAL)
     Q_PROPERTY(RecoveryKit *kit READ kit CONSTANT FINAL)
     Q_PROPERTY(DiskAccess *access READ access CONSTANT FINAL)
@@ -73,7 +75,11 @@ public:
     [[nodiscard]] Repositories *repositories() { return &m_repositories; }
     [[nodiscard]] const Repositories *repositories() const { return &m_repositories; }
     [[nodiscard]] Connections *connections() { return &m_connections; }
+    [[nodiscard]] const Connections *connections() const { return &m_connections; }
     [[nodiscard]] Measurement *measurement() { return &m_measurement; }
+    [[nodiscard]] const Measurement *measurement() const { return &m_measurement; }
+    [[nodiscard]] Sources *sources() { return &m_sources; }
+    [[nodiscard]] const Sources *sources() const { return &m_sources; }
     [[nodiscard]] EncryptionKey *key() { return &m_key; }
     [[nodiscard]] const EncryptionKey *key() const { return &m_key; }
     [[nodiscard]] RecoveryKit *kit() { return &m_kit; }
@@ -87,10 +93,29 @@ public:
     /// The current time, by the clock that the whole model uses.
     [[nodiscard]] static QDateTime now();
 
+    /// All that whether the destinations will hold goes by, at this moment.
+    [[nodiscard]] SpaceForecast space() const;
+
     /// Reads a destination's repository again.
     Q_INVOKABLE void refresh(DestinationIDs::DestinationID destination);
     /// Asks the remote places that are connected how much room there is.
-    void refreshQuota();
+    Q_INVOKABLE void refreshQuota();
+
+    /// Has the user choose the folder of the local backups, which is in use from then on.
+    Q_INVOKABLE void chooseLocalFolder();
+    // As the functions of Connections.
+    Q_INVOKABLE void connectDrive();
+    Q_INVOKABLE void cancelDriveConnection();
+    Q_INVOKABLE void disconnectDrive();
+    Q_INVOKABLE void connectServer(const QString &secret);
+    Q_INVOKABLE void disconnectServer();
+    // As the functions of Sources.
+    Q_INVOKABLE void addSources();
+    Q_INVOKABLE void addDroppedSources(const QList<QUrl> &things);
+    Q_INVOKABLE void removeSource(const QString &path);
+    Q_INVOKABLE void addExclude(const QString &pattern);
+    Q_INVOKABLE void removeExclude(const QString &pattern);
+    Q_INVOKABLE void restoreDefaultExcludes();
 
     /// Starts a backup, or emits backupHindered() when the user has to do something first.
     Q_INVOKABLE void startBackup();
@@ -160,6 +185,7 @@ private:
     Repositories m_repositories{m_world, m_settings, m_key, m_run, this};
     Connections m_connections{m_world, m_settings, m_key, this};
     Measurement m_measurement{m_world, m_settings, this};
+    Sources m_sources{m_world, m_settings, m_measurement, this};
     RecoveryKit m_kit{m_world, m_settings, m_key, this};
     DiskAccess m_access{m_world, this};
     LocalFolder m_localFolder{m_world, m_settings, this};

@@ -11,7 +11,8 @@
 namespace {
 
 constexpr std::array lanes{Background::Lane::Keys, Background::Lane::Settings,
-                           Background::Lane::Schedule};
+                           Background::Lane::Schedule, Background::Lane::Drive,
+                           Background::Lane::Server};
 
 // Never destroyed, as that would wait for networks that don't answer.
 QThreadPool *madePool(int threads)
@@ -66,30 +67,24 @@ QThreadPool &Background::threads()
 
 QThreadPool &Background::threadOf(Lane lane)
 {
-    static const std::array<QThreadPool *, lanes.size()> pools{madePool(1), madePool(1),
-                                                               madePool(1)};
+    static const std::array<QThreadPool *, lanes.size()> pools{
+        madePool(1), madePool(1), madePool(1), madePool(1), madePool(1)};
     return *pools.at(static_cast<std::size_t>(lane));
 }
 
 void Background::start(QThreadPool &pool, std::function<void()> work) const
 {
-    switch (m_manner) {
-    case Manner::OnThreads: {
-        const HandOver seen;
-        pool.start(new Job(std::move(work))); // owned by the pool
+    if (m_doer) {
+        m_doer(std::move(work));
         return;
     }
-    case Manner::AtOnce:
-        work();
-        return;
-    case Manner::Never:
-        return;
-    }
+    const HandOver seen;
+    pool.start(new Job(std::move(work))); // the pool's own
 }
 
 void Background::waitFor(Lane lane, std::chrono::milliseconds patience) const
 {
-    if (m_manner == Manner::OnThreads) {
+    if (!m_doer) {
         threadOf(lane).waitForDone(static_cast<int>(patience.count()));
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFutureWatcher>
+#include <QPointer>
 #include <QPromise>
 #include <QThreadPool>
 
@@ -21,18 +22,18 @@
 class Background
 {
 public:
-    /// How work is done. The program always uses threads; the others are for tests and galleries.
-    enum class Manner {
-        OnThreads,
-        AtOnce, ///< before the call returns, including the delivery of the result
-        Never,  ///< not at all, as if the work never ended
-    };
+    /// Does what it is handed, on the same thread: now, later or never. In place of the threads,
+    /// for what only shows a model.
+    using Doer = std::function<void(std::function<void()>)>;
 
     /// Work that must be done in the order in which it was requested: one thread for each lane.
-    enum class Lane { Keys, Settings, Schedule };
+    enum class Lane { Keys, Settings, Schedule, Drive, Server };
 
-    explicit Background(Manner manner = Manner::OnThreads)
-        : m_manner(manner)
+    /// On threads, as the program does it.
+    Background() = default;
+    /// By a doer, which gets each piece of work, and each of its results when it is there.
+    explicit Background(Doer doer)
+        : m_doer(std::move(doer))
     {
     }
 
@@ -125,11 +126,21 @@ private:
     void runReporting(QThreadPool &pool, QObject *owner, Work work, Receive receive,
                       Finish finish) const
     {
-        if (m_manner != Manner::OnThreads) {
-            start(pool, [work = std::move(work), receive = std::move(receive),
-                         finish = std::move(finish)] {
-                work([&receive](const Report &report) { receive(report); });
-                finish();
+        if (m_doer) {
+            m_doer([deliver = m_doer, owner = QPointer(owner), work = std::move(work),
+                    receive = std::move(receive), finish = std::move(finish)] {
+                work([&](const Report &report) {
+                    deliver([owner, receive, report] {
+                        if (owner) {
+                            receive(report);
+                        }
+                    });
+                });
+                deliver([owner, finish] {
+                    if (owner) {
+                        finish();
+                    }
+                });
             });
             return;
         }
@@ -162,5 +173,5 @@ private:
         });
     }
 
-    Manner m_manner;
+    Doer m_doer; ///< none: on threads
 };

@@ -1,11 +1,25 @@
 #include "model/Connections.h"
 
+#include <QRegularExpression>
+
 #include <array>
 #include <utility>
 
 namespace {
 
 constexpr std::array remotePlaces{DestinationID::Drive, DestinationID::Server};
+
+/// Without the spaces and tabs at both ends.
+QString withoutBlanks(const QString &text)
+{
+    static const QRegularExpression blanks(QStringLiteral("^[ \\t]+|[ \\t]+$"));
+    return QString(text).remove(blanks);
+}
+
+Background::Lane laneOf(DestinationID destination)
+{
+    return destination == DestinationID::Drive ? Background::Lane::Drive : Background::Lane::Server;
+}
 
 /// What the remote places say of themselves.
 struct RemoteRoom
@@ -38,6 +52,11 @@ RemoteRoom readRoom(ToolCalls &tools, bool asksDrive, bool asksServer, const App
 }
 
 } // namespace
+
+Connections::~Connections()
+{
+    cancelDrive();
+}
 
 Connections::Connections(World world, Settings &settings, EncryptionKey &key, QObject *parent)
     : QObject(parent)
@@ -114,13 +133,92 @@ void Connections::refreshQuota()
         });
 }
 
+void Connections::begin(DestinationID destination)
+{
+    raise(destination); // what is being asked of an earlier account
+    Connection connection = m_all.value(destination);
+    connection.connecting = true;
+    connection.error.clear();
+    set(destination, connection);
+}
+
+void Connections::connectDrive()
+{
+    if (drive().connecting) {
+        return;
+    }
+    m_driveHandle = std::make_shared<ProcessHandle>();
+    begin(DestinationID::Drive);
+    const AppConfig &config = m_settings.config();
+    m_world.background.runInOrder(
+        Background::Lane::Drive, this,
+        [tools = m_world.tools, handle = m_driveHandle,
+         clientID = withoutBlanks(config.driveClientID),
+         clientSecret = withoutBlanks(config.driveClientSecret)] {
+            return tools->connectDrive(clientID, clientSecret, *handle);
+        },
+        [this, generation = m_generations.value(DestinationID::Drive)](
+            const ToolCalls::Attempt &attempt) { end(DestinationID::Drive, attempt, generation); });
+}
+
+void Connections::cancelDrive()
+{
+    if (m_driveHandle) {
+        m_driveHandle->terminate();
+    }
+}
+
+void Connections::connectServer(const QString &secret)
+{
+    if (server().connecting) {
+        return;
+    }
+    begin(DestinationID::Server);
+    m_world.background.runInOrder(
+        Background::Lane::Server, this,
+        [tools = m_world.tools, config = m_settings.config(), secret] {
+            return tools->connectServer(config, secret);
+        },
+        [this, generation =
+                   m_generations.value(DestinationID::Server)](const ToolCalls::Attempt &attempt) {
+            end(DestinationID::Server, attempt, generation);
+        });
+}
+
+void Connections::end(DestinationID destination, const ToolCalls::Attempt &attempt,
+                      quint64 /*generation*/)
+{
+    raise(destination);
+    set(destination, {.connected = attempt.isConnected,
+                      .connecting = false,
+                      .error = attempt.error.value_or(QString()),
+                      .quota = attempt.quota,
+                      .versioning = {}});
+    if (attempt.error) {
+        return;
+    }
+    AppConfig config = m_settings.config();
+    if (destination == DestinationID::Drive) {
+        config.driveEnabled = true;
+        config.driveClientSecret.clear(); // it stands in rclone's file alone
+    } else {
+        config.serverEnabled = true;
+    }
+    m_settings.setConfig(config);
+    Q_EMIT connected(destination);
+    refreshQuota();
+}
+
 void Connections::disconnect(DestinationID destination)
 {
+    AppConfig config = m_settings.config();
+    (destination == DestinationID::Drive ? config.driveEnabled : config.serverEnabled) = false;
+    m_settings.setConfig(config);
     raise(destination);
     set(destination, {});
     m_leaving.insert(destination);
-    m_world.background.run(
-        this,
+    m_world.background.runInOrder(
+        laneOf(destination), this,
         [tools = m_world.tools, destination] {
             tools->disconnect(destination);
             return true;

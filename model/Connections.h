@@ -8,6 +8,9 @@
 #include <QMap>
 #include <QObject>
 #include <QSet>
+#include <QString>
+
+#include <memory>
 
 /// The accounts on the remote places.
 ///
@@ -22,6 +25,9 @@ class Connections final : public QObject
 public:
     /// `settings` and `key` outlive this.
     Connections(World world, Settings &settings, EncryptionKey &key, QObject *parent = nullptr);
+    /// Ends a sign-in that is under way.
+    ~Connections() override;
+    Q_DISABLE_COPY_MOVE(Connections)
 
     [[nodiscard]] Connection drive() const { return m_all.value(DestinationID::Drive); }
     [[nodiscard]] Connection server() const { return m_all.value(DestinationID::Server); }
@@ -30,17 +36,27 @@ public:
     void read();
     /// Asks the places that are connected how much room there is.
     void refreshQuota();
-    /// Gives up the account on a place, the local one excepted.
+    /// Has the user sign in to Google Drive, unless that is under way.
+    void connectDrive();
+    /// Ends the sign-in that is under way.
+    void cancelDrive();
+    /// Connects the private server of the settings, unless that is under way.
+    void connectServer(const QString &secret);
+    /// Gives up the account on a place, the local one excepted, which goes out of use.
     void disconnect(DestinationID destination);
 
 Q_SIGNALS:
     void driveChanged();
     void serverChanged();
+    /// An account was set up, and the place is in use.
+    void connected(DestinationIDs::DestinationID destination);
 
 private:
     using Generations = QMap<DestinationID, quint64>;
 
     void take(const ToolCalls::Accounts &accounts);
+    void begin(DestinationID destination);
+    void end(DestinationID destination, const ToolCalls::Attempt &attempt, quint64 generation);
     void raise(DestinationID destination) { ++m_generations[destination]; }
     void set(DestinationID destination, const Connection &connection);
 
@@ -48,5 +64,6 @@ private:
     Settings &m_settings;
     QMap<DestinationID, Connection> m_all;
     Generations m_generations;
-    QSet<DestinationID> m_leaving; ///< those whose account is being given up
+    QSet<DestinationID> m_leaving;                ///< those whose account is being given up
+    std::shared_ptr<ProcessHandle> m_driveHandle; ///< of the last sign-in
 };

@@ -14,6 +14,11 @@ bool Desktop::hasFullDiskAccess()
     return ::hasFullDiskAccess(Paths::home());
 }
 
+QString Desktop::disksFolder()
+{
+    return {};
+}
+
 void Desktop::requestNotificationPermission()
 {
     Background().run([] { Notifier::requestPermission(); });

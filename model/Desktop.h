@@ -33,6 +33,14 @@ public:
         std::optional<QString> file;    ///< what was written instead of paper
     };
 
+    /// How a panel asks for folders.
+    struct FolderQuestion
+    {
+        QString prompt;      ///< on the button that takes what is chosen
+        QString message;     ///< above the folders; none when empty
+        QString startFolder; ///< where it opens; the desktop's choice when empty
+    };
+
     Desktop() = default;
     virtual ~Desktop() = default;
     Desktop(const Desktop &) = delete;
@@ -43,6 +51,14 @@ public:
     /// Asks where to save a file: a full path, absent when the user cancelled.
     virtual void askSavePath(const QString &proposedName, const QString &message,
                              std::function<void(const std::optional<QString> &)> answer) = 0;
+
+    /// Asks for one folder, which the user may make there: a full path, absent when the user
+    /// cancelled.
+    virtual void askFolder(const FolderQuestion &question,
+                           std::function<void(const std::optional<QString> &)> answer) = 0;
+    /// Asks for folders: full paths in the order of the panel, none when the user cancelled.
+    virtual void askFolders(const FolderQuestion &question,
+                            std::function<void(const QStringList &)> answer) = 0;
 
     /// Prints a text with a dialog of the system, in a monospaced font of 12 points. A file that is
     /// printed to can be read by its owner alone. There is no answer when the user cancelled.
@@ -65,6 +81,9 @@ public:
     virtual void quit() = 0;
     /// Ends the process at once.
     virtual void exitNow() = 0;
+
+    /// The folder where removable disks are found; the nearest one above that is there.
+    virtual QString disksFolder();
 
     /// Whether this program may read all of the user's files. Called on other threads, as it waits
     /// for the disk.

@@ -8,6 +8,7 @@
 #include "state/Texts.h"
 
 #include <QFileInfo>
+#include <QStorageInfo>
 
 namespace {
 
@@ -21,15 +22,34 @@ QStringList measuredExcludes(const AppConfig &config)
     return config.excludes + QStringList{repository, QFileInfo(repository).canonicalFilePath()};
 }
 
+std::optional<Disks::Volume> volumeOf(const QString &folder)
+{
+    const QStorageInfo storage(folder);
+    if (!storage.isValid() || storage.bytesTotal() <= 0 || storage.bytesAvailable() < 0) {
+        return std::nullopt;
+    }
+    return Disks::Volume{.free = storage.bytesAvailable(), .total = storage.bytesTotal()};
+}
+
 class OwnDisks final : public Disks
 {
 public:
-    bool holdsBackupsBesideHome(const AppConfig &config) override
+    LocalPlace localPlace(const AppConfig &config) override
     {
         const QString &folder = config.localFolder;
-        return !folder.isEmpty() && QFileInfo::exists(folder) &&
-               !LocalDisk::isAway(config.repository(DestinationID::Local)) &&
-               Paths::volume(folder) == Paths::volume(Paths::home());
+        if (folder.isEmpty() || !QFileInfo::exists(folder) ||
+            LocalDisk::isAway(config.repository(DestinationID::Local))) {
+            return {};
+        }
+        return {.isBesideHome = Paths::volume(folder) == Paths::volume(Paths::home()),
+                .volume = volumeOf(folder)};
+    }
+
+    QStringList folders(const QStringList &paths) override
+    {
+        QStringList found = paths;
+        found.removeIf([](const QString &path) { return !QFileInfo(path).isDir(); });
+        return found;
     }
 
     qint64 size(const QString &source, const AppConfig &config,

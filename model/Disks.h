@@ -4,9 +4,11 @@
 #include "state/AppConfig.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stop_token>
 
 /// What the model looks at and leaves on the user's disks, its own files apart. Every call waits
@@ -14,6 +16,15 @@
 class Disks
 {
 public:
+    /// The room on a disk, in bytes.
+    struct Volume
+    {
+        qint64 free = 0; ///< that the user may fill
+        qint64 total = 0;
+
+        bool operator==(const Volume &) const = default;
+    };
+
     /// Those of this machine.
     static std::shared_ptr<Disks> real();
 
@@ -24,8 +35,19 @@ public:
     Disks(Disks &&) = delete;
     Disks &operator=(Disks &&) = delete;
 
-    /// Whether the folder of the local backups is there and on the disk of the home folder.
-    virtual bool holdsBackupsBesideHome(const AppConfig &config) = 0;
+    /// What is seen of the folder of the local backups.
+    struct LocalPlace
+    {
+        bool isBesideHome = false;    ///< it is there, on the disk of the home folder
+        std::optional<Volume> volume; ///< its disk; absent while that isn't there
+
+        bool operator==(const LocalPlace &) const = default;
+    };
+
+    virtual LocalPlace localPlace(const AppConfig &config) = 0;
+
+    /// Those of some paths that are folders, in their order; a link counts as what it leads to.
+    virtual QStringList folders(const QStringList &paths) = 0;
 
     /// Bytes of a source of these settings, without what they exclude and without the repository.
     /// `progress` gets the sum so far, on the caller's thread. Asked to stop, it ends with what it

@@ -9,6 +9,7 @@ LocalFolder::LocalFolder(World world, Settings &settings, QObject *parent)
 {
     connect(&m_settings, &Settings::changed, this, [this](const AppConfig &before) {
         if (before.localFolder != m_settings.config().localFolder) {
+            set(std::nullopt); // what was seen of a different folder
             look();
         }
     });
@@ -24,14 +25,20 @@ void LocalFolder::look()
     }
     m_lookingAt = folder;
     m_world.background.run(
-        this, [disks = m_world.disks, config] { return disks->holdsBackupsBesideHome(config); },
-        [this, folder](bool isOnSystemDisk) {
+        this, [disks = m_world.disks, config] { return disks->localPlace(config); },
+        [this, folder](const Disks::LocalPlace &place) {
             if (m_lookingAt != folder) {
                 return; // the settings name a different folder by now
             }
             m_lookingAt.reset();
-            if (std::exchange(m_isOnSystemDisk, isOnSystemDisk) != isOnSystemDisk) {
-                Q_EMIT changed();
-            }
+            set(place);
         });
+}
+
+void LocalFolder::set(const std::optional<Disks::LocalPlace> &place)
+{
+    if (m_place != place) {
+        m_place = place;
+        Q_EMIT changed();
+    }
 }

@@ -8,19 +8,37 @@
 
 #include <optional>
 
-/// Where the folder of the local backups is. It is looked at on another thread, as a folder on a
-/// network that doesn't answer holds up whoever asks for it; what was seen last holds meanwhile.
+/// The folder of the local backups and the disk that it is on. It is looked at on another thread,
+/// as a folder on a network that doesn't answer holds up whoever asks for it; what was seen last of
+/// the same folder holds meanwhile.
 class LocalFolder final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool onSystemDisk READ isOnSystemDisk NOTIFY changed FINAL)
+    Q_PROPERTY(bool known READ isKnown NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasVolume READ hasVolume NOTIFY changed FINAL)
+    Q_PROPERTY(qint64 free READ free NOTIFY changed FINAL)
+    Q_PROPERTY(qint64 total READ total NOTIFY changed FINAL)
 
 public:
     /// `settings` outlives this.
     LocalFolder(World world, Settings &settings, QObject *parent = nullptr);
 
     /// Whether the folder is there and on the disk of the home folder; false until it was seen.
-    [[nodiscard]] bool isOnSystemDisk() const { return m_isOnSystemDisk; }
+    [[nodiscard]] bool isOnSystemDisk() const { return m_place && m_place->isBesideHome; }
+    /// Whether it was looked at since it is the folder of the settings.
+    [[nodiscard]] bool isKnown() const { return m_place.has_value(); }
+    /// Whether its disk is there, as far as it was looked at.
+    [[nodiscard]] bool hasVolume() const { return volume().has_value(); }
+    /// The room on its disk; absent while that isn't there, or not known.
+    [[nodiscard]] std::optional<Disks::Volume> volume() const
+    {
+        return m_place ? m_place->volume : std::nullopt;
+    }
+    /// Bytes that the user may fill; 0 without a volume.
+    [[nodiscard]] qint64 free() const { return volume().value_or(Disks::Volume()).free; }
+    /// Bytes of the whole disk; 0 without a volume.
+    [[nodiscard]] qint64 total() const { return volume().value_or(Disks::Volume()).total; }
 
     /// Looks at the folder of the settings, unless a look at that one is under way.
     void look();
@@ -29,8 +47,10 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void set(const std::optional<Disks::LocalPlace> &place);
+
     const World m_world;
     Settings &m_settings;
     std::optional<QString> m_lookingAt;
-    bool m_isOnSystemDisk = false;
+    std::optional<Disks::LocalPlace> m_place; ///< as it was seen last; absent until then
 };

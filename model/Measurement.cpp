@@ -1,5 +1,6 @@
 #include "model/Measurement.h"
 
+#include "model/SpaceForecast.h"
 #include "model/UserDefaults.h"
 
 #include <QMetaType>
@@ -76,6 +77,11 @@ void Measurement::readSizes()
                 Q_EMIT sizesChanged();
             }
         });
+}
+
+std::optional<qint64> Measurement::total() const
+{
+    return SpaceForecast::sourceTotal(m_settings.config().sources, m_sizes);
 }
 
 void Measurement::start()

@@ -18,6 +18,8 @@ class Measurement final : public QObject
     Q_PROPERTY(QVariantMap sizes READ sizesForQml NOTIFY sizesChanged FINAL)
     Q_PROPERTY(bool measuring READ isMeasuring NOTIFY measuringChanged FINAL)
     Q_PROPERTY(qint64 soFar READ soFar NOTIFY soFarChanged FINAL)
+    Q_PROPERTY(bool hasTotal READ hasTotal NOTIFY sizesChanged FINAL)
+    Q_PROPERTY(qint64 total READ totalOrNone NOTIFY sizesChanged FINAL)
 
 public:
     /// The sizes of an earlier start come a moment later. `settings` outlives this.
@@ -30,6 +32,11 @@ public:
     [[nodiscard]] bool isMeasuring() const { return m_isMeasuring; }
     /// Bytes counted by the measurement under way.
     [[nodiscard]] qint64 soFar() const { return m_soFar; }
+
+    /// Bytes of all sources together; absent unless there are some and each has been measured.
+    [[nodiscard]] std::optional<qint64> total() const;
+    [[nodiscard]] bool hasTotal() const { return total().has_value(); }
+    [[nodiscard]] qint64 totalOrNone() const { return total().value_or(0); }
 
     /// Measures the source folders, unless that is under way.
     void start();

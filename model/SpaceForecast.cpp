@@ -43,15 +43,21 @@ std::optional<qint64> SpaceForecast::freeSpace(DestinationID destination) const
 
 std::optional<qint64> SpaceForecast::sourceTotal() const
 {
+    return sourceTotal(config.sources, sourceSizes);
+}
+
+std::optional<qint64> SpaceForecast::sourceTotal(const QStringList &sources,
+                                                 const QMap<QString, qint64> &sizes)
+{
     qint64 total = 0;
-    for (const QString &source : config.sources) {
-        const auto size = sourceSizes.constFind(source);
-        if (size == sourceSizes.constEnd()) {
+    for (const QString &source : sources) {
+        const auto size = sizes.constFind(source);
+        if (size == sizes.constEnd()) {
             return std::nullopt;
         }
         total += *size;
     }
-    return config.sources.isEmpty() ? std::nullopt : std::optional(total);
+    return sources.isEmpty() ? std::nullopt : std::optional(total);
 }
 
 std::optional<double> SpaceForecast::growthPerDay(DestinationID destination) const

@@ -10,6 +10,7 @@
 #include <QList>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -32,6 +33,8 @@ struct SpaceForecast
     /// All sources together; absent unless there are some and each has been measured, as a partial
     /// sum would be misleading.
     [[nodiscard]] std::optional<qint64> sourceTotal() const;
+    static std::optional<qint64> sourceTotal(const QStringList &sources,
+                                             const QMap<QString, qint64> &sizes);
 
     /// The average growth of the repository per day, over at most 30 days; absent until the good
     /// runs span a day. A run that added half of the repository or more is taken for a full upload

@@ -46,6 +46,26 @@ public:
         return Rclone::versioning(bucket);
     }
 
+    Attempt connectDrive(const QString &clientID, const QString &clientSecret,
+                         ProcessHandle &handle) override
+    {
+        Attempt attempt;
+        attempt.error = Rclone::connect(clientID, clientSecret, handle);
+        attempt.isConnected = Rclone::isConfigured();
+        return attempt;
+    }
+
+    Attempt connectServer(const AppConfig &config, const QString &secret) override
+    {
+        Attempt attempt;
+        attempt.error = Rclone::connectServer(config, secret);
+        attempt.isConnected = Rclone::remotes().contains(Rclone::serverRemote);
+        if (!attempt.error) {
+            attempt.quota = Rclone::quota(Rclone::serverRemote);
+        }
+        return attempt;
+    }
+
     void disconnect(DestinationID destination) override
     {
         if (destination == DestinationID::Drive) {

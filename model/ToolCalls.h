@@ -46,6 +46,20 @@ public:
     /// rclone's word for the versioning of a bucket of the private server; absent when it has none.
     virtual std::optional<QString> versioning(const QString &bucket) = 0;
 
+    /// How connecting a remote place came out.
+    struct Attempt
+    {
+        std::optional<QString> error;       ///< what to show; absent on success
+        bool isConnected = false;           ///< there is an account now
+        std::optional<Rclone::Quota> quota; ///< the room there, where that was asked too
+    };
+
+    /// Has the user sign in to Google Drive in a browser, and waits for that until the handle is
+    /// told to stop. With an empty client the tool's own is used.
+    virtual Attempt connectDrive(const QString &clientID, const QString &clientSecret,
+                                 ProcessHandle &handle) = 0;
+    /// Connects the private server of the settings, and asks how much room there is.
+    virtual Attempt connectServer(const AppConfig &config, const QString &secret) = 0;
     /// Removes the account on a remote place.
     virtual void disconnect(DestinationID destination) = 0;
 

@@ -56,6 +56,22 @@ void ScriptedDesktop::askSavePath(const QString &proposedName, const QString &me
     give([this, answer = std::move(answer)] { answer(savePath); });
 }
 
+void ScriptedDesktop::askFolder(const FolderQuestion &question,
+                                std::function<void(const std::optional<QString> &)> answer)
+{
+    folderPanels.append(question);
+    give([this, answer = std::move(answer)] {
+        answer(folders.isEmpty() ? std::nullopt : std::optional(folders.first()));
+    });
+}
+
+void ScriptedDesktop::askFolders(const FolderQuestion &question,
+                                 std::function<void(const QStringList &)> answer)
+{
+    folderPanels.append(question);
+    give([this, answer = std::move(answer)] { answer(folders); });
+}
+
 void ScriptedDesktop::print(const QString &text, std::function<void(const Printing &)> answer)
 {
     printed.append(text);

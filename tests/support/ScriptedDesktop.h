@@ -16,11 +16,13 @@ public:
     std::atomic_int probes = 0; ///< how often it was asked for that
     bool canStart = true;
     std::optional<QString> savePath; ///< the user's answer; absent cancels
+    QStringList folders;             ///< the user's answer to a panel for folders; none cancels
     Authentication authentication = Authentication::granted;
     Printing printing;         ///< how it comes out
     bool answersLater = false; ///< whether panels and logins wait for answer()
 
-    QStringList savePanels; ///< proposed name and message, joined by a line feed
+    QStringList savePanels;             ///< proposed name and message, joined by a line feed
+    QList<FolderQuestion> folderPanels; ///< those for one folder and those for several
     QStringList printed;
     QList<OwnerReason> reasons; ///< of logins
     QString clipboard;
@@ -45,6 +47,10 @@ public:
 
     void askSavePath(const QString &proposedName, const QString &message,
                      std::function<void(const std::optional<QString> &)> answer) override;
+    void askFolder(const FolderQuestion &question,
+                   std::function<void(const std::optional<QString> &)> answer) override;
+    void askFolders(const FolderQuestion &question,
+                    std::function<void(const QStringList &)> answer) override;
     void print(const QString &text, std::function<void(const Printing &)> answer) override;
     qint64 copyConcealed(const QString &text) override;
     qint64 clipboardChangeCount() override;

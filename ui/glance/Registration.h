@@ -10,6 +10,7 @@
 #include "model/RecoveryKit.h"
 #include "model/Repositories.h"
 #include "model/RunWatch.h"
+#include "model/Sources.h"
 #include "ui/summary/OverviewTexts.h"
 #include "ui/summary/ProtectionChecks.h"
 
@@ -97,6 +98,14 @@ struct RunWatchForeign
     Q_GADGET
     QML_FOREIGN(RunWatch)
     QML_NAMED_ELEMENT(RunWatch)
+    QML_UNCREATABLE("It is a part of the model.")
+};
+
+struct SourcesForeign
+{
+    Q_GADGET
+    QML_FOREIGN(Sources)
+    QML_NAMED_ELEMENT(Sources)
     QML_UNCREATABLE("It is a part of the model.")
 };
 

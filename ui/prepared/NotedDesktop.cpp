@@ -7,6 +7,20 @@ void NotedDesktop::askSavePath(const QString & /*proposedName*/, const QString &
     answer(savePath);
 }
 
+void NotedDesktop::askFolder(const FolderQuestion & /*question*/,
+                             std::function<void(const std::optional<QString> &)> answer)
+{
+    asked.append(QStringLiteral("folder"));
+    answer(folders.isEmpty() ? std::nullopt : std::optional(folders.first()));
+}
+
+void NotedDesktop::askFolders(const FolderQuestion & /*question*/,
+                              std::function<void(const QStringList &)> answer)
+{
+    asked.append(QStringLiteral("folders"));
+    answer(folders);
+}
+
 void NotedDesktop::print(const QString & /*text*/, std::function<void(const Printing &)> /*answer*/)
 {
     asked.append(QStringLiteral("print"));

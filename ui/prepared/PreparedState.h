@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Connection.h"
+#include "model/Disks.h"
 #include "model/Notice.h"
 #include "model/RepoInfo.h"
 #include "state/AppConfig.h"
@@ -21,7 +23,16 @@ struct PreparedState
     bool launching = false;          ///< a backup was started, and no run is seen yet
     QList<RunRecord> history;        ///< newest first
     QMap<DestinationID, RepoInfo> repos;
-    bool localOnSystemDisk = false;
+    Disks::LocalPlace localPlace;      ///< of the folder of the local backups
+    bool localUnknown = false;         ///< the disk doesn't answer
+    QMap<QString, qint64> sourceSizes; ///< bytes of the sources; those of the settings count as
+                                       ///< measured already
+    std::optional<qint64> measuring;   ///< bytes so far of the measurement under way; absent when
+                                       ///< none is
+    Connection drive;                  ///< what is found there, or comes of connecting it
+    Connection server;
+    QString typedExclude; ///< an exclusion that was typed
+    QString dropped;      ///< a path that was dropped, which is no folder
     bool fullDiskAccess = true;
     std::optional<QString> supportFault; ///< why the support folder can't be written
     std::optional<QString> keyError;     ///< the keyring's answer instead of a key, or instead of

@@ -145,7 +145,7 @@ PreparedState single()
     state.config.driveEnabled = false;
     state.config.serverEnabled = false;
     state.config.localFolder = Paths::home();
-    state.localOnSystemDisk = true;
+    state.localPlace.isBesideHome = true;
     state.config.keepDays = -1;
     state.repos = {{DestinationID::Local, repository(1)}};
     return state;

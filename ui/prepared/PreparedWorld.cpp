@@ -1,14 +1,42 @@
 #include "ui/prepared/PreparedWorld.h"
 
+#include "model/UserDefaults.h"
 #include "state/JSONFile.h"
 
 #include <QJsonArray>
+#include <QUrl>
+#include <QVariantMap>
 
+#include <limits>
 #include <utility>
 
 namespace {
 
 using SharedState = std::shared_ptr<PreparedState>;
+// What is held knows the whole world: nobody else may own it.
+using HeldAside = std::weak_ptr<PreparedWorld::Held>;
+
+/// Holds so many of the coming deliveries.
+void hold(const HeldAside &held, int deliveries)
+{
+    if (const auto there = held.lock()) {
+        there->deliveries = deliveries;
+    }
+}
+
+/// Does all at once, but for what is to be held.
+Background::Doer doer(const HeldAside &held)
+{
+    return [held](std::function<void()> task) {
+        const auto there = held.lock();
+        if (there && there->deliveries > 0) {
+            --there->deliveries;
+            there->tasks.append(std::move(task));
+        } else {
+            task();
+        }
+    };
+}
 
 class PreparedKeys final : public KeyStore
 {
@@ -101,6 +129,16 @@ private:
 class PreparedDefaults final : public Defaults
 {
 public:
+    explicit PreparedDefaults(const PreparedState &state)
+    {
+        QVariantMap sizes;
+        for (const QString &source : state.config.sources) {
+            if (state.sourceSizes.contains(source)) {
+                sizes.insert(source, state.sourceSizes.value(source));
+            }
+        }
+        m_values.insert(UserDefaults::sourceSizes, sizes);
+    }
     QVariant value(QLatin1String key) override { return m_values.value(key); }
     void set(QLatin1String key, const QVariant &value) override { m_values.insert(key, value); }
     void remove(QLatin1String key) override { m_values.remove(key); }
@@ -112,8 +150,9 @@ private:
 class PreparedTools final : public ToolCalls
 {
 public:
-    explicit PreparedTools(SharedState state)
+    PreparedTools(SharedState state, HeldAside held)
         : m_state(std::move(state))
+        , m_held(std::move(held))
     {
     }
 
@@ -122,36 +161,83 @@ public:
     bool refusesKey(const Restic & /*restic*/) override { return false; }
     Accounts accounts() override
     {
-        return {.drive = m_state->config.driveEnabled, .server = m_state->config.serverEnabled};
+        return {.drive = m_state->drive.connected, .server = m_state->server.connected};
     }
-    std::optional<Rclone::Quota> quota(const QString & /*remote*/) override { return std::nullopt; }
-    std::optional<QString> versioning(const QString & /*bucket*/) override { return std::nullopt; }
-    void disconnect(DestinationID /*destination*/) override {}
+    std::optional<Rclone::Quota> quota(const QString &remote) override
+    {
+        return remote == Rclone::driveRemote ? m_state->drive.quota : m_state->server.quota;
+    }
+    std::optional<QString> versioning(const QString & /*bucket*/) override
+    {
+        return m_state->server.versioning;
+    }
+    Attempt connectDrive(const QString & /*clientID*/, const QString & /*clientSecret*/,
+                         ProcessHandle & /*handle*/) override
+    {
+        return attempt(m_state->drive);
+    }
+    Attempt connectServer(const AppConfig & /*config*/, const QString &secret) override
+    {
+        if (const auto there = m_held.lock()) {
+            there->secret = secret;
+        }
+        return attempt(m_state->server);
+    }
+    void disconnect(DestinationID destination) override
+    {
+        (destination == DestinationID::Drive ? m_state->drive : m_state->server).connected = false;
+    }
     void removeAbandoned() override {}
     void pinServer() override {}
     void syncSchedule(const AppConfig & /*config*/) override {}
 
 private:
+    [[nodiscard]] Attempt attempt(Connection &place) const
+    {
+        if (place.connecting) {
+            hold(m_held, 2); // what came of it, and that it is all
+        }
+        place.connected = place.error.isEmpty();
+        return {.error = place.connected ? std::nullopt : std::optional(place.error),
+                .isConnected = place.connected,
+                .quota = place.connected ? place.quota : std::nullopt};
+    }
+
     SharedState m_state;
+    HeldAside m_held;
 };
 
 class PreparedDisks final : public Disks
 {
 public:
-    explicit PreparedDisks(SharedState state)
+    PreparedDisks(SharedState state, HeldAside held)
         : m_state(std::move(state))
+        , m_held(std::move(held))
     {
     }
 
-    bool holdsBackupsBesideHome(const AppConfig & /*config*/) override
+    LocalPlace localPlace(const AppConfig &config) override
     {
-        return m_state->localOnSystemDisk;
+        if (m_state->localUnknown) {
+            hold(m_held, 2);
+        }
+        return config.localFolder.isEmpty() ? LocalPlace() : m_state->localPlace;
     }
-    qint64 size(const QString & /*source*/, const AppConfig & /*config*/,
-                const std::function<void(qint64)> & /*progress*/,
+    QStringList folders(const QStringList &paths) override
+    {
+        QStringList found = paths;
+        found.removeAll(m_state->dropped);
+        return found;
+    }
+    qint64 size(const QString &source, const AppConfig & /*config*/,
+                const std::function<void(qint64)> &progress,
                 const std::stop_token & /*stop*/) override
     {
-        return 0;
+        if (m_state->measuring) {
+            progress(*m_state->measuring);
+            hold(m_held, std::numeric_limits<int>::max());
+        }
+        return m_state->sourceSizes.value(source);
     }
     Notice saveKit(const QString &path, const QString & /*text*/,
                    const QString &localFolder) override
@@ -166,6 +252,7 @@ public:
 
 private:
     SharedState m_state;
+    HeldAside m_held;
 };
 
 } // namespace
@@ -182,11 +269,11 @@ World PreparedWorld::world() const
             .keys = std::make_shared<PreparedKeys>(m_state),
             .settings = std::make_shared<PreparedSettings>(m_state),
             .engine = std::make_shared<PreparedEngine>(m_state, m_desktop),
-            .defaults = std::make_shared<PreparedDefaults>(),
-            .tools = std::make_shared<PreparedTools>(m_state),
-            .disks = std::make_shared<PreparedDisks>(m_state),
-            .background = Background(m_state->starting ? Background::Manner::Never
-                                                       : Background::Manner::AtOnce)};
+            .defaults = std::make_shared<PreparedDefaults>(*m_state),
+            .tools = std::make_shared<PreparedTools>(m_state, m_held),
+            .disks = std::make_shared<PreparedDisks>(m_state, m_held),
+            .background = Background(m_state->starting ? [](const std::function<void()> &) {}
+                                                       : doer(m_held))};
 }
 
 std::unique_ptr<AppModel> PreparedWorld::model()
@@ -201,8 +288,45 @@ std::unique_ptr<AppModel> PreparedWorld::model()
     if (m_state->kitNotice) {
         meetKitNotice(*model);
     }
+    meetConnections(*model);
+    if (m_state->measuring) {
+        model->runMeasure();
+        m_held->deliveries = 0;
+    }
+    if (!m_state->typedExclude.isEmpty()) {
+        model->addExclude(m_state->typedExclude);
+    }
+    if (!m_state->dropped.isEmpty()) {
+        model->addDroppedSources({QUrl::fromLocalFile(m_state->dropped)});
+    }
     m_desktop->asked.clear();
     return model;
+}
+
+void PreparedWorld::meetConnections(AppModel &model)
+{
+    if (m_state->drive.connecting || !m_state->drive.error.isEmpty()) {
+        model.connectDrive();
+    }
+    if (m_state->server.connecting || !m_state->server.error.isEmpty()) {
+        model.connectServer(QStringLiteral("secret"));
+    }
+}
+
+void PreparedWorld::finish()
+{
+    m_state->localUnknown = false;
+    m_state->drive.connecting = false;
+    m_state->server.connecting = false;
+    m_held->deliveries = 0;
+    for (const std::function<void()> &task : std::exchange(m_held->tasks, {})) {
+        task();
+    }
+}
+
+QString PreparedWorld::secret() const
+{
+    return m_held->secret;
 }
 
 void PreparedWorld::meetKeyError(AppModel &model)

@@ -5,6 +5,7 @@
 #include "ui/shell/SystemSettings.h"
 #include "ui/shell/TextPrinter.h"
 
+#include <QAbstractItemView>
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDialog>
@@ -70,6 +71,57 @@ void WindowDesktop::askSavePath(const QString &proposedName, const QString &mess
                                  ? chosen.first().toLocalFile()
                                  : QString();
         answer(path.isEmpty() ? std::nullopt : std::optional(path));
+    });
+    show(dialog);
+}
+
+void WindowDesktop::askFolder(const FolderQuestion &question,
+                              std::function<void(const std::optional<QString> &)> answer)
+{
+    askForFolders(question, false, [answer = std::move(answer)](const QStringList &folders) {
+        answer(folders.isEmpty() ? std::nullopt : std::optional(folders.first()));
+    });
+}
+
+void WindowDesktop::askFolders(const FolderQuestion &question,
+                               std::function<void(const QStringList &)> answer)
+{
+    askForFolders(question, true, std::move(answer));
+}
+
+void WindowDesktop::askForFolders(const FolderQuestion &question, bool several,
+                                  std::function<void(const QStringList &)> answer)
+{
+    auto *dialog = new QFileDialog;
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setSupportedSchemes({QStringLiteral("file")});
+    dialog->setLabelText(QFileDialog::Accept, question.prompt);
+    if (!question.message.isEmpty()) {
+        dialog->setWindowTitle(question.message);
+    }
+    if (!question.startFolder.isEmpty()) {
+        dialog->setDirectory(question.startFolder);
+    }
+    if (several) {
+        // Qt has no mode for this; its own panel can do it all the same.
+        dialog->setOption(QFileDialog::DontUseNativeDialog);
+        const auto views = dialog->findChildren<QAbstractItemView *>();
+        for (QAbstractItemView *view : views) {
+            if (view->objectName() == QLatin1String("listView") ||
+                view->objectName() == QLatin1String("treeView")) {
+                view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+            }
+        }
+    }
+    connect(dialog, &QDialog::finished, this, [dialog, answer = std::move(answer)](int result) {
+        QStringList folders;
+        const QList<QUrl> chosen =
+            result == QDialog::Accepted ? dialog->selectedUrls() : QList<QUrl>();
+        for (const QUrl &folder : chosen) {
+            folders.append(folder.adjusted(QUrl::StripTrailingSlash).toLocalFile());
+        }
+        answer(folders);
     });
     show(dialog);
 }

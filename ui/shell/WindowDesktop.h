@@ -29,6 +29,10 @@ public:
 
     void askSavePath(const QString &proposedName, const QString &message,
                      std::function<void(const std::optional<QString> &)> answer) override;
+    void askFolder(const FolderQuestion &question,
+                   std::function<void(const std::optional<QString> &)> answer) override;
+    void askFolders(const FolderQuestion &question,
+                    std::function<void(const QStringList &)> answer) override;
     void print(const QString &text, std::function<void(const Printing &)> answer) override;
     qint64 copyConcealed(const QString &text) override;
     qint64 clipboardChangeCount() override;
@@ -39,6 +43,8 @@ public:
     void exitNow() override;
 
 private:
+    void askForFolders(const FolderQuestion &question, bool several,
+                       std::function<void(const QStringList &)> answer);
     void show(QDialog *dialog);
 
     QPointer<QWindow> m_window;

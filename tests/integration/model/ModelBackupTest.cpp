@@ -28,6 +28,11 @@ public:
     {
         answer(std::nullopt);
     }
+    void askFolder(const FolderQuestion &,
+                   std::function<void(const std::optional<QString> &)>) override
+    {
+    }
+    void askFolders(const FolderQuestion &, std::function<void(const QStringList &)>) override {}
     void print(const QString &, std::function<void(const Printing &)>) override {}
     qint64 copyConcealed(const QString &) override { return 0; }
     qint64 clipboardChangeCount() override { return 0; }

@@ -22,7 +22,7 @@ Item {
         // The sheets, with an ear to the measurements of their model.
         function watched() {
             const item = made("access");
-            measurements.target = item.model.measurement;
+            measurements.target = item.model.sources.measurement;
             measurements.clear();
             return item;
         }
@@ -53,7 +53,7 @@ Item {
                 compare(measurements.count, 0);
             } else {
                 tryCompare(measurements, "count", 2); // it begins and ends
-                verify(!item.model.measurement.measuring);
+                verify(!item.model.sources.measurement.measuring);
                 compare(item.prepared.takeAsked(), []);
                 verify(!item.model.run.launching);
             }

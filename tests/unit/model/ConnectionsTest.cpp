@@ -29,6 +29,8 @@ public:
         return Rclone::Quota{.used = used, .total = 15};
     }
     std::optional<QString> versioning(const QString &) override { return std::nullopt; }
+    Attempt connectDrive(const QString &, const QString &, ProcessHandle &) override { return {}; }
+    Attempt connectServer(const AppConfig &, const QString &) override { return {}; }
     void disconnect(DestinationID destination) override
     {
         std::unique_lock lock(m_mutex);
