@@ -30,6 +30,43 @@ QStringList PreparedModel::states()
     return PreparedStates::names();
 }
 
+QStringList PreparedModel::sourcesStates()
+{
+    return PreparedStates::sourcesNames();
+}
+
+QStringList PreparedModel::destinationsStates()
+{
+    return PreparedStates::destinationsNames();
+}
+
+void PreparedModel::chooseFolders(const QStringList &folders)
+{
+    m_world.desktop().folders = folders;
+}
+
+void PreparedModel::finish()
+{
+    m_world.finish();
+}
+
+void PreparedModel::setConnectionError(const QString &error)
+{
+    m_world.state().drive.error = error;
+    m_world.state().server.error = error;
+}
+
+void PreparedModel::holdConnections()
+{
+    m_world.state().drive.connecting = true;
+    m_world.state().server.connecting = true;
+}
+
+QString PreparedModel::secret() const
+{
+    return m_world.secret();
+}
+
 QStringList PreparedModel::takeAsked()
 {
     return std::exchange(m_world.desktop().asked, {});

@@ -17,6 +17,8 @@ class PreparedModel : public QObject
     QML_ELEMENT
     Q_PROPERTY(QString state READ state WRITE setState NOTIFY stateChanged FINAL)
     Q_PROPERTY(QStringList states READ states CONSTANT FINAL)
+    Q_PROPERTY(QStringList sourcesStates READ sourcesStates CONSTANT FINAL)
+    Q_PROPERTY(QStringList destinationsStates READ destinationsStates CONSTANT FINAL)
     Q_PROPERTY(AppModel *model READ model NOTIFY stateChanged FINAL)
 
 public:
@@ -25,6 +27,8 @@ public:
     [[nodiscard]] QString state() const { return m_state; }
     void setState(const QString &state);
     [[nodiscard]] static QStringList states();
+    [[nodiscard]] static QStringList sourcesStates();
+    [[nodiscard]] static QStringList destinationsStates();
     [[nodiscard]] AppModel *model() { return m_model.get(); }
 
     /// The requests to the desktop since the last call: see NotedDesktop.
@@ -33,6 +37,16 @@ public:
     Q_INVOKABLE void giveAccess();
     /// Lets the keyring give a key, in a state where it gave none.
     Q_INVOKABLE void giveKey();
+    /// The user chooses these folders in each panel from now on; none cancels it.
+    Q_INVOKABLE void chooseFolders(const QStringList &folders);
+    /// What is under way (a connection, a measurement, a look at a disk) comes to its end.
+    Q_INVOKABLE void finish();
+    /// How connecting a place comes out from now on; empty is a success.
+    Q_INVOKABLE void setConnectionError(const QString &error);
+    /// Connecting takes until finish() from now on.
+    Q_INVOKABLE void holdConnections();
+    /// The secret that the server was connected with last, for tests of what reaches it.
+    Q_INVOKABLE QString secret() const;
     /// Changes the run in progress, if the state has one.
     Q_INVOKABLE void setPercent(double percent);
     Q_INVOKABLE void setKitNotice(const QString &text, bool warning);

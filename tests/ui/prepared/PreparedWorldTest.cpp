@@ -47,16 +47,9 @@ protected:
 
     static QList<QObject *> parts(AppModel &model)
     {
-        return {&model,
-                model.run(),
-                model.repositories(),
-                model.connections(),
-                model.measurement(),
-                model.key(),
-                model.kit(),
-                model.access(),
-                model.localFolder(),
-                model.settings()};
+        return {&model,          model.run(),         model.repositories(), model.connections(),
+                model.sources(), model.measurement(), model.key(),          model.kit(),
+                model.access(),  model.localFolder(), model.settings()};
     }
 
     /// Calls a function with the default of each of its arguments, and with `number` where that is
@@ -152,7 +145,9 @@ protected:
 TEST_F(PreparedWorldTest, nothingThatIsDoneInItReachesAnythingReal)
 {
     int done = 0;
-    for (const QString &name : PreparedStates::names()) {
+    const QStringList names = PreparedStates::names() + PreparedStates::sourcesNames() +
+                              PreparedStates::destinationsNames();
+    for (const QString &name : names) {
         PreparedWorld world(PreparedStates::state(name));
         const std::unique_ptr<AppModel> model = world.model();
         for (QObject *part : parts(*model)) {
@@ -162,7 +157,7 @@ TEST_F(PreparedWorldTest, nothingThatIsDoneInItReachesAnythingReal)
         Background::waitForAll();
         QCoreApplication::processEvents();
     }
-    EXPECT_GT(done, 50 * PreparedStates::names().size());
+    EXPECT_GT(done, 50 * names.size());
     Background::waitForAll();
     EXPECT_EQ(everything(), before);
     EXPECT_EQ(secrets.reads, 0);
@@ -194,6 +189,92 @@ TEST_F(PreparedWorldTest, aStateIsThereAtOnce)
     EXPECT_EQ(model->repositories()->of(DestinationID::Local).snapshots.size(), 41);
     EXPECT_TRUE(model->key()->hasKey());
     EXPECT_TRUE(world.desktop().asked.isEmpty());
+}
+
+TEST_F(PreparedWorldTest, aDiskIsThereAwayOrNotYetLookedAt)
+{
+    const auto seen = [](const char *name) {
+        PreparedWorld world(PreparedStates::state(QString::fromLatin1(name)));
+        const std::unique_ptr<AppModel> model = world.model();
+        return QList<bool>{model->localFolder()->isKnown(), model->localFolder()->hasVolume(),
+                           model->localFolder()->isOnSystemDisk()};
+    };
+    EXPECT_EQ(seen("noDisk"), (QList<bool>{true, false, false}));
+    EXPECT_EQ(seen("disk"), (QList<bool>{true, true, false}));
+    EXPECT_EQ(seen("systemDisk"), (QList<bool>{true, true, true}));
+    EXPECT_EQ(seen("diskAway"), (QList<bool>{true, false, false}));
+    EXPECT_EQ(seen("diskUnknown"), (QList<bool>{false, false, false}));
+}
+
+TEST_F(PreparedWorldTest, aMeasurementUnderWayComesToItsEndWhenAsked)
+{
+    PreparedWorld world(PreparedStates::state(QStringLiteral("measuring")));
+    const std::unique_ptr<AppModel> model = world.model();
+    EXPECT_TRUE(model->measurement()->isMeasuring());
+    EXPECT_EQ(model->measurement()->soFar(), 37'000'000'000);
+    EXPECT_FALSE(model->measurement()->hasTotal());
+    world.finish();
+    EXPECT_FALSE(model->measurement()->isMeasuring());
+    EXPECT_TRUE(model->measurement()->hasTotal());
+}
+
+TEST_F(PreparedWorldTest, eachKindOfServerIsShownInEachState)
+{
+    for (const QString &kind : {QStringLiteral("sftp"), QStringLiteral("webdav"),
+                                QStringLiteral("s3"), QStringLiteral("smb")}) {
+        const auto of = [&kind](const char *state) {
+            PreparedWorld world(PreparedStates::state(kind + QLatin1String(state)));
+            return world.model()->connections()->server();
+        };
+        EXPECT_EQ(of(""), Connection());
+        EXPECT_TRUE(of("Connecting").connecting);
+        EXPECT_FALSE(of("Connecting").connected);
+        EXPECT_EQ(of("Error").error,
+                  QStringLiteral("Accesso rifiutato: controlla utente e password."));
+        EXPECT_FALSE(of("Error").connected);
+        EXPECT_TRUE(of("Connected").connected);
+        EXPECT_TRUE(of("Connected").hasQuota());
+    }
+}
+
+TEST_F(PreparedWorldTest, aConnectionUnderWayComesToItsEndWhenAsked)
+{
+    PreparedWorld world(PreparedStates::state(QStringLiteral("driveConnecting")));
+    const std::unique_ptr<AppModel> model = world.model();
+    EXPECT_TRUE(model->connections()->drive().connecting);
+    world.finish();
+    EXPECT_FALSE(model->connections()->drive().connecting);
+    EXPECT_TRUE(model->connections()->drive().connected);
+    EXPECT_TRUE(model->connections()->drive().hasQuota());
+    EXPECT_TRUE(model->config().driveEnabled);
+}
+
+TEST_F(PreparedWorldTest, whatWasRefusedIsOnShow)
+{
+    PreparedWorld wrong(PreparedStates::state(QStringLiteral("wrongExclude")));
+    const std::unique_ptr<AppModel> typed = wrong.model();
+    EXPECT_FALSE(typed->sources()->excludeError().isEmpty());
+    EXPECT_EQ(typed->sources()->wrongExcludes(), QStringList{QStringLiteral("foto [2019")});
+    PreparedWorld drop(PreparedStates::state(QStringLiteral("refusedDrop")));
+    EXPECT_FALSE(drop.model()->sources()->refusal().isEmpty());
+}
+
+TEST_F(PreparedWorldTest, eachSentenceAboutTheRoomHasItsState)
+{
+    const auto sentence = [](const char *name) {
+        PreparedWorld world(PreparedStates::state(QString::fromLatin1(name)));
+        const std::unique_ptr<AppModel> model = world.model();
+        return model->space().forecast(DestinationID::Local).value_or(Notice()).text;
+    };
+    EXPECT_EQ(sentence("disk"), QString());
+    EXPECT_TRUE(sentence("fits").startsWith(QStringLiteral("Spazio sufficiente")));
+    EXPECT_TRUE(sentence("tooSmall").startsWith(QStringLiteral("Spazio insufficiente")));
+    EXPECT_TRUE(sentence("growthUnknown").startsWith(QStringLiteral("La previsione")));
+    EXPECT_TRUE(sentence("growthNegligible").startsWith(QStringLiteral("Crescita trascurabile")));
+    EXPECT_TRUE(sentence("growthAlone").endsWith(QStringLiteral("al giorno.")));
+    EXPECT_TRUE(sentence("growthDays").endsWith(QStringLiteral("giorni.")));
+    EXPECT_TRUE(sentence("growthMonths").endsWith(QStringLiteral("mesi.")));
+    EXPECT_TRUE(sentence("growthYears").endsWith(QStringLiteral("anni.")));
 }
 
 TEST_F(PreparedWorldTest, aKeyringThatDoesNotAnswerNeverDoes)
