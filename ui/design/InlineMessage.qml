@@ -9,6 +9,8 @@ Item {
     required property string text
     required property color color
     property string symbol: ""
+    property color signColor: color // of the symbol
+    property alias font: words.font
 
     implicitHeight: words.implicitHeight
 
@@ -20,8 +22,8 @@ Item {
         y: (metrics.height - height) / 2
         visible: root.symbol !== ""
         name: root.symbol
-        points: 14
-        color: root.color
+        points: root.font.pixelSize + 1
+        color: root.signColor
     }
 
     FontMetrics {

@@ -9,6 +9,8 @@ Item {
     property alias text: input.text
     property alias placeholderText: input.placeholderText
     property alias secure: input.secure
+    property alias digitsOnly: input.digitsOnly
+    property alias readOnly: input.readOnly
     property alias ringed: input.ringed
     readonly property alias field: input
 
@@ -41,7 +43,7 @@ Item {
         y: caption.height + 6
         width: parent.width
         name: root.label
-        onTextEdited: root.edited(text)
+        onTyped: text => root.edited(text)
         onAccepted: root.accepted()
     }
 }

@@ -1,4 +1,4 @@
-// A field for a password: it shows dots.
+// A field for a password: it shows dots, and the password while its eye is held.
 TextField {
     secure: true
 }

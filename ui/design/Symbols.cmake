@@ -16,6 +16,7 @@ set(symbols
   exclamationmark.shield=shield-exclamation
   exclamationmark.triangle=exclamation-triangle
   externaldrive=hdd
+  eye=eye
   folder=folder
   gauge.with.needle=speedometer2
   gearshape=gear

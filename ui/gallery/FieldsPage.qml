@@ -18,6 +18,7 @@ Page {
             TextField { name: "Server"; text: "nas.example.org"; enabled: false }
             SecureField { placeholderText: "Password" }
             SecureField { name: "Password"; text: "password" }
+            SecureField { name: "Password"; text: "password"; revealing: true }
         }
     }
 

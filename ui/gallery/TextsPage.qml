@@ -54,6 +54,15 @@ Page {
         }
 
         InlineMessage {
+            width: parent.width
+            text: "Crescita trascurabile negli ultimi giorni."
+            symbol: "checkmark.circle"
+            signColor: Theme.mint
+            color: Theme.secondary
+            font.pixelSize: 12
+        }
+
+        InlineMessage {
             width: 260
             text: "Non è stato possibile salvare il kit: il disco di destinazione è pieno."
             symbol: "exclamationmark.triangle"
