@@ -69,7 +69,8 @@ T.TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: name
     // Qt gives a password field no accessible name, so its description has it.
-    Accessible.description: echoMode !== TextInput.Normal ? name : ""
+    Accessible.description: echoMode !== TextInput.Normal ? name
+                          : text === "" && placeholderText !== name ? placeholderText : ""
     Accessible.passwordEdit: echoMode !== TextInput.Normal
 
     Label {

@@ -205,8 +205,10 @@ QStringList ScreenReader::faults(QObject *root)
         if (element->role() == QAccessible::NoRole || element->role() == QAccessible::Client) {
             faults.append(QStringLiteral("no role: ") + line(element));
         }
-        if (element->text(QAccessible::Name).trimmed().isEmpty() &&
-            element->role() != QAccessible::Separator) {
+        // Qt gives a password field no name.
+        const QAccessible::Text name =
+            element->state().passwordEdit ? QAccessible::Description : QAccessible::Name;
+        if (element->text(name).trimmed().isEmpty() && element->role() != QAccessible::Separator) {
             faults.append(QStringLiteral("no name: ") + line(element));
         }
         if (isPressed(element->role()) && !element->state().disabled &&
