@@ -128,6 +128,131 @@ Item {
             given: ({prepared: "long"})
         },
         GalleryPage {
+            name: "destinations-no-disk"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "noDisk"})
+        },
+        GalleryPage {
+            name: "destinations-disk"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "disk"})
+        },
+        GalleryPage {
+            name: "destinations-disk-away"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "diskAway"})
+        },
+        GalleryPage {
+            name: "destinations-disk-unknown"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "diskUnknown"})
+        },
+        GalleryPage {
+            name: "destinations-system-disk"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "systemDisk"})
+        },
+        GalleryPage {
+            name: "destinations-measuring"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "diskMeasuring"})
+        },
+        GalleryPage {
+            name: "destinations-fits"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "fits"})
+        },
+        GalleryPage {
+            name: "destinations-too-small"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "tooSmall"})
+        },
+        GalleryPage {
+            name: "destinations-growth-days"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "growthDays"})
+        },
+        GalleryPage {
+            name: "destinations-growth-years"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "growthYears"})
+        },
+        GalleryPage {
+            name: "destinations-drive"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "noDisk", scrolled: 0.4})
+        },
+        GalleryPage {
+            name: "destinations-drive-connecting"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "driveConnecting", scrolled: 0.5})
+        },
+        GalleryPage {
+            name: "destinations-drive-error"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "driveError", scrolled: 0.5})
+        },
+        GalleryPage {
+            name: "destinations-drive-connected"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "driveConnected", scrolled: 0.5})
+        },
+        GalleryPage {
+            name: "destinations-drive-versions"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "driveVersions", scrolled: 0.5})
+        },
+        GalleryPage {
+            name: "destinations-sftp"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "sftp", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-sftp-connecting"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "sftpConnecting", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-sftp-connected"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "sftpConnected", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-webdav"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "webdav", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-webdav-error"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "webdavError", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-s3"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "s3", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-s3-unversioned"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "s3Unversioned", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-s3-versioned"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "s3Versioned", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-smb"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "smb", scrolled: 1})
+        },
+        GalleryPage {
+            name: "destinations-connected"
+            source: "DestinationsPageState.qml"
+            given: ({prepared: "allConnected", scrolled: 1})
+        },
+        GalleryPage {
             name: "sheet-kit"
             source: "SheetPage.qml"
             given: ({prepared: "kit"})

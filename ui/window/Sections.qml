@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Vellomar.Destinations
 import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Window
@@ -44,12 +45,8 @@ QtObject {
         WindowSection {
             symbol: "externaldrive"
             page: Component {
-                PlaceholderPage {
-                    symbol: "externaldrive"
-                    title: root.model.title(AppModel.Section.Destinations)
-                    subtitle: qsTranslate("Texts",
-                                          "I backup sono indipendenti e cifrati. Se una destinazione "
-                                          + "non è raggiungibile, le altre partono lo stesso.")
+                DestinationsPage {
+                    model: root.model
                 }
             }
         },

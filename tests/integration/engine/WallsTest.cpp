@@ -60,7 +60,7 @@ bool isPage(const QString &room)
 
 Place placeFor(const QString &room)
 {
-    return isPage(room) ? Place{words("state model ui/glance ui/design"), true}
+    return isPage(room) ? Place{words("state model ui/summary ui/glance ui/design"), true}
                         : plan().value(room);
 }
 

@@ -113,9 +113,10 @@ Item {
             const lines = ScreenReader.tree(page);
             compare(lines.slice(0, 3), ["Pane: " + data.tag, "Heading: " + data.tag,
                                        "StaticText: " + subtitles[data.section]]);
-            verify(lines.includes("StaticText: Niente da mostrare"));
-            verify(lines.includes("StaticText: Questa pagina non fa parte di questa versione di "
-                                 + "Vellomar."));
+            const missing = ![AppModel.Section.Destinations].includes(data.section);
+            compare(lines.includes("StaticText: Niente da mostrare"), missing);
+            compare(lines.includes("StaticText: Questa pagina non fa parte di questa versione di "
+                                   + "Vellomar."), missing);
         }
 
         function test_theOverviewKnowsTheModel() {
