@@ -1,7 +1,9 @@
 #include "tools/ResticPattern.h"
 
+#include <QDir>
 #include <QList>
 #include <QRegularExpression>
+#include <QStringList>
 #include <QStringView>
 
 #include <algorithm>
@@ -65,12 +67,42 @@ bool isComplete(QStringView name)
     return true;
 }
 
+/// A line with its environment variables replaced by what restic finds for them.
+QString withVariables(const QString &line)
+{
+    static const QRegularExpression variable(
+        QStringLiteral(R"(\$(?:\{([^}]*)\}|(\{)|([*#$@!?\-0-9])|(\w+)))"));
+    QString made;
+    qsizetype end = 0;
+    QRegularExpressionMatchIterator matches = variable.globalMatch(line);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        const QString name = match.captured(1) + match.captured(3) + match.captured(4);
+        made += QStringView(line).mid(end, match.capturedStart() - end);
+        made += name == QLatin1String("$") ? name : qEnvironmentVariable(qUtf8Printable(name));
+        end = match.capturedEnd();
+    }
+    return made + QStringView(line).mid(end);
+}
+
 } // namespace
 
 bool isResticPattern(const QString &pattern)
 {
-    const QList<QStringView> names = QStringView(pattern).split(u'/');
-    return std::all_of(names.cbegin(), names.cend(), isComplete);
+    const QStringList lines = pattern.split(u'\n');
+    return std::all_of(lines.cbegin(), lines.cend(), [](const QString &line) {
+        const QString text = line.trimmed();
+        if (text.startsWith(u'#')) {
+            return true; // a comment
+        }
+        QString path = withVariables(text);
+        if (path.startsWith(u'!')) {
+            path.remove(0, 1);
+        }
+        path = QDir::cleanPath(path);
+        const QList<QStringView> names = QStringView(path).split(u'/');
+        return std::all_of(names.cbegin(), names.cend(), isComplete);
+    });
 }
 
 QString escapedPattern(QString text)
