@@ -175,6 +175,7 @@ void AppModel::cancelDriveConnection()
 void AppModel::disconnectDrive()
 {
     m_connections.disconnect(DestinationID::Drive);
+    refresh(DestinationID::Drive); // out of use, its entry goes
 }
 
 void AppModel::connectServer(const QString &secret)
@@ -185,6 +186,7 @@ void AppModel::connectServer(const QString &secret)
 void AppModel::disconnectServer()
 {
     m_connections.disconnect(DestinationID::Server);
+    refresh(DestinationID::Server);
 }
 
 void AppModel::addSources()
@@ -340,6 +342,7 @@ void AppModel::prepareToQuit()
     setShowingForeignWizard(false);
     m_world.background.runInOrder(Background::Lane::Settings,
                                   [disks = m_world.disks] { disks->removePreviews(); });
+    m_connections.endSignIn(patience);
     m_settings.finish(patience);
 }
 
@@ -347,6 +350,7 @@ void AppModel::becomeHidden()
 {
     ++m_absences;
     m_kit.setShowing(false);
+    m_connections.cancelDrive(); // nobody would see how it ends
 }
 
 void AppModel::becomeActive()

@@ -10,7 +10,7 @@
 #include "model/Repositories.h"
 #include "model/RunWatch.h"
 #include "model/Settings.h"
-#include "model/Sources.h"
+#include "model/SourceSelection.h"
 #include "model/SpaceForecast.h"
 #include "model/World.h"
 
@@ -38,7 +38,7 @@ class AppModel final : public QObject
     Q_PROPERTY(RunWatch *run READ run CONSTANT FINAL)
     Q_PROPERTY(Repositories *repositories READ repositories CONSTANT FINAL)
     Q_PROPERTY(Connections *connections READ connections CONSTANT FINAL)
-    Q_PROPERTY(Sources *sources READ sources CONSTANT FINAL)
+    Q_PROPERTY(SourceSelection *sources READ sources CONSTANT FINAL)
     Q_PROPERTY(EncryptionKey *key READ key CONSTANT FINAL)
     Q_PROPERTY(RecoveryKit *kit READ kit CONSTANT FINAL)
     Q_PROPERTY(DiskAccess *access READ access CONSTANT FINAL)
@@ -78,8 +78,8 @@ public:
     [[nodiscard]] const Connections *connections() const { return &m_connections; }
     [[nodiscard]] Measurement *measurement() { return &m_measurement; }
     [[nodiscard]] const Measurement *measurement() const { return &m_measurement; }
-    [[nodiscard]] Sources *sources() { return &m_sources; }
-    [[nodiscard]] const Sources *sources() const { return &m_sources; }
+    [[nodiscard]] SourceSelection *sources() { return &m_sources; }
+    [[nodiscard]] const SourceSelection *sources() const { return &m_sources; }
     [[nodiscard]] EncryptionKey *key() { return &m_key; }
     [[nodiscard]] const EncryptionKey *key() const { return &m_key; }
     [[nodiscard]] RecoveryKit *kit() { return &m_kit; }
@@ -109,7 +109,7 @@ public:
     Q_INVOKABLE void disconnectDrive();
     Q_INVOKABLE void connectServer(const QString &secret);
     Q_INVOKABLE void disconnectServer();
-    // As the functions of Sources.
+    // As the functions of SourceSelection.
     Q_INVOKABLE void addSources();
     Q_INVOKABLE void addDroppedSources(const QList<QUrl> &things);
     Q_INVOKABLE void removeSource(const QString &path);
@@ -185,7 +185,7 @@ private:
     Repositories m_repositories{m_world, m_settings, m_key, m_run, this};
     Connections m_connections{m_world, m_settings, m_key, this};
     Measurement m_measurement{m_world, m_settings, this};
-    Sources m_sources{m_world, m_settings, m_measurement, this};
+    SourceSelection m_sources{m_world, m_settings, m_measurement, this};
     RecoveryKit m_kit{m_world, m_settings, m_key, this};
     DiskAccess m_access{m_world, this};
     LocalFolder m_localFolder{m_world, m_settings, this};

@@ -95,17 +95,23 @@ void Connections::take(const ToolCalls::Accounts &accounts)
 {
     for (const DestinationID destination : remotePlaces) {
         Connection connection = m_all.value(destination);
+        if (connection.connecting) {
+            continue; // settled when that ends
+        }
         connection.connected =
             (destination == DestinationID::Drive ? accounts.drive : accounts.server) &&
-            !m_leaving.contains(destination);
+            m_leaving.value(destination) == 0;
         set(destination, connection);
+    }
+    if (drive().connected) {
+        keepNoSecret(); // of a sign-in that ended while the program did
     }
 }
 
 void Connections::refreshQuota()
 {
-    const bool asksDrive = drive().connected;
-    const bool asksServer = server().connected;
+    const bool asksDrive = drive().connected && !drive().connecting;
+    const bool asksServer = server().connected && !server().connecting;
     if (!asksDrive && !asksServer) {
         return;
     }
@@ -133,32 +139,18 @@ void Connections::refreshQuota()
         });
 }
 
-void Connections::begin(DestinationID destination)
-{
-    raise(destination); // what is being asked of an earlier account
-    Connection connection = m_all.value(destination);
-    connection.connecting = true;
-    connection.error.clear();
-    set(destination, connection);
-}
-
 void Connections::connectDrive()
 {
     if (drive().connecting) {
         return;
     }
     m_driveHandle = std::make_shared<ProcessHandle>();
-    begin(DestinationID::Drive);
     const AppConfig &config = m_settings.config();
-    m_world.background.runInOrder(
-        Background::Lane::Drive, this,
-        [tools = m_world.tools, handle = m_driveHandle,
-         clientID = withoutBlanks(config.driveClientID),
-         clientSecret = withoutBlanks(config.driveClientSecret)] {
-            return tools->connectDrive(clientID, clientSecret, *handle);
-        },
-        [this, generation = m_generations.value(DestinationID::Drive)](
-            const ToolCalls::Attempt &attempt) { end(DestinationID::Drive, attempt, generation); });
+    attempt(DestinationID::Drive, [tools = m_world.tools, handle = m_driveHandle,
+                                   clientID = withoutBlanks(config.driveClientID),
+                                   clientSecret = withoutBlanks(config.driveClientSecret)] {
+        return tools->connectDrive(clientID, clientSecret, *handle);
+    });
 }
 
 void Connections::cancelDrive()
@@ -168,55 +160,81 @@ void Connections::cancelDrive()
     }
 }
 
+void Connections::endSignIn(std::chrono::milliseconds patience)
+{
+    cancelDrive();
+    m_world.background.waitFor(Background::Lane::Drive, patience);
+}
+
 void Connections::connectServer(const QString &secret)
 {
     if (server().connecting) {
         return;
     }
-    begin(DestinationID::Server);
-    m_world.background.runInOrder(
-        Background::Lane::Server, this,
-        [tools = m_world.tools, config = m_settings.config(), secret] {
-            return tools->connectServer(config, secret);
-        },
-        [this, generation =
-                   m_generations.value(DestinationID::Server)](const ToolCalls::Attempt &attempt) {
-            end(DestinationID::Server, attempt, generation);
-        });
+    attempt(DestinationID::Server, [tools = m_world.tools, config = m_settings.config(), secret] {
+        return tools->connectServer(config, secret);
+    });
 }
 
-void Connections::end(DestinationID destination, const ToolCalls::Attempt &attempt,
-                      quint64 /*generation*/)
+/// Connects a place, after what was asked of it before.
+void Connections::attempt(DestinationID destination, std::function<ToolCalls::Attempt()> connecting)
+{
+    raise(destination); // what is being asked of an earlier account
+    const quint64 number = ++m_attempts[destination];
+    Connection connection = m_all.value(destination);
+    connection.connecting = true;
+    connection.error.clear();
+    set(destination, connection);
+    m_world.background.runInOrder(laneOf(destination), this, std::move(connecting),
+                                  [this, destination, number](const ToolCalls::Attempt &attempt) {
+                                      if (m_attempts.value(destination) ==
+                                          number) { // no disconnect was asked for since
+                                          end(destination, attempt);
+                                      }
+                                  });
+}
+
+void Connections::end(DestinationID destination, const ToolCalls::Attempt &attempt)
 {
     raise(destination);
-    set(destination, {.connected = attempt.isConnected,
-                      .connecting = false,
-                      .error = attempt.error.value_or(QString()),
-                      .quota = attempt.quota,
-                      .versioning = {}});
+    Connection connection;
+    connection.connected = attempt.isConnected;
+    connection.error = attempt.error.value_or(QString());
+    connection.quota = attempt.quota;
+    set(destination, connection);
     if (attempt.error) {
         return;
     }
     AppConfig config = m_settings.config();
-    if (destination == DestinationID::Drive) {
-        config.driveEnabled = true;
-        config.driveClientSecret.clear(); // it stands in rclone's file alone
-    } else {
-        config.serverEnabled = true;
-    }
+    (destination == DestinationID::Drive ? config.driveEnabled : config.serverEnabled) = true;
     m_settings.setConfig(config);
+    if (destination == DestinationID::Drive) {
+        keepNoSecret();
+    }
     Q_EMIT connected(destination);
     refreshQuota();
 }
 
+/// The secret of a client of the user's own stands in rclone's encrypted file from now on.
+void Connections::keepNoSecret()
+{
+    AppConfig config = m_settings.config();
+    config.driveClientSecret.clear();
+    m_settings.setConfig(config);
+}
+
 void Connections::disconnect(DestinationID destination)
 {
+    ++m_attempts[destination];
+    if (destination == DestinationID::Drive) {
+        cancelDrive(); // the sign-in would keep the disconnect waiting
+    }
     AppConfig config = m_settings.config();
     (destination == DestinationID::Drive ? config.driveEnabled : config.serverEnabled) = false;
     m_settings.setConfig(config);
     raise(destination);
     set(destination, {});
-    m_leaving.insert(destination);
+    ++m_leaving[destination];
     m_world.background.runInOrder(
         laneOf(destination), this,
         [tools = m_world.tools, destination] {
@@ -224,7 +242,7 @@ void Connections::disconnect(DestinationID destination)
             return true;
         },
         [this, destination](bool) {
-            m_leaving.remove(destination);
+            --m_leaving[destination];
             raise(destination);
             read();
         });

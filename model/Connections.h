@@ -7,9 +7,10 @@
 
 #include <QMap>
 #include <QObject>
-#include <QSet>
 #include <QString>
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 /// The accounts on the remote places.
@@ -38,8 +39,10 @@ public:
     void refreshQuota();
     /// Has the user sign in to Google Drive, unless that is under way.
     void connectDrive();
-    /// Ends the sign-in that is under way.
+    /// Ends the sign-in that is under way, which then counts as failed.
     void cancelDrive();
+    /// The same, and waits for its end, though at most so long. For the program's end.
+    void endSignIn(std::chrono::milliseconds patience);
     /// Connects the private server of the settings, unless that is under way.
     void connectServer(const QString &secret);
     /// Gives up the account on a place, the local one excepted, which goes out of use.
@@ -55,8 +58,9 @@ private:
     using Generations = QMap<DestinationID, quint64>;
 
     void take(const ToolCalls::Accounts &accounts);
-    void begin(DestinationID destination);
-    void end(DestinationID destination, const ToolCalls::Attempt &attempt, quint64 generation);
+    void attempt(DestinationID destination, std::function<ToolCalls::Attempt()> connecting);
+    void end(DestinationID destination, const ToolCalls::Attempt &attempt);
+    void keepNoSecret();
     void raise(DestinationID destination) { ++m_generations[destination]; }
     void set(DestinationID destination, const Connection &connection);
 
@@ -64,6 +68,7 @@ private:
     Settings &m_settings;
     QMap<DestinationID, Connection> m_all;
     Generations m_generations;
-    QSet<DestinationID> m_leaving;                ///< those whose account is being given up
+    QMap<DestinationID, quint64> m_attempts;      ///< raised by connecting and disconnecting
+    QMap<DestinationID, int> m_leaving;           ///< how many disconnects are under way
     std::shared_ptr<ProcessHandle> m_driveHandle; ///< of the last sign-in
 };

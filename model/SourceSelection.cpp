@@ -1,4 +1,4 @@
-#include "model/Sources.h"
+#include "model/SourceSelection.h"
 
 #include "state/Texts.h"
 #include "tools/ResticPattern.h"
@@ -25,7 +25,8 @@ QString nameOf(const QUrl &thing)
 
 } // namespace
 
-Sources::Sources(World world, Settings &settings, Measurement &measurement, QObject *parent)
+SourceSelection::SourceSelection(World world, Settings &settings, Measurement &measurement,
+                                 QObject *parent)
     : QObject(parent)
     , m_world(std::move(world))
     , m_settings(settings)
@@ -39,7 +40,7 @@ Sources::Sources(World world, Settings &settings, Measurement &measurement, QObj
     look();
 }
 
-void Sources::add()
+void SourceSelection::add()
 {
     m_world.desktop->askFolders({.prompt = Texts::tr("Aggiungi"), .message = {}, .startFolder = {}},
                                 [sources = QPointer(this)](const QStringList &folders) {
@@ -49,7 +50,7 @@ void Sources::add()
                                 });
 }
 
-void Sources::addDropped(const QList<QUrl> &things)
+void SourceSelection::addDropped(const QList<QUrl> &things)
 {
     setRefusal({});
     QStringList paths;
@@ -75,7 +76,7 @@ void Sources::addDropped(const QList<QUrl> &things)
         });
 }
 
-void Sources::append(const QStringList &folders)
+void SourceSelection::append(const QStringList &folders)
 {
     for (const QString &folder : folders) {
         AppConfig config = m_settings.config();
@@ -86,14 +87,14 @@ void Sources::append(const QStringList &folders)
     }
 }
 
-void Sources::remove(const QString &path)
+void SourceSelection::remove(const QString &path)
 {
     AppConfig config = m_settings.config();
     config.sources.removeAll(path);
     m_settings.setConfig(config);
 }
 
-void Sources::addExclude(const QString &typed)
+void SourceSelection::addExclude(const QString &typed)
 {
     const QString pattern = typed.trimmed();
     setExcludeError({});
@@ -114,27 +115,27 @@ void Sources::addExclude(const QString &typed)
     Q_EMIT excludeTaken();
 }
 
-void Sources::removeExclude(const QString &pattern)
+void SourceSelection::removeExclude(const QString &pattern)
 {
     AppConfig config = m_settings.config();
     config.excludes.removeAll(pattern);
     m_settings.setConfig(config);
 }
 
-void Sources::restoreDefaultExcludes()
+void SourceSelection::restoreDefaultExcludes()
 {
     AppConfig config = m_settings.config();
     config.excludes = AppConfig().excludes;
     m_settings.setConfig(config);
 }
 
-void Sources::forgetRefusals()
+void SourceSelection::forgetRefusals()
 {
     setRefusal({});
     setExcludeError({});
 }
 
-void Sources::look()
+void SourceSelection::look()
 {
     QStringList wrong = m_settings.config().excludes;
     wrong.removeIf([](const QString &pattern) { return isResticPattern(pattern); });
@@ -143,7 +144,7 @@ void Sources::look()
     }
 }
 
-void Sources::setRefusal(const QString &refusal)
+void SourceSelection::setRefusal(const QString &refusal)
 {
     if (m_refusal != refusal) {
         m_refusal = refusal;
@@ -151,7 +152,7 @@ void Sources::setRefusal(const QString &refusal)
     }
 }
 
-void Sources::setExcludeError(const QString &error)
+void SourceSelection::setExcludeError(const QString &error)
 {
     if (m_excludeError != error) {
         m_excludeError = error;

@@ -12,7 +12,7 @@
 
 /// What goes into the backups: the source folders and what is left out of them, as the user changes
 /// them, and their sizes.
-class Sources final : public QObject
+class SourceSelection final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(Measurement *measurement READ measurement CONSTANT FINAL)
@@ -22,7 +22,8 @@ class Sources final : public QObject
 
 public:
     /// `settings` and `measurement` outlive this.
-    Sources(World world, Settings &settings, Measurement &measurement, QObject *parent = nullptr);
+    SourceSelection(World world, Settings &settings, Measurement &measurement,
+                    QObject *parent = nullptr);
 
     [[nodiscard]] Measurement *measurement() const { return &m_measurement; }
     /// Why what was dropped last isn't a source now; empty when nothing was refused.

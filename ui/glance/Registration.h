@@ -10,7 +10,7 @@
 #include "model/RecoveryKit.h"
 #include "model/Repositories.h"
 #include "model/RunWatch.h"
-#include "model/Sources.h"
+#include "model/SourceSelection.h"
 #include "ui/summary/OverviewTexts.h"
 #include "ui/summary/ProtectionChecks.h"
 
@@ -104,7 +104,7 @@ struct RunWatchForeign
 struct SourcesForeign
 {
     Q_GADGET
-    QML_FOREIGN(Sources)
+    QML_FOREIGN(SourceSelection)
     QML_NAMED_ELEMENT(Sources)
     QML_UNCREATABLE("It is a part of the model.")
 };

@@ -122,7 +122,16 @@ protected:
         return Rclone::Quota{.used = used, .total = 15};
     }
 
+    /// Until after the settings, which hand over what isn't saved when they go.
+    struct WaitAtEnd
+    {
+        WaitAtEnd() = default;
+        ~WaitAtEnd() { Background::waitForAll(); }
+        Q_DISABLE_COPY_MOVE(WaitAtEnd)
+    };
+
     TestApplication application;
+    WaitAtEnd waitAtEnd;
     MemorySecretBackend secrets;
     ScopedSecretBackend secretsInForce{secrets};
     std::shared_ptr<ScriptedDesktop> desktop = std::make_shared<ScriptedDesktop>();
