@@ -76,7 +76,10 @@ FocusScope {
     Tip {
         objectName: "tip"
         visible: pointer.hovered && !cross.hovered && text !== ""
-        text: [words.truncated ? root.text : "", root.fault].filter(part => part !== "").join("\n")
+        text: {
+            const whole = words.truncated ? root.text : "";
+            return whole !== "" && root.fault !== "" ? whole + "\n" + root.fault : whole + root.fault;
+        }
     }
 
     Pressable {
