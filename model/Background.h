@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QFutureWatcher>
+#include "model/Delivery.h"
+
 #include <QPointer>
-#include <QPromise>
 #include <QThreadPool>
 
 #include <chrono>
 #include <functional>
-#include <memory>
-#include <mutex>
 #include <type_traits>
 #include <utility>
 
@@ -92,22 +90,6 @@ public:
     void waitFor(Lane lane, std::chrono::milliseconds patience) const;
 
 private:
-    /// For the thread sanitizer alone: a lock that it can see. Qt's own locks order the accesses
-    /// already, but the system's Qt isn't built with the sanitizer.
-    class HandOver
-    {
-#ifdef __SANITIZE_THREAD__
-    public:
-        HandOver();
-
-    private:
-        std::unique_lock<std::mutex> m_lock;
-#else
-    public:
-        HandOver() {} // NOLINT(modernize-use-equals-default): used for its lifetime alone
-#endif
-    };
-
     class Job;
 
     static QThreadPool &threadOf(Lane lane);
@@ -144,32 +126,12 @@ private:
             });
             return;
         }
-        // Not by QFuture::then(owner, …): it aborts in debug builds of Qt 6.4 when the owner has
-        // been destroyed.
-        const auto promise = std::make_shared<QPromise<Report>>();
         // Destroyed with the owner, which ends the delivery.
-        auto *watcher = new QFutureWatcher<Report>(owner);
-        QObject::connect(watcher, &QFutureWatcherBase::resultReadyAt, owner,
-                         [watcher, receive = std::move(receive)](int index) {
-                             const Report report = [&] {
-                                 const HandOver seen;
-                                 return watcher->resultAt(index);
-                             }();
-                             receive(report);
-                         });
-        QObject::connect(watcher, &QFutureWatcherBase::finished, owner,
-                         [watcher, finish = std::move(finish)] {
-                             watcher->deleteLater();
-                             finish();
-                         });
-        watcher->setFuture(promise->future());
-        start(pool, [promise, work = std::move(work)] {
-            promise->start();
-            work([&promise](const Report &report) {
-                const HandOver seen;
-                promise->addResult(report);
-            });
-            promise->finish();
+        const auto *delivery =
+            new ReportDelivery<Report>(owner, std::move(receive), std::move(finish));
+        start(pool, [way = delivery->way(), work = std::move(work)] {
+            work([&way](const Report &report) { ReportDelivery<Report>::report(*way, report); });
+            ReportDelivery<Report>::finish(*way);
         });
     }
 

@@ -2,10 +2,10 @@
 
 #include "model/AppModel.h"
 #include "model/Background.h"
+#include "model/Delivery.h"
 #include "tests/support/EventLoop.h"
 
 #include <QCoreApplication>
-#include <QFutureWatcher>
 
 /// Waits until a model's keyring has answered; false when it never did.
 inline bool comesUp(const AppModel &model)
@@ -26,7 +26,7 @@ inline void settle(AppModel *model)
             Background::waitForAll();
             QCoreApplication::sendPostedEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        } while (model != nullptr && !model->findChildren<QFutureWatcherBase *>().isEmpty());
+        } while (model != nullptr && !model->findChildren<Delivery *>().isEmpty());
     }
     // The last delivery may have started work that is delivered to nobody.
     Background::waitForAll();

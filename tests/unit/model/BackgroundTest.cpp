@@ -175,7 +175,7 @@ TEST_F(BackgroundTest, ownersComeAndGoWhileWorkIsUnderWay)
     EXPECT_EQ(worked, 500);
 }
 
-TEST_F(BackgroundTest, theWatchersGoWithTheirDelivery)
+TEST_F(BackgroundTest, aDeliveryGoesWithItsLastReport)
 {
     bool isDone = false;
     background.run(

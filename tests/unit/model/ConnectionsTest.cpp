@@ -1,5 +1,6 @@
 #include "model/Connections.h"
 
+#include "model/Delivery.h"
 #include "tests/support/ModelFixture.h"
 
 #include <condition_variable>
@@ -115,7 +116,7 @@ protected:
             Background::waitForAll();
             QCoreApplication::sendPostedEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        } while (!connections.findChildren<QFutureWatcherBase *>().isEmpty());
+        } while (!connections.findChildren<Delivery *>().isEmpty());
     }
     static std::optional<Rclone::Quota> room(qint64 used)
     {

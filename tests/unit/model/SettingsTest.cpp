@@ -1,5 +1,6 @@
 #include "model/Settings.h"
 
+#include "model/Delivery.h"
 #include "tests/support/ModelFixture.h"
 
 #include <atomic>
@@ -93,7 +94,7 @@ protected:
             Background::waitForAll();
             QCoreApplication::sendPostedEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        } while (!settings->findChildren<QFutureWatcherBase *>().isEmpty());
+        } while (!settings->findChildren<Delivery *>().isEmpty());
     }
     void pass(int milliseconds)
     {
