@@ -11,10 +11,12 @@ Panel {
     required property DestinationsSummary summary
     readonly property place place: summary.drive
     readonly property connection account: model.connections.drive
+    readonly property bool connected: account.connected
     property bool showCredentials: false
     property bool confirmDisconnect: false
 
     Accessible.name: place.title
+    onConnectedChanged: confirmDisconnect = false
 
     DestinationHeader {
         objectName: "header"
@@ -28,7 +30,7 @@ Panel {
 
     PillButton {
         objectName: "signIn"
-        visible: !root.account.connected && !root.account.connecting
+        visible: !root.connected && !root.account.connecting
         text: qsTranslate("Texts", "Accedi con Google")
         onClicked: root.model.connectDrive()
     }
@@ -36,7 +38,7 @@ Panel {
     Paragraph {
         objectName: "signInNote"
         width: parent.width
-        visible: !root.account.connected && !root.account.connecting
+        visible: !root.connected && !root.account.connecting
         words: qsTranslate("Texts", "L'app accede solo ai file che crea su Drive, non agli altri.")
         font.pixelSize: 12
         color: Theme.secondary
@@ -92,7 +94,7 @@ Panel {
     UsageBar {
         objectName: "usage"
         width: parent.width
-        visible: root.account.connected && root.place.hasUsage
+        visible: root.connected && root.place.hasUsage
         used: root.place.usage.used
         total: root.place.usage.total
         words: root.place.usageText
@@ -101,7 +103,7 @@ Panel {
     PlaceMetrics {
         objectName: "metrics"
         width: parent.width
-        visible: root.account.connected
+        visible: root.connected
         place: root.place
         action: qsTranslate("Texts", "Scollega account")
         onActed: root.confirmDisconnect = true
@@ -110,7 +112,7 @@ Panel {
     LabelledField {
         objectName: "folder"
         width: parent.width
-        visible: root.account.connected
+        visible: root.connected
         label: qsTranslate("Texts", "Cartella su Drive")
         text: root.model.config.driveFolder
         onEdited: text => root.model.config.driveFolder = text
@@ -119,13 +121,13 @@ Panel {
     ForecastLine {
         objectName: "forecast"
         width: parent.width
-        visible: root.account.connected && text !== ""
+        visible: root.connected && text !== ""
         forecast: root.place.forecast
     }
 
     DisclosureRow {
         objectName: "disclosure"
-        visible: !root.account.connected
+        visible: !root.connected
         text: qsTranslate("Texts", "Credenziali OAuth personali")
         expanded: root.showCredentials
         onClicked: root.showCredentials = !root.showCredentials
@@ -134,7 +136,7 @@ Panel {
     Column {
         objectName: "credentials"
         width: parent.width
-        visible: !root.account.connected && root.showCredentials
+        visible: !root.connected && root.showCredentials
         spacing: 14
 
         Paragraph {
@@ -165,7 +167,7 @@ Panel {
 
     ConfirmationDialog {
         objectName: "dialog"
-        visible: root.confirmDisconnect && root.account.connected
+        visible: root.confirmDisconnect
         title: qsTranslate("Texts", "Scollegare Google Drive?")
         message: qsTranslate("Texts", "I backup su Drive si fermano. Quelli già fatti restano su Drive e tornano disponibili ricollegando lo stesso account.")
         action: qsTranslate("Texts", "Scollega")

@@ -17,6 +17,7 @@ Panel {
 
     Accessible.name: place.title
     onConnectedChanged: {
+        confirmDisconnect = false;
         if (connected) {
             secret = "";
         }
@@ -82,7 +83,7 @@ Panel {
 
     ConfirmationDialog {
         objectName: "dialog"
-        visible: root.confirmDisconnect && root.connected
+        visible: root.confirmDisconnect
         title: qsTranslate("Texts", "Scollegare il server?")
         message: qsTranslate("Texts", "I backup sul server si fermano e la password salvata viene eliminata. Quelli già fatti restano sul server.")
         action: qsTranslate("Texts", "Scollega")
