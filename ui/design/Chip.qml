@@ -32,7 +32,7 @@ FocusScope {
     implicitHeight: 28
     opacity: enabled ? 1 : 0.38
     Accessible.role: Accessible.ListItem
-    Accessible.name: text
+    Accessible.name: words.text
     Accessible.description: fault
 
     Surface {

@@ -158,7 +158,7 @@ Item {
             compare(part(item, "words").text, "una riga dopo l'altra");
             compare(part(item, "words").lineCount, 1);
             compare(item.height, 28);
-            compare(ScreenReader.name(item), item.text);
+            compare(ScreenReader.name(item), "una riga dopo l'altra");
         }
 
         function test_aTextFromRightToLeftBeginsAtTheLeftToo() {
