@@ -101,5 +101,12 @@
             <numerusform>Cresce di circa %1 al giorno. Lo spazio libero basta per circa %2 anni.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n esclusioni non sono valide: finché ci sono, nessun backup riesce.</source>
+        <translation>
+            <numerusform>Un'esclusione non è valida: finché c'è, nessun backup riesce.</numerusform>
+            <numerusform>%n esclusioni non sono valide: finché ci sono, nessun backup riesce.</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>
