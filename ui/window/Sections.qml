@@ -3,6 +3,7 @@ import QtQuick
 import Vellomar.Destinations
 import Vellomar.Glance
 import Vellomar.Overview
+import Vellomar.Sources
 import Vellomar.Window
 
 // The sections, in the order of AppModel.Section: the one list that sidebar, pages and emblem go by.
@@ -35,10 +36,8 @@ QtObject {
         WindowSection {
             symbol: "folder"
             page: Component {
-                PlaceholderPage {
-                    symbol: "folder"
-                    title: root.model.title(AppModel.Section.Sources)
-                    subtitle: qsTranslate("Texts", "Cartelle incluse nel backup")
+                SourcesPage {
+                    model: root.model
                 }
             }
         },

@@ -3,6 +3,7 @@ import Vellomar.Design
 import Vellomar.Glance
 import Vellomar.Overview
 import Vellomar.Prepared
+import Vellomar.Sources
 import Vellomar.Testing
 import Vellomar.Window
 
@@ -95,7 +96,7 @@ Item {
             return sizes();
         }
         function test_theirGroundFadesDownwards(data) {
-            open("fresh", AppModel.Section.Sources);
+            open("fresh", AppModel.Section.Activity);
             resize(data);
             for (const y of [10, 40, data.height - 10]) {
                 looks(view, 300, y, Colours.part(Colours.ground, (y + 0.5) / data.height));
@@ -113,10 +114,27 @@ Item {
             const lines = ScreenReader.tree(page);
             compare(lines.slice(0, 3), ["Pane: " + data.tag, "Heading: " + data.tag,
                                        "StaticText: " + subtitles[data.section]]);
-            const missing = ![AppModel.Section.Destinations].includes(data.section);
-            compare(lines.includes("StaticText: Niente da mostrare"), missing);
-            compare(lines.includes("StaticText: Questa pagina non fa parte di questa versione di "
-                                   + "Vellomar."), missing);
+        }
+
+        function test_onlySectionsWithoutAPageAreEmpty() {
+            open();
+            const empty = [0, 1, 2, 3, 4, 5].filter(section => {
+                prepared.model.section = section;
+                const lines = ScreenReader.tree(area.page.page);
+                const nothing = "StaticText: Questa pagina non fa parte di questa versione di "
+                              + "Vellomar.";
+                compare(lines.includes(nothing), lines.includes("StaticText: Niente da mostrare"));
+                return lines.includes(nothing);
+            });
+            compare(empty.map(section => titles[section]),
+                    ["Ripristina", "Attività", "Impostazioni"]);
+        }
+
+        function test_thePagesKnowTheModel() {
+            open("fresh", AppModel.Section.Sources);
+            const page = area.page.page;
+            verify((page as SourcesPage) !== null);
+            compare(page.model, prepared.model);
         }
 
         function test_theOverviewKnowsTheModel() {
