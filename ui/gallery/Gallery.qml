@@ -253,6 +253,56 @@ Item {
             given: ({prepared: "allConnected", scrolled: 1})
         },
         GalleryPage {
+            name: "sources-empty"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "noSources"})
+        },
+        GalleryPage {
+            name: "sources-unmeasured"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "unmeasured"})
+        },
+        GalleryPage {
+            name: "sources-measuring"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "measuring"})
+        },
+        GalleryPage {
+            name: "sources-partly-measured"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "partlyMeasured"})
+        },
+        GalleryPage {
+            name: "sources-measured"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "measured"})
+        },
+        GalleryPage {
+            name: "sources-wrong"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "wrongExclude", typed: "*.[jp", ended: true})
+        },
+        GalleryPage {
+            name: "sources-refused"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "refusedDrop"})
+        },
+        GalleryPage {
+            name: "sources-many"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "many"})
+        },
+        GalleryPage {
+            name: "sources-many-end"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "many", ended: true})
+        },
+        GalleryPage {
+            name: "sources-dragged"
+            source: "SourcesPageState.qml"
+            given: ({prepared: "measured", dragged: true})
+        },
+        GalleryPage {
             name: "sheet-kit"
             source: "SheetPage.qml"
             given: ({prepared: "kit"})
