@@ -56,10 +56,24 @@ Pairs webdavSection(const AppConfig &config, const QString &password)
             {QStringLiteral("pass"), password}};
 }
 
+/// A host without the brackets that an IPv6 address may have around it: ssh-keyscan takes none.
+QString withoutBrackets(const QString &host)
+{
+    return host.startsWith(u'[') && host.endsWith(u']') ? host.sliced(1).chopped(1) : host;
+}
+
+/// An IPv6 address in brackets, as rclone puts a colon and the port behind it; any other host as it
+/// is.
+QString inBrackets(const QString &host)
+{
+    const QString bare = withoutBrackets(host);
+    return bare.count(u':') > 1 ? u'[' + bare + u']' : host;
+}
+
 /// What SFTP and SMB share; `password` is obscured, and empty where no secret was given.
 Pairs hostSection(const AppConfig &config, const QString &password)
 {
-    Pairs pairs = {{QStringLiteral("host"), config.serverHost},
+    Pairs pairs = {{QStringLiteral("host"), inBrackets(config.serverHost)},
                    {QStringLiteral("user"), config.serverUser}};
     if (!config.serverPort.isEmpty()) {
         pairs.append({QStringLiteral("port"), config.serverPort});
@@ -233,7 +247,7 @@ bool Rclone::trustHost(const QString &host, const QString &port)
         arguments << QStringLiteral("-p") << port;
     }
     // So that a host name that begins with a hyphen isn't taken for an option.
-    arguments << QStringLiteral("--") << host;
+    arguments << QStringLiteral("--") << withoutBrackets(host);
     const ProcessResult scan = runProcess(QStringLiteral("/usr/bin/ssh-keyscan"), arguments);
     QStringList keys = scan.standardOutput.split(u'\n', Qt::SkipEmptyParts);
     keys.removeIf([](const QString &line) { return line.startsWith(u'#'); });

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// A real OpenSSH server on loopback with one user, who has a password and keys. The user is listed
+/// A real OpenSSH server on 127.0.0.1 and ::1 with one user, who has a password and keys. The user is listed
 /// in an account file of its own, mounted over the machine's in a mount namespace, and has the id
 /// of the user who runs the test. A login starts in data().
 class SftpServer

@@ -109,6 +109,16 @@ TEST_F(SftpHostKey, anotherKeyIsRefusedUntilTheUserConnectsAnew)
     EXPECT_EQ(look(), std::nullopt);
 }
 
+TEST_F(SftpHostKey, anAddressOfIPv6RefusesAnotherKeyToo)
+{
+    config.serverHost = QStringLiteral("::1");
+    ASSERT_EQ(connect(SftpServer::password()), std::nullopt);
+    EXPECT_EQ(readFile(knownHosts()),
+              "[::1]:" + server.portText().toUtf8() + ' ' + server.hostKey() + '\n');
+    ASSERT_TRUE(server.restartWithAnotherHostKey()) << qPrintable(server.output());
+    EXPECT_EQ(look(), otherKey());
+}
+
 TEST_F(SftpHostKey, aCycleRefusesAnotherKeyAndTheOtherDestinationsRun)
 {
     ASSERT_EQ(connect(SftpServer::password()), std::nullopt);

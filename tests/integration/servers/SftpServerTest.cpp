@@ -95,6 +95,24 @@ TEST_F(SftpServerTest, aPasswordServesForAWholeLife)
     EXPECT_EQ(snapshotCount(server.data() + QLatin1String("/backups/a mac")), 1);
 }
 
+TEST_F(SftpServerTest, anAddressOfIPv6ConnectsWithAndWithoutBrackets)
+{
+    for (const char *host : {"::1", "[::1]", " [::1] "}) {
+        config.serverHost = QString::fromUtf8(host);
+        EXPECT_EQ(connect(SftpServer::password()), std::nullopt) << host;
+        EXPECT_EQ(section().value(QLatin1String("host")), QStringLiteral("[::1]"));
+        EXPECT_EQ(section().value(QLatin1String("port")), server.portText());
+    }
+    EXPECT_EQ(connect(QStringLiteral("not the password")), refused());
+    expectNothingLeft();
+}
+
+TEST_F(SftpServerTest, anAddressOfIPv6ServesForAWholeLife)
+{
+    config.serverHost = QStringLiteral("::1");
+    expectWholeLife(SftpServer::password());
+}
+
 TEST_F(SftpServerTest, aKeyUnderTheHomeServesForAWholeLife)
 {
     ASSERT_TRUE(server.makeKey(folder(QStringLiteral(".ssh")) + QLatin1String("/id_ed25519")));
@@ -195,8 +213,8 @@ TEST_F(SftpServerTest, aPortThatIsNoNumberIsUnreachable)
 
 TEST_F(SftpServerTest, aHostThatIsNoneIsUnreachable)
 {
-    for (const char *host : {"", "host with blanks", "::1", "[::1]", "::1::",
-                             "no.such.host.invalid", "127.0.0.1/path", "sftp://127.0.0.1"}) {
+    for (const char *host : {"", "host with blanks", "::1::", "[]", "[::1", "no.such.host.invalid",
+                             "127.0.0.1/path", "sftp://127.0.0.1"}) {
         config.serverHost = QString::fromUtf8(host);
         EXPECT_EQ(connect(SftpServer::password()), unreachable()) << host;
         expectNothingLeft();

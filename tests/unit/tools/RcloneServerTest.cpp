@@ -48,6 +48,22 @@ TEST_F(RcloneServer, anSFTPServerMayHaveAKeyFileAlone)
                              knownHostsLine() + '\n');
 }
 
+TEST_F(RcloneServer, anAddressOfIPv6HasBracketsForRcloneAndNoneForSsh)
+{
+    for (const char *host : {"fe80::1%eth0", "[fe80::1%eth0]"}) {
+        server.serverHost = QString::fromUtf8(host);
+        EXPECT_EQ(section(),
+                  "\n[vellomar-server]\ntype = sftp\nhost = [fe80::1%eth0]\nuser = anna\n" +
+                      knownHostsLine() + '\n');
+        EXPECT_TRUE(
+            commands().contains(QStringLiteral("/usr/bin/ssh-keyscan -T 10 -- fe80::1%eth0")));
+    }
+    server.serverKind = ServerKind::Smb;
+    EXPECT_EQ(section(), "\n[vellomar-server]\ntype = smb\nhost = [fe80::1%eth0]\nuser = anna\n");
+    server.serverHost = QStringLiteral("host:1"); // no address
+    EXPECT_EQ(section(), "\n[vellomar-server]\ntype = smb\nhost = host:1\nuser = anna\n");
+}
+
 TEST_F(RcloneServer, anSMBServerHasItsKeysInOrderAndNoHostKeys)
 {
     server.serverKind = ServerKind::Smb;
