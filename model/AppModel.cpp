@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/ExecutablePath.h"
+#include "platform/VolumesFolder.h"
 #include "state/Texts.h"
 
 #include <QPointer>
@@ -149,7 +150,7 @@ void AppModel::chooseLocalFolder()
     m_world.desktop->askFolder(
         {.prompt = Texts::tr("Usa questa cartella"),
          .message = Texts::tr("Scegli il disco o la cartella in cui salvare i backup"),
-         .startFolder = m_world.desktop->disksFolder()},
+         .startFolder = volumesFolder()},
         [model = QPointer(this)](const std::optional<QString> &folder) {
             if (!model || !folder) {
                 return;

@@ -14,11 +14,6 @@ bool Desktop::hasFullDiskAccess()
     return ::hasFullDiskAccess(Paths::home());
 }
 
-QString Desktop::disksFolder()
-{
-    return {};
-}
-
 void Desktop::requestNotificationPermission()
 {
     Background().run([] { Notifier::requestPermission(); });

@@ -82,9 +82,6 @@ public:
     /// Ends the process at once.
     virtual void exitNow() = 0;
 
-    /// The folder where removable disks are found; the nearest one above that is there.
-    virtual QString disksFolder();
-
     /// Whether this program may read all of the user's files. Called on other threads, as it waits
     /// for the disk.
     virtual bool hasFullDiskAccess();

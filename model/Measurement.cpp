@@ -99,6 +99,9 @@ void Measurement::start()
         [disks = m_world.disks, config = m_settings.config(), stop](const auto &report) {
             qint64 before = 0;
             for (const QString &source : config.sources) {
+                if (stop.stop_requested()) {
+                    return;
+                }
                 const qint64 size = disks->size(
                     source, config,
                     [&report, before](qint64 bytes) { report(Measured{.soFar = before + bytes}); },

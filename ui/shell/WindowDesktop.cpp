@@ -1,5 +1,6 @@
 #include "ui/shell/WindowDesktop.h"
 
+#include "state/Paths.h"
 #include "state/PrivateFile.h"
 #include "state/Texts.h"
 #include "ui/shell/SystemSettings.h"
@@ -11,11 +12,15 @@
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QListView>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -32,6 +37,46 @@ Desktop::Printing printedToFile(const QString &text, const QPrinter &printer)
     TextPrinter::print(text, writer);
     const QString path = printer.outputFileName();
     return {.failure = PrivateFile::write(path, content.data()), .file = path};
+}
+
+/// Whether a Flatpak sandbox hides the user's files from Qt's own panels.
+bool isConfined()
+{
+    return QFileInfo::exists(QStringLiteral("/.flatpak-info"));
+}
+
+/// Lets several rows of Qt's own panel be selected, for which it has no mode when it asks for
+/// folders. Other panels have no such rows.
+void selectSeveral(const QFileDialog &dialog)
+{
+    for (const QString &name : {QStringLiteral("listView"), QStringLiteral("treeView")}) {
+        if (auto *rows = dialog.findChild<QAbstractItemView *>(name)) {
+            rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        }
+    }
+}
+
+/// The folders that were chosen, in the order in which the panel shows them.
+QStringList chosenFolders(const QFileDialog &dialog)
+{
+    QStringList folders;
+    if (const auto *rows = dialog.findChild<QListView *>(QStringLiteral("listView"))) {
+        QModelIndexList selected = rows->selectionModel()->selectedIndexes();
+        selected.removeIf([](const QModelIndex &cell) { return cell.column() != 0; });
+        std::sort(selected.begin(), selected.end());
+        for (const QModelIndex &row : std::as_const(selected)) {
+            folders.append(row.data(QFileSystemModel::FilePathRole).toString());
+        }
+    }
+    if (folders.size() > 1) {
+        return folders; // which Qt gives in the order of the clicks
+    }
+    folders.clear();
+    const QList<QUrl> chosen = dialog.selectedUrls();
+    for (const QUrl &folder : chosen) {
+        folders.append(folder.adjusted(QUrl::StripTrailingSlash).toLocalFile());
+    }
+    return folders;
 }
 
 Desktop::Printing printed(const QString &text, QPrinter &printer)
@@ -89,39 +134,25 @@ void WindowDesktop::askFolders(const FolderQuestion &question,
     askForFolders(question, true, std::move(answer));
 }
 
+// Where the program is confined, Qt's platform theme brings the panel of the portal. Like the other
+// native ones it gives Qt one folder at a time, so that several are asked for by Qt's own panel
+// wherever that sees the user's files.
 void WindowDesktop::askForFolders(const FolderQuestion &question, bool several,
                                   std::function<void(const QStringList &)> answer)
 {
     auto *dialog = new QFileDialog;
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setOption(QFileDialog::DontUseNativeDialog, several && !isConfined());
     dialog->setSupportedSchemes({QStringLiteral("file")});
     dialog->setLabelText(QFileDialog::Accept, question.prompt);
-    if (!question.message.isEmpty()) {
-        dialog->setWindowTitle(question.message);
-    }
-    if (!question.startFolder.isEmpty()) {
-        dialog->setDirectory(question.startFolder);
-    }
+    dialog->setWindowTitle(question.message.isEmpty() ? question.prompt : question.message);
+    dialog->setDirectory(question.startFolder.isEmpty() ? Paths::home() : question.startFolder);
     if (several) {
-        // Qt has no mode for this; its own panel can do it all the same.
-        dialog->setOption(QFileDialog::DontUseNativeDialog);
-        const auto views = dialog->findChildren<QAbstractItemView *>();
-        for (QAbstractItemView *view : views) {
-            if (view->objectName() == QLatin1String("listView") ||
-                view->objectName() == QLatin1String("treeView")) {
-                view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-            }
-        }
+        selectSeveral(*dialog);
     }
     connect(dialog, &QDialog::finished, this, [dialog, answer = std::move(answer)](int result) {
-        QStringList folders;
-        const QList<QUrl> chosen =
-            result == QDialog::Accepted ? dialog->selectedUrls() : QList<QUrl>();
-        for (const QUrl &folder : chosen) {
-            folders.append(folder.adjusted(QUrl::StripTrailingSlash).toLocalFile());
-        }
-        answer(folders);
+        answer(result == QDialog::Accepted ? chosenFolders(*dialog) : QStringList());
     });
     show(dialog);
 }

@@ -12,9 +12,11 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QListView>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProcess>
+#include <QTest>
 #include <QThread>
 #include <QTimer>
 
@@ -85,6 +87,17 @@ protected:
                              });
     }
 
+    void askFolder(const QString &start)
+    {
+        desktop->askFolder({.prompt = QStringLiteral("Usa questa cartella"),
+                            .message = QStringLiteral("Scegli il disco"),
+                            .startFolder = start},
+                           [this](const std::optional<QString> &path) {
+                               ++answers;
+                               chosen = path;
+                           });
+    }
+
     int argc = 1;
     QByteArray name{"test"};
     std::array<char *, 2> argv{name.data(), nullptr};
@@ -133,6 +146,83 @@ TEST_F(WindowDesktopTest, aSavePanelThatIsCancelledOrClosedGivesNothing)
         EXPECT_FALSE(chosen);
         EXPECT_TRUE(eventuallyInLoop([] { return QApplication::activeModalWidget() == nullptr; }));
     }
+}
+
+TEST_F(WindowDesktopTest, aFolderPanelGivesTheFolderThatIsOpenedOrTyped)
+{
+    const QString start = QDir::homePath() + QLatin1String("/Dischi");
+    ASSERT_TRUE(QDir().mkpath(start + QStringLiteral("/Archivio \u00e8")));
+    for (const QString &typed : {QString(), QStringLiteral("Archivio \u00e8")}) {
+        askFolder(start);
+        EXPECT_EQ(answers, 0); // nothing waits for it
+        auto *dialog = shownDialog<QFileDialog>();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Scegli il disco"));
+        EXPECT_EQ(dialog->labelText(QFileDialog::Accept), QStringLiteral("Usa questa cartella"));
+        EXPECT_EQ(dialog->directory().path(), start);
+        EXPECT_EQ(dialog->windowHandle()->transientParent(), window.get());
+        // The user may make one there.
+        auto *make = dialog->findChild<QWidget *>(QStringLiteral("newFolderButton"));
+        ASSERT_NE(make, nullptr);
+        EXPECT_TRUE(make->isVisible() && make->isEnabled());
+        auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        ASSERT_NE(field, nullptr);
+        field->setText(typed);
+        static_cast<QDialog *>(dialog)->accept();
+        EXPECT_TRUE(eventuallyInLoop([this] { return answers == 1; }));
+        EXPECT_EQ(chosen, typed.isEmpty() ? start : start + u'/' + typed);
+        EXPECT_TRUE(eventuallyInLoop([] { return QApplication::activeModalWidget() == nullptr; }));
+        answers = 0;
+    }
+}
+
+TEST_F(WindowDesktopTest, aFolderPanelThatIsCancelledGivesNothing)
+{
+    askFolder(QDir::homePath());
+    auto *dialog = shownDialog<QFileDialog>();
+    ASSERT_NE(dialog, nullptr);
+    chosen = QStringLiteral("unset");
+    dialog->reject();
+    EXPECT_TRUE(eventuallyInLoop([this] { return answers == 1; }));
+    EXPECT_FALSE(chosen);
+}
+
+TEST_F(WindowDesktopTest, severalFoldersAreChosenAtOnceAndFilesAreNot)
+{
+    for (const char *made : {"a", "b b", "c", "d"}) {
+        ASSERT_TRUE(
+            QDir().mkpath(QDir::homePath() + QLatin1String("/many/") + QString::fromLatin1(made)));
+    }
+    ASSERT_TRUE(writeFile(QDir::homePath() + QLatin1String("/many/file"), "x"));
+    std::optional<QStringList> folders;
+    desktop->askFolders({.prompt = QStringLiteral("Aggiungi"),
+                         .message = {},
+                         .startFolder = QDir::homePath() + QLatin1String("/many")},
+                        [&folders](const QStringList &answer) { folders = answer; });
+    auto *dialog = shownDialog<QFileDialog>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Aggiungi"));
+    auto *rows = dialog->findChild<QListView *>(QStringLiteral("listView"));
+    ASSERT_NE(rows, nullptr);
+    const auto nameOf = [rows](int row) {
+        return rows->model()->index(row, 0, rows->rootIndex()).data().toString();
+    };
+    EXPECT_TRUE(eventuallyInLoop([&] { // read, and in order
+        return rows->model()->rowCount(rows->rootIndex()) == 4 && nameOf(0) == QLatin1String("a") &&
+               nameOf(3) == QLatin1String("d");
+    }));
+    rows->setFocus();
+    for (const int row : {3, 0, 1}) {
+        const QModelIndex index = rows->model()->index(row, 0, rows->rootIndex());
+        QTest::mouseClick(rows->viewport(), Qt::LeftButton,
+                          row == 3 ? Qt::NoModifier : Qt::ControlModifier,
+                          rows->visualRect(index).center());
+    }
+    static_cast<QDialog *>(dialog)->accept();
+    EXPECT_TRUE(eventuallyInLoop([&folders] { return folders.has_value(); }));
+    const QString many = QDir::homePath() + QLatin1String("/many/");
+    EXPECT_EQ(folders.value_or(QStringList()),
+              (QStringList{many + u'a', many + QLatin1String("b b"), many + u'd'}));
 }
 
 TEST_F(WindowDesktopTest, itsEndClosesAnOpenPanelWithoutAnAnswer)

@@ -41,6 +41,45 @@ TEST_F(Measurement, storesTheSizeOfEachSource)
     EXPECT_EQ(model->measurement()->sizes().value(folder("one")), 10);
 }
 
+TEST_F(Measurement, theTotalIsThereOnceEachSourceIsMeasured)
+{
+    config.sources = {folder("one"), folder("two")};
+    writeFile(folder("one") + QLatin1String("/a"), QByteArray(10, 'x'));
+    UserDefaults::set(UserDefaults::sourceSizes, QVariantMap{{folder("one"), 10}});
+    start();
+    settle();
+    EXPECT_EQ(model->measurement()->sizes().size(), 1);
+    EXPECT_EQ(model->measurement()->total(), std::nullopt);
+    model->runMeasure();
+    settle();
+    EXPECT_EQ(model->measurement()->total(), 10);
+    model->removeSource(folder("one"));
+    EXPECT_EQ(model->measurement()->total(), std::nullopt);
+    model->removeSource(folder("two"));
+    model->runMeasure();
+    settle();
+    EXPECT_EQ(model->measurement()->total(), std::nullopt); // of nothing
+}
+
+TEST_F(Measurement, emptySourcesWeighNothing)
+{
+    config.sources = {folder("one"), folder("two")};
+    start();
+    model->runMeasure();
+    settle();
+    EXPECT_EQ(model->measurement()->total(), 0);
+}
+
+TEST_F(Measurement, sizesThatAreNoNumbersAreNone)
+{
+    config.sources = {folder("one")};
+    UserDefaults::set(UserDefaults::sourceSizes,
+                      QVariantMap{{folder("one"), 10}, {QStringLiteral("/a"), true}});
+    start();
+    settle();
+    EXPECT_TRUE(model->measurement()->sizes().isEmpty());
+}
+
 TEST_F(Measurement, withoutSourcesItIsDoneAtOnce)
 {
     config.sources.clear();

@@ -1,4 +1,5 @@
 #include "model/LocalFolder.h"
+#include "platform/VolumesFolder.h"
 #include "tests/support/ModelFixture.h"
 #include "tests/support/Waiting.h"
 
@@ -35,7 +36,7 @@ TEST_F(Places, theChosenFolderIsInUseAndRead)
     EXPECT_EQ(asked.prompt, QStringLiteral("Usa questa cartella"));
     EXPECT_EQ(asked.message,
               QStringLiteral("Scegli il disco o la cartella in cui salvare i backup"));
-    EXPECT_EQ(asked.startFolder, desktop->disksFolder());
+    EXPECT_EQ(asked.startFolder, volumesFolder());
 }
 
 TEST_F(Places, aCancelledPanelKeepsTheFolder)
