@@ -104,6 +104,17 @@ Stage {
             verify(!root.prepared.model.connections.drive.connecting);
         }
 
+        function test_theKeyboardGoesAlongWithASignIn() {
+            const panel = made("noDisk");
+            root.prepared.holdConnections();
+            press(part(panel, "signIn"), Qt.Key_Space);
+            tryVerify(() => focused() === part(panel, "cancel"));
+            verify(focused().ringed);
+            root.prepared.finish();
+            tryVerify(() => focused() === part(panel, "toggle"));
+            verify(focused().ringed);
+        }
+
         function test_aRefusalIsSaidInCoral() {
             const panel = made("noDisk");
             root.prepared.setConnectionError("Accesso a Google non completato");

@@ -183,6 +183,18 @@ Stage {
             verify(root.prepared.model.connections.server.connected);
         }
 
+        function test_onceConnectedNoKeyReachesTheForm() {
+            const panel = made("sftp");
+            type(panel, "secret", "segreto");
+            part(panel, "host").field.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            verify(root.prepared.model.connections.server.connected);
+            tryVerify(() => focused() === part(panel, "action"));
+            verify(focused().ringed);
+            keyClick("x");
+            compare(root.prepared.model.config.serverHost, "nas.example.org");
+        }
+
         function test_aRefusalIsSaidInCoralAndLeavesWhatWasTyped() {
             const panel = made("sftp");
             root.prepared.setConnectionError("Accesso rifiutato: controlla utente e password.");
