@@ -13,6 +13,8 @@ Page {
 
     title: model.title(AppModel.Section.Sources)
     subtitle: qsTranslate("Texts", "Cartelle incluse nel backup")
+    // Who comes back finds no word on what was dropped long ago.
+    Component.onDestruction: model?.sources.forgetRefusals()
 
     SourcesView {
         id: view
@@ -45,7 +47,7 @@ Page {
         function show() {
             if (awaited) {
                 awaited = false;
-                Qt.callLater(() => root.reveal(folders.outcome));
+                laidOut.start();
             }
         }
 
@@ -56,6 +58,13 @@ Page {
             awaited = true;
             root.model.addDroppedSources(urls);
         }
+    }
+
+    Timer {
+        id: laidOut
+
+        interval: 0
+        onTriggered: root.reveal(folders.outcome)
     }
 
     Connections {

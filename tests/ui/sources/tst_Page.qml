@@ -208,6 +208,14 @@ Item {
             compare(item.contentY, 0);
         }
 
+        function test_aRefusalGoesWithThePage() {
+            const first = made("refusedDrop");
+            verify(part(first, "refusal").visible);
+            first.destroy();
+            tryCompare(prepared.model.sources, "refusal", "");
+            verify(!part(drawn(page), "refusal").visible);
+        }
+
         function test_aMeasurementOutlivesThePage() {
             const first = made("measuring");
             first.destroy();
