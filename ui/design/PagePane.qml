@@ -41,10 +41,16 @@ Scroller {
                                                                 : Qt.OtherFocusReason);
     }
 
-    onLostChanged: Qt.callLater(handOn)
 
     activeFocusOnTab: activeFocus // Tab goes on from here
     clip: true
     Accessible.role: Accessible.Pane
     Accessible.name: title
+
+    // Once all that hides and shows with it has done so.
+    Timer {
+        interval: 0
+        running: root.lost
+        onTriggered: root.handOn()
+    }
 }

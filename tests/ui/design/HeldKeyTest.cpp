@@ -4,6 +4,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -83,6 +84,31 @@ TEST_P(HeldKey, pressesOnce)
         EXPECT_EQ(presses.size(), 1);
     }
 }
+
+class HeldEye : public HeldKey
+{
+};
+
+TEST_P(HeldEye, revealsUntilSpaceIsLetGo)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    EXPECT_FALSE(control->property("held").toBool());
+    send(QEvent::KeyPress, Qt::Key_Space, false);
+    EXPECT_TRUE(control->property("held").toBool());
+    for (int i = 0; i < 3; ++i) {
+        // What a held key sends again and again.
+        send(QEvent::KeyRelease, Qt::Key_Space, true);
+        EXPECT_TRUE(control->property("held").toBool());
+        send(QEvent::KeyPress, Qt::Key_Space, true);
+        EXPECT_TRUE(control->property("held").toBool());
+    }
+    send(QEvent::KeyRelease, Qt::Key_Space, false);
+    EXPECT_FALSE(control->property("held").toBool());
+}
+
+INSTANTIATE_TEST_SUITE_P(ofTheEye, HeldEye,
+                         testing::Values(Pressed{"eye", R"(RevealButton { text: "Mostra" })"}),
+                         testing::PrintToStringParamName());
 
 INSTANTIATE_TEST_SUITE_P(
     ofEachControl, HeldKey,
