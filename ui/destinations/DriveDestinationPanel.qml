@@ -95,8 +95,8 @@ Panel {
         objectName: "usage"
         width: parent.width
         visible: root.connected && root.place.hasUsage
-        used: root.place.usage.used
-        total: root.place.usage.total
+        used: root.place.used
+        total: root.place.total
         words: root.place.usageText
     }
 

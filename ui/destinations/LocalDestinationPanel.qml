@@ -27,8 +27,8 @@ Panel {
         objectName: "usage"
         width: parent.width
         visible: root.place.hasUsage
-        used: root.place.usage.used
-        total: root.place.usage.total
+        used: root.place.used
+        total: root.place.total
         words: root.place.usageText
     }
 

@@ -16,6 +16,13 @@ Column {
     readonly property connection account: model.connections.server
     readonly property bool ready: !account.connecting && form.ready(secret)
 
+    readonly property var kinds: [
+        {value: ServerKind.Sftp, label: summary.name(ServerKind.Sftp)},
+        {value: ServerKind.Webdav, label: summary.name(ServerKind.Webdav)},
+        {value: ServerKind.S3, label: summary.name(ServerKind.S3)},
+        {value: ServerKind.Smb, label: summary.name(ServerKind.Smb)}
+    ]
+
     signal secretEdited(secret: string)
     signal connectionAsked()
 
@@ -32,8 +39,7 @@ Column {
         width: Math.min(implicitWidth, parent.width)
         enabled: !root.account.connecting
         name: qsTranslate("Texts", "Tipo di server")
-        options: [ServerKind.Sftp, ServerKind.Webdav, ServerKind.S3, ServerKind.Smb].map(
-            kind => ({value: kind, label: root.summary.name(kind)}))
+        options: root.kinds
         selection: root.model.config.serverKind
         onChosen: value => root.model.config.serverKind = value
     }

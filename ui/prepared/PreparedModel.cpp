@@ -62,6 +62,11 @@ void PreparedModel::holdConnections()
     m_world.state().server.connecting = true;
 }
 
+void PreparedModel::setDriveQuota(qint64 used, qint64 total)
+{
+    m_world.state().drive.quota = Rclone::Quota{.used = used, .total = total};
+}
+
 QString PreparedModel::secret() const
 {
     return m_world.secret();

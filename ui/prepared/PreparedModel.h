@@ -45,6 +45,8 @@ public:
     Q_INVOKABLE void setConnectionError(const QString &error);
     /// Connecting takes until finish() from now on.
     Q_INVOKABLE void holdConnections();
+    /// Google Drive reports this room from now on, in bytes.
+    Q_INVOKABLE void setDriveQuota(qint64 used, qint64 total);
     /// The secret that the server was connected with last, for tests of what reaches it.
     Q_INVOKABLE QString secret() const;
     /// Changes the run in progress, if the state has one.

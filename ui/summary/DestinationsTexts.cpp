@@ -180,7 +180,8 @@ DestinationsTexts::Place DestinationsTexts::place(DestinationID destination,
     place.canEnable = canEnable(destination, situation);
     if (const auto used = usage(destination, situation)) {
         place.hasUsage = true;
-        place.usage = *used;
+        place.used = static_cast<double>(used->used);
+        place.total = static_cast<double>(used->total);
         place.usageText = Texts::tr("%1 usati di %2")
                               .arg(Fmt::byteCount(used->used), Fmt::byteCount(used->total));
         if (destination == DestinationID::Local) {

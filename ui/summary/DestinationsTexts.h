@@ -36,7 +36,8 @@ struct Place
     Q_PROPERTY(bool enabled MEMBER enabled FINAL)
     Q_PROPERTY(bool canEnable MEMBER canEnable FINAL)
     Q_PROPERTY(bool hasUsage MEMBER hasUsage FINAL)
-    Q_PROPERTY(Rclone::Quota usage MEMBER usage FINAL)
+    Q_PROPERTY(double used MEMBER used FINAL)
+    Q_PROPERTY(double total MEMBER total FINAL)
     Q_PROPERTY(QString usageText MEMBER usageText FINAL)
     Q_PROPERTY(QString free MEMBER free FINAL)
     Q_PROPERTY(QString versions MEMBER versions FINAL)
@@ -50,12 +51,13 @@ public:
     bool enabled = false;   ///< in use
     bool canEnable = false; ///< has what it needs to be in use
     bool hasUsage = false;
-    Rclone::Quota usage; ///< bytes used and in all
-    QString usageText;   ///< the same in words
-    QString free;        ///< free bytes on the disk
-    QString versions;    ///< number of them
-    QString stored;      ///< bytes of the repository
-    Notice forecast;     ///< whether the destination will hold
+    double used = 0;   ///< bytes; a number as QML has it
+    double total = 0;  ///< bytes in all
+    QString usageText; ///< the same in words
+    QString free;      ///< free bytes on the disk
+    QString versions;  ///< number of them
+    QString stored;    ///< bytes of the repository
+    Notice forecast;   ///< whether the destination will hold
 
     bool operator==(const Place &) const = default;
 };
