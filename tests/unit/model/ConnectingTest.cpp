@@ -1,4 +1,5 @@
 #include "model/Connections.h"
+#include "model/Delivery.h"
 #include "tests/support/ModelFixture.h"
 
 #include <condition_variable>
@@ -148,7 +149,7 @@ protected:
             Background::waitForAll();
             QCoreApplication::sendPostedEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        } while (!connections->findChildren<QFutureWatcherBase *>().isEmpty());
+        } while (!connections->findChildren<Delivery *>().isEmpty());
     }
     template <typename Change>
     void change(Change change)
