@@ -1,7 +1,12 @@
+#include "model/AppModel.h"
+#include "state/ConfigStore.h"
 #include "state/Paths.h"
 #include "tests/support/Cycle.h"
+#include "tests/support/EventLoop.h"
 #include "tests/support/Files.h"
 #include "tests/support/MemorySecretBackend.h"
+#include "tests/support/PlainDesktop.h"
+#include "tests/support/ReadySettings.h"
 #include "tests/support/SignInPage.h"
 #include "tools/FileDescriptor.h"
 #include "tools/Rclone.h"
@@ -358,6 +363,61 @@ TEST_F(Drive, isCancelledWhileThePageIsOpenAndCanBeTriedAgain)
     EXPECT_EQ(connect(), std::nullopt);
     EXPECT_TRUE(Rclone::isConfigured());
     expectKept();
+}
+
+// The window's part in it.
+class DriveOfTheWindow : public Drive
+{
+protected:
+    DriveOfTheWindow()
+    {
+        AppConfig config = readySettings();
+        config.driveClientSecret = QStringLiteral("a secret");
+        ConfigStore::save(config);
+        model = std::make_unique<AppModel>(World::real(std::make_shared<PlainDesktop>()));
+    }
+    ~DriveOfTheWindow() override
+    {
+        model.reset();
+        Background::waitForAll();
+    }
+
+    void SetUp() override
+    {
+        Drive::SetUp();
+        ASSERT_TRUE(eventuallyInLoop([this] { return !model->isStarting(); }));
+        ASSERT_TRUE(page.isRunning());
+        model->connectDrive();
+        ASSERT_TRUE(eventuallyInLoop([this] { return page.isOpened(); }));
+        ASSERT_TRUE(isSigningIn());
+    }
+    /// Whether nobody listens for an answer of the browser.
+    static bool isOver() { return !isSigningIn() && HeldPort().isHeld(); }
+
+    TestApplication application;
+    const SignInPage page{Answer::grant, Browser::unattended};
+    std::unique_ptr<AppModel> model;
+};
+
+TEST_F(DriveOfTheWindow, theEndOfTheProgramLeavesNoListener)
+{
+    model->prepareToQuit();
+    EXPECT_TRUE(isOver());
+}
+
+TEST_F(DriveOfTheWindow, aClosedWindowLeavesNoListener)
+{
+    model->becomeHidden();
+    EXPECT_TRUE(eventuallyInLoop([this] { return !model->connections()->drive().connecting; }));
+    EXPECT_EQ(model->connections()->drive().error, cancelled);
+    EXPECT_TRUE(isOver());
+}
+
+TEST_F(DriveOfTheWindow, aDisconnectLeavesNoListener)
+{
+    model->disconnectDrive();
+    EXPECT_EQ(model->connections()->drive(), Connection());
+    EXPECT_TRUE(eventuallyInLoop([] { return isOver(); }));
 }
 
 TEST_F(Drive, isCancelledWhileTheTokenIsOnItsWay)
