@@ -143,6 +143,7 @@ void AppModel::refresh(DestinationID destination)
 void AppModel::refreshQuota()
 {
     m_connections.refreshQuota();
+    m_localFolder.look();
 }
 
 void AppModel::chooseLocalFolder()

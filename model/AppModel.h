@@ -98,7 +98,7 @@ public:
 
     /// Reads a destination's repository again.
     Q_INVOKABLE void refresh(DestinationIDs::DestinationID destination);
-    /// Asks the remote places that are connected how much room there is.
+    /// Asks the remote places that are connected how much room there is, and looks at the disk.
     Q_INVOKABLE void refreshQuota();
 
     /// Has the user choose the folder of the local backups, which is in use from then on.

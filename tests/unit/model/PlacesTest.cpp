@@ -75,6 +75,19 @@ TEST_F(Places, aDiskThatIsAwayHasNoRoom)
     EXPECT_TRUE(model->localFolder()->hasVolume());
 }
 
+TEST_F(Places, aDiskThatIsTakenAwayIsMissedWithTheNextLookAtTheRoom)
+{
+    QDir().mkpath(config.localFolder);
+    start();
+    settle();
+    ASSERT_TRUE(model->localFolder()->hasVolume());
+    ASSERT_TRUE(QDir(config.localFolder).removeRecursively());
+    model->refreshQuota();
+    settle();
+    EXPECT_TRUE(model->localFolder()->isKnown());
+    EXPECT_FALSE(model->localFolder()->hasVolume());
+}
+
 TEST_F(Places, withoutAFolderThereIsNoRoom)
 {
     config.localEnabled = false;
