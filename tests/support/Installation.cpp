@@ -43,10 +43,12 @@ void Installation::addScript(const QString &name, const QByteArray &text)
 
 void Installation::addWindow()
 {
+    const QString built = QFileInfo(builtProgram()).path() + QLatin1String("/../");
     QDir().mkpath(m_root + QLatin1String("/lib"));
-    QFile::link(
-        QDir::cleanPath(QFileInfo(builtProgram()).path() + QLatin1String("/../lib/vellomar")),
-        m_root + QLatin1String("/lib/vellomar"));
+    for (const QString &part :
+         {QStringLiteral("lib/vellomar"), QStringLiteral("share/vellomar/vellomar.svg")}) {
+        QFile::link(QDir::cleanPath(built + part), m_root + u'/' + part);
+    }
 }
 
 QString Installation::realTool(const QString &name)

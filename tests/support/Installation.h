@@ -23,7 +23,7 @@ public:
     /// Puts in an executable script with this text.
     void addScript(const QString &name, const QByteArray &text);
 
-    /// Puts in the window.
+    /// Puts in the window, and the icon that it has.
     void addWindow();
 
     /// Full path of the real tool of this build.

@@ -45,7 +45,7 @@ QStringList namespaces()
 
 } // namespace
 
-SftpServer::SftpServer()
+SftpServer::SftpServer(const QString &secret)
 {
     QDir().mkpath(data());
     m_daemon.write(QStringLiteral("authorized_keys"), {});
@@ -56,7 +56,7 @@ SftpServer::SftpServer()
                        "\nStrictModes no\nUsePAM no\nPermitRootLogin yes\nPidFile none\n"
                        "PasswordAuthentication yes\nKbdInteractiveAuthentication no\n"
                        "Subsystem sftp internal-sftp\n");
-    writeAccounts();
+    writeAccounts(secret);
     generateKey(hostKeyFile());
 }
 
@@ -96,7 +96,7 @@ QByteArray SftpServer::hostKey() const
     return readFile(hostKeyFile() + QLatin1String(".pub")).trimmed();
 }
 
-void SftpServer::writeAccounts() const
+void SftpServer::writeAccounts(const QString &secret) const
 {
     const QByteArray anna = user().toUtf8();
     const QByteArray ids = QByteArray::number(::geteuid()) + ':' + QByteArray::number(::getegid());
@@ -104,8 +104,7 @@ void SftpServer::writeAccounts() const
                    "root:x:0:0::/:/bin/sh\nsshd:x:65534:65534::/run/sshd:/bin/false\n" + anna +
                        ":x:" + ids + "::" + data().toUtf8() + ":/bin/sh\n");
     crypt_data hashing = {};
-    const QByteArray hash =
-        ::crypt_r(password().toUtf8().constData(), "$6$saltOfTheTest", &hashing);
+    const QByteArray hash = ::crypt_r(secret.toUtf8().constData(), "$6$saltOfTheTest", &hashing);
     m_daemon.write(QStringLiteral("shadow"),
                    "sshd:*:1:0:99999:7:::\n" + anna + ':' + hash + ":1:0:99999:7:::\n");
 }

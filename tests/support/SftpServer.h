@@ -10,7 +10,7 @@
 class SftpServer
 {
 public:
-    SftpServer();
+    explicit SftpServer(const QString &secret = password());
 
     /// Starts the server on its port; false, with its words in output(), when it doesn't come up.
     bool start();
@@ -24,6 +24,7 @@ public:
     static bool makeStrangeKey(const QString &path);
 
     static QString user() { return QStringLiteral("anna"); }
+    /// The user's password, if no other is given.
     static QString password() { return QStringLiteral("a \"key\" = 100%; caff\u00e8 # `x`"); }
 
     [[nodiscard]] QString portText() const { return m_daemon.portText(); }
@@ -34,7 +35,7 @@ public:
 
 private:
     [[nodiscard]] QString hostKeyFile() const { return m_daemon.path(QStringLiteral("host_key")); }
-    void writeAccounts() const;
+    void writeAccounts(const QString &secret) const;
 
     Daemon m_daemon;
 };
