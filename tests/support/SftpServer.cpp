@@ -50,8 +50,9 @@ SftpServer::SftpServer(const QString &secret)
     QDir().mkpath(data());
     m_daemon.write(QStringLiteral("authorized_keys"), {});
     m_daemon.write(QStringLiteral("settings"),
-                   "ListenAddress 127.0.0.1\nListenAddress ::1\nPort " + m_daemon.portText().toUtf8() + "\nHostKey " +
-                       hostKeyFile().toUtf8() + "\nAuthorizedKeysFile " +
+                   "ListenAddress 127.0.0.1\nListenAddress ::1\nPort " +
+                       m_daemon.portText().toUtf8() + "\nHostKey " + hostKeyFile().toUtf8() +
+                       "\nAuthorizedKeysFile " +
                        m_daemon.path(QStringLiteral("authorized_keys")).toUtf8() +
                        "\nStrictModes no\nUsePAM no\nPermitRootLogin yes\nPidFile none\n"
                        "PasswordAuthentication yes\nKbdInteractiveAuthentication no\n"

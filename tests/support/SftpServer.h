@@ -4,9 +4,9 @@
 
 #include <QString>
 
-/// A real OpenSSH server on 127.0.0.1 and ::1 with one user, who has a password and keys. The user is listed
-/// in an account file of its own, mounted over the machine's in a mount namespace, and has the id
-/// of the user who runs the test. A login starts in data().
+/// A real OpenSSH server on 127.0.0.1 and ::1 with one user, who has a password and keys. The user
+/// is listed in an account file of its own, mounted over the machine's in a mount namespace, and
+/// has the id of the user who runs the test. A login starts in data().
 class SftpServer
 {
 public:
