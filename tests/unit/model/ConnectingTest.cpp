@@ -38,7 +38,7 @@ public:
         note(QStringLiteral("connect drive <%1> <%2>").arg(clientID, clientSecret));
         const std::optional<Attempt> given =
             wait(m_drive, [&handle] { return handle.isCancelled(); });
-        const Attempt attempt = given.value_or(failure(QStringLiteral("Collegamento annullato")));
+        Attempt attempt = given.value_or(failure(QStringLiteral("Collegamento annullato")));
         const std::lock_guard lock(m_mutex);
         m_accounts.drive = attempt.isConnected;
         return attempt;
@@ -46,7 +46,7 @@ public:
     Attempt connectServer(const AppConfig &config, const QString &secret) override
     {
         note(QStringLiteral("connect server %1 <%2>").arg(config.serverHost, secret));
-        const Attempt attempt = wait(m_server, [] { return false; }).value_or(Attempt());
+        Attempt attempt = wait(m_server, [] { return false; }).value_or(Attempt());
         const std::lock_guard lock(m_mutex);
         m_accounts.server = attempt.isConnected;
         return attempt;
