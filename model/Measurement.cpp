@@ -41,6 +41,15 @@ QMap<QString, qint64> savedSizes(Defaults &defaults)
     return sizes;
 }
 
+QVariantMap stored(const QMap<QString, qint64> &sizes)
+{
+    QVariantMap entries;
+    for (auto size = sizes.cbegin(); size != sizes.cend(); ++size) {
+        entries.insert(size.key(), size.value());
+    }
+    return entries;
+}
+
 } // namespace
 
 Measurement::Measurement(World world, Settings &settings, QObject *parent)
@@ -145,7 +154,7 @@ void Measurement::setSizes(const QMap<QString, qint64> &sizes)
         Q_EMIT sizesChanged();
     }
     m_world.background.runInOrder(Background::Lane::Settings,
-                                  [defaults = m_world.defaults, kept = sizesForQml()] {
+                                  [defaults = m_world.defaults, kept = stored(m_sizes)] {
                                       defaults->set(UserDefaults::sourceSizes, kept);
                                   });
 }
@@ -164,13 +173,4 @@ void Measurement::setSoFar(qint64 bytes)
         m_soFar = bytes;
         Q_EMIT soFarChanged();
     }
-}
-
-QVariantMap Measurement::sizesForQml() const
-{
-    QVariantMap sizes;
-    for (auto entry = m_sizes.cbegin(); entry != m_sizes.cend(); ++entry) {
-        sizes.insert(entry.key(), entry.value());
-    }
-    return sizes;
 }

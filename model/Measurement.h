@@ -6,7 +6,6 @@
 #include <QMap>
 #include <QObject>
 #include <QString>
-#include <QVariantMap>
 
 #include <optional>
 #include <stop_token>
@@ -15,7 +14,6 @@
 class Measurement final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QVariantMap sizes READ sizesForQml NOTIFY sizesChanged FINAL)
     Q_PROPERTY(bool measuring READ isMeasuring NOTIFY measuringChanged FINAL)
     Q_PROPERTY(qint64 soFar READ soFar NOTIFY soFarChanged FINAL)
     Q_PROPERTY(bool hasTotal READ hasTotal NOTIFY sizesChanged FINAL)
@@ -61,7 +59,6 @@ private:
     void setSizes(const QMap<QString, qint64> &sizes);
     void setMeasuring(bool measuring);
     void setSoFar(qint64 bytes);
-    [[nodiscard]] QVariantMap sizesForQml() const;
 
     const World m_world;
     Settings &m_settings;

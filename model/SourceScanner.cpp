@@ -24,7 +24,7 @@ constexpr qint64 entriesPerReport = 20000;
 /// Device and number of a folder, which it has under each of its names.
 using Place = std::pair<dev_t, ino_t>;
 
-Place placeOf(const struct stat &status)
+Place identify(const struct stat &status)
 {
     return {status.st_dev, status.st_ino};
 }
@@ -115,7 +115,7 @@ private:
         // With a slash behind it, it is no path of an entry.
         if (!path.endsWith('/') && ::lstat(path.constData(), &folder) == 0 &&
             S_ISDIR(folder.st_mode)) {
-            m_folders.insert(placeOf(folder));
+            m_folders.insert(identify(folder));
         }
     }
 
@@ -181,11 +181,11 @@ private:
             ::close(descriptor);
             return;
         }
-        if (::fstat(descriptor, &status) != 0 || isEntered(placeOf(status)) ||
-            (!m_levels.isEmpty() && m_excludes.hold(placeOf(status)))) {
+        if (::fstat(descriptor, &status) != 0 || isEntered(identify(status)) ||
+            (!m_levels.isEmpty() && m_excludes.hold(identify(status)))) {
             return;
         }
-        m_levels.append({.path = path, .place = placeOf(status), .folders = {}});
+        m_levels.append({.path = path, .place = identify(status), .folders = {}});
         read(folder.get(), m_levels.last());
     }
 

@@ -55,7 +55,7 @@ public:
     };
 
     /// Has the user sign in to Google Drive in a browser, and waits for that until the handle is
-    /// told to stop. With an empty client the tool's own is used.
+    /// asked to stop. With an empty client the tool's own is used.
     virtual Attempt connectDrive(const QString &clientID, const QString &clientSecret,
                                  ProcessHandle &handle) = 0;
     /// Connects the private server of the settings, and asks how much room there is.

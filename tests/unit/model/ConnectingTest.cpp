@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Remote places that answer when told to. What is asked of them is listed in its order.
+/// Remote places that answer when the test lets them. What is asked of them is listed in its order.
 class AnsweringPlaces final : public ToolCalls
 {
 public:
