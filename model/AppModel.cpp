@@ -31,7 +31,7 @@ void AppModel::connectParts()
     connect(&m_run, &RunWatch::launchFailed, this, &AppModel::backupHindered);
     connect(&m_run, &RunWatch::ended, &m_localFolder, &LocalFolder::look);
     connect(&m_repositories, &Repositories::changed, this, &AppModel::summaryChanged);
-    connect(&m_localFolder, &LocalFolder::changed, this, &AppModel::summaryChanged);
+    connect(&m_localFolder, &LocalFolder::onSystemDiskChanged, this, &AppModel::summaryChanged);
     connect(&m_connections, &Connections::connected, this, &AppModel::refresh);
     connect(&m_access, &DiskAccess::resumed, this, &AppModel::perform);
 }

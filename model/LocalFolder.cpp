@@ -37,8 +37,13 @@ void LocalFolder::look()
 
 void LocalFolder::set(const std::optional<Disks::LocalPlace> &place)
 {
-    if (m_place != place) {
-        m_place = place;
-        Q_EMIT changed();
+    if (m_place == place) {
+        return;
     }
+    const bool wasOnSystemDisk = isOnSystemDisk();
+    m_place = place;
+    if (isOnSystemDisk() != wasOnSystemDisk) {
+        Q_EMIT onSystemDiskChanged();
+    }
+    Q_EMIT changed();
 }

@@ -14,7 +14,7 @@
 class LocalFolder final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool onSystemDisk READ isOnSystemDisk NOTIFY changed FINAL)
+    Q_PROPERTY(bool onSystemDisk READ isOnSystemDisk NOTIFY onSystemDiskChanged FINAL)
     Q_PROPERTY(bool known READ isKnown NOTIFY changed FINAL)
     Q_PROPERTY(bool hasVolume READ hasVolume NOTIFY changed FINAL)
     Q_PROPERTY(qint64 free READ free NOTIFY changed FINAL)
@@ -44,6 +44,8 @@ public:
     void look();
 
 Q_SIGNALS:
+    void onSystemDiskChanged();
+    /// Anything about it is different, the room on its disk included.
     void changed();
 
 private:

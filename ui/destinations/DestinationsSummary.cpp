@@ -15,7 +15,8 @@ void DestinationsSummary::setModel(AppModel *model)
     }
     if (m_model) {
         for (QObject *sender : std::initializer_list<QObject *>{
-                 m_model, m_model->connections(), m_model->sources()->measurement()}) {
+                 m_model, m_model->localFolder(), m_model->connections(),
+                 m_model->sources()->measurement()}) {
             sender->disconnect(this);
         }
     }
@@ -29,9 +30,10 @@ void DestinationsSummary::setModel(AppModel *model)
 
 void DestinationsSummary::listen()
 {
-    // The first of them comes with each change of settings, history, repositories and local folder,
-    // and with each minute, too.
+    // The first of them comes with each change of settings, history and repositories, and with each
+    // minute, too.
     connect(m_model, &AppModel::summaryChanged, this, &DestinationsSummary::update);
+    connect(m_model->localFolder(), &LocalFolder::changed, this, &DestinationsSummary::update);
     const Connections *connections = m_model->connections();
     connect(connections, &Connections::driveChanged, this, &DestinationsSummary::update);
     connect(connections, &Connections::serverChanged, this, &DestinationsSummary::update);
