@@ -31,7 +31,19 @@ Window {
         if (active) {
             wasActive = true;
         } else if (wasActive) {
-            hide();
+            leaving.restart();
+        }
+    }
+
+    // The focus may be nowhere for a moment, while the desktop hands it over.
+    Timer {
+        id: leaving
+
+        interval: 100
+        onTriggered: {
+            if (!root.active) {
+                root.hide();
+            }
         }
     }
 
