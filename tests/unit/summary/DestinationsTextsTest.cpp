@@ -266,7 +266,7 @@ TEST_F(DestinationsTextsTest, aDiskThatWasNeverLookedAtIsNotCalledAway)
     EXPECT_FALSE(DestinationsTexts::isDiskAway(situation));
 }
 
-TEST_F(DestinationsTextsTest, remotePlacesShowTheirQuotaAndNoFreeSpaceOfTheirOwn)
+TEST_F(DestinationsTextsTest, remotePlacesShowTheirQuotaAndNoRoomBesideIt)
 {
     situation.drive.connected = true;
     situation.drive.quota = Rclone::Quota{5 * gigabyte, 15 * gigabyte};
